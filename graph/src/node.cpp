@@ -1,0 +1,24 @@
+#include <dependency/graph/node.h>
+
+#include "properties.h"
+#include "storage.h"
+
+namespace dependency::graph {
+
+std::shared_ptr<const Type> Node::getType() const {
+    return {owner_->types, type_};
+}
+
+std::vector<std::u16string> Node::getPropertyKeys() const {
+    return keysOf(properties_);
+}
+
+std::u16string Node::getProperty(const std::u16string& key) const {
+    return valueOf(properties_, key);
+}
+
+bool operator==(const Node& a, const Node& b) noexcept {
+    return &a == &b || (a.id_ == b.id_ && a.name_ == b.name_ && *a.type_ == *b.type_);
+}
+
+}  // namespace dependency::graph

@@ -1,0 +1,57 @@
+#pragma once
+// Where the objects of one graph live: blocks of one kind each, every block owned by one reference
+// count.
+//
+// Pointers handed out alias their block, so that no object has a control block of its own. A block
+// keeps those alive that its objects point into and none points back, so nothing leaks.
+#include <deque>
+#include <memory>
+
+#include <dependency/graph/component.h>
+#include <dependency/graph/dependency.h>
+#include <dependency/graph/node.h>
+
+namespace dependency::graph {
+
+struct TypeStorage {
+    std::deque<Type> objects;
+
+    Type& emplace(std::u16string id, std::u16string name) {
+        return objects.emplace_back(Type(std::move(id), std::move(name), this));
+    }
+};
+
+struct ComponentStorage {
+    std::shared_ptr<const TypeStorage> types;
+    std::deque<Component> objects;
+
+    Component& emplace(std::u16string name, const Type& type) {
+        return objects.emplace_back(Component(std::move(name), type, this));
+    }
+};
+
+struct NodeStorage {
+    std::shared_ptr<const TypeStorage> types;
+    std::deque<Node> objects;
+
+    Node& emplace(std::u16string id, std::u16string name, const Type& type,
+                  std::vector<Property> properties) {
+        return objects.emplace_back(Node(std::move(id), std::move(name), type,
+                                         std::move(properties),
+                                         static_cast<std::uint32_t>(objects.size()), this));
+    }
+};
+
+struct DependencyStorage {
+    std::shared_ptr<NodeStorage> nodes;
+    std::shared_ptr<const ComponentStorage> components;
+    std::deque<Dependency> objects;
+
+    Dependency& emplace(std::u16string id, Node& upstream, Node& downstream, const Type& type,
+                        const Component& upstreamComponent, const Component& downstreamComponent) {
+        return objects.emplace_back(Dependency(std::move(id), upstream, downstream, type,
+                                               upstreamComponent, downstreamComponent, this));
+    }
+};
+
+}  // namespace dependency::graph
