@@ -1,0 +1,36 @@
+#pragma once
+// The two sides of a comparison.
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include <comparisons/export.h>
+
+namespace comparisons {
+
+enum class Side : std::uint8_t {
+    left = 0,   ///< the old state
+    right = 1,  ///< the new state
+};
+
+/// Order: left, right, as every loop over sides runs.
+inline constexpr std::array sides{Side::left, Side::right};
+
+[[nodiscard]] constexpr Side opposite(Side side) noexcept {
+    return side == Side::left ? Side::right : Side::left;
+}
+
+namespace detail {
+[[noreturn]] COMPARISONS_EXPORT void terminateOnInvalidSide(const char* signature) noexcept;
+}
+
+/// Returns: 0 for left, 1 for right. Any other side is a broken invariant and ends the process.
+[[nodiscard]] constexpr std::size_t indexOf(Side side) noexcept {
+    const auto index = static_cast<std::size_t>(side);
+    if (index >= sides.size()) [[unlikely]] {
+        detail::terminateOnInvalidSide(static_cast<const char*>(__PRETTY_FUNCTION__));
+    }
+    return index;
+}
+
+}  // namespace comparisons
