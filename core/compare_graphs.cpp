@@ -1,0 +1,67 @@
+#include <dependency/comparisons/compare_graphs.h>
+
+#include <fl/i18n/ustring.h>
+
+#include <dependency/comparisons/dependency_subcomparator.h>
+#include <dependency/comparisons/graph_subcomparator.h>
+#include <dependency/comparisons/graph_traversal_model.h>
+#include <dependency/comparisons/match_graphs.h>
+#include <dependency/comparisons/node_subcomparator.h>
+
+#include "core/tree_build.h"
+
+namespace dependency::comparisons {
+
+namespace {
+
+std::string describe(const ItemID& item) {
+    std::string text = '"' + fl::i18n::ustring_to_utf8(item.node) + '"';
+    if (item.downstream) {
+        text += " -> \"" + fl::i18n::ustring_to_utf8(*item.downstream) + '"';
+    }
+    return text;
+}
+
+std::string describeLoss(::comparisons::Side side, const ItemID& lost,
+                         const std::optional<ItemID>& kept) {
+    std::string text = "the matching left out ";
+    text += describe(lost);
+    text += side == ::comparisons::Side::left ? " of the left graph" : " of the right graph";
+    if (kept) {
+        text += ": " + describe(*kept) + " has the same key";
+    }
+    return text;
+}
+
+}  // namespace
+
+UnmatchedItemError::UnmatchedItemError(::comparisons::Side side, ItemID lost,
+                                       std::optional<ItemID> kept)
+    : std::logic_error(describeLoss(side, lost, kept)),
+      side_(side),
+      lost_(std::move(lost)),
+      kept_(std::move(kept)) {}
+
+UnmatchedItemError::~UnmatchedItemError() = default;
+
+std::shared_ptr<GraphComparison> compareGraphs(const std::shared_ptr<const graph::Graph>& left,
+                                               const std::shared_ptr<const graph::Graph>& right) {
+    return std::make_shared<GraphComparison>([&](GraphComparison::Tree& tree) {
+        const auto root = buildTree(tree, matchGraphs(left, right),
+                                    {GraphTraversalModel(left), GraphTraversalModel(right)});
+        const auto compareDetails = [&](::comparisons::Subcomparator<ItemEdit>&& subcomparator) {
+            for (const auto vertex : boost::make_iterator_range(boost::vertices(tree))) {
+                auto& entry = tree[vertex];
+                if (subcomparator.canCompare(entry.edit)) {
+                    entry.detail = subcomparator.compare(entry.edit).share();
+                }
+            }
+        };
+        compareDetails(GraphSubcomparator());
+        compareDetails(DependencySubcomparator());
+        compareDetails(NodeSubcomparator());
+        return root;
+    });
+}
+
+}  // namespace dependency::comparisons

@@ -1,0 +1,66 @@
+#pragma once
+// The detail comparison of a dependency group: its dependencies, paired by type and components.
+#include <future>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <comparisons/subcomparator.h>
+#include <dependency/comparisons/export.h>
+#include <dependency/comparisons/item.h>
+
+namespace dependency::comparisons {
+
+using DependencyEdit =
+    ::comparisons::StatefulEdit<std::optional<std::shared_ptr<graph::Dependency>>, 2>;
+
+/// The paired dependencies of one dependency type.
+class DEPENDENCY_COMPARISONS_EXPORT DependencyComparison {
+  public:
+    explicit DependencyComparison(std::vector<DependencyEdit> edits) : edits_(std::move(edits)) {}
+
+    /// Order: by `operator<` of the edits.
+    [[nodiscard]] const std::vector<DependencyEdit>& edits() const noexcept { return edits_; }
+
+  private:
+    std::vector<DependencyEdit> edits_;
+};
+
+/// Returns: "dependency_comparison".
+[[nodiscard]] DEPENDENCY_COMPARISONS_EXPORT const std::string& get_type(
+    const DependencyComparison& comparison);
+
+/// Order:  by the graph model's order of the left dependencies, the right one standing in for an
+///         absent left one.
+/// Throws: `std::bad_optional_access` for an edit without sides.
+[[nodiscard]] DEPENDENCY_COMPARISONS_EXPORT bool operator<(const DependencyEdit& a,
+                                                           const DependencyEdit& b);
+
+/// Returns: the dependency in seven lines of UTF-8, for diagnostics.
+[[nodiscard]] DEPENDENCY_COMPARISONS_EXPORT std::string describeDependency(
+    const graph::Dependency& dependency);
+
+/// Pairs the dependencies of two groups. Stateless; one instance serves any number of threads.
+class DEPENDENCY_COMPARISONS_EXPORT DependencySubcomparator
+    : public ::comparisons::Subcomparator<ItemEdit> {
+  public:
+    /// Returns: true when the first present side holds a group.
+    /// Throws:  `std::bad_optional_access` when no side is present.
+    [[nodiscard]] bool canCompare(const ItemEdit& edit) const override;
+
+    /// Dependencies pair within their type by the joined names of type, upstream component and
+    /// downstream component; of several of one side with one key the greatest ID survives. An
+    /// absent side has none.
+    ///
+    /// Returns: a ready future of a `::comparisons::CombinedComparison` with one
+    ///          `DependencyComparison` per type, in type-ID order.
+    /// Throws:  `std::bad_variant_access` for a present side that is not a group.
+    [[nodiscard]] std::future<::comparisons::ComparisonValue> compare(
+        const ItemEdit& edit) override;
+
+    ~DependencySubcomparator() override;
+};
+
+}  // namespace dependency::comparisons

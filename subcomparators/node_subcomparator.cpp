@@ -1,0 +1,47 @@
+#include <dependency/comparisons/node_subcomparator.h>
+
+#include "subcomparators/property_pairing.h"
+
+namespace dependency::comparisons {
+
+using ::comparisons::ComparisonValue;
+using ::comparisons::Side;
+
+namespace {
+
+std::vector<NodeProperty> collectNodeProperties(const std::optional<Item>& side) {
+    if (!side) {
+        return {};
+    }
+    static const std::string prefix = "ORBITA:dependency:comparisons:";
+    const auto& node = std::get<std::shared_ptr<graph::Node>>(*side);
+    std::vector<NodeProperty> rows;
+    for (const auto& key : node->getPropertyKeys()) {
+        rows.push_back({.name = displayedName(key, {&prefix, 1}), .value = node->getProperty(key)});
+    }
+    return rows;
+}
+
+}  // namespace
+
+const std::string& get_type(const NodePropertyComparison& /*comparison*/) {
+    static const std::string type = "node_comparison";
+    return type;
+}
+
+bool operator<(const NodePropertyEdit& a, const NodePropertyEdit& b) {
+    return anySide(a).name < anySide(b).name;
+}
+
+NodeSubcomparator::~NodeSubcomparator() = default;
+
+bool NodeSubcomparator::canCompare(const ItemEdit& edit) const {
+    return std::holds_alternative<std::shared_ptr<graph::Node>>(anySide(edit));
+}
+
+std::future<ComparisonValue> NodeSubcomparator::compare(const ItemEdit& edit) {
+    return ::comparisons::readyFuture(NodePropertyComparison(pairByName(
+        collectNodeProperties(edit[Side::left]), collectNodeProperties(edit[Side::right]))));
+}
+
+}  // namespace dependency::comparisons
