@@ -1,0 +1,18 @@
+#pragma once
+// The end of the process when an internal invariant is broken.
+#include <string_view>
+
+#include <boost/assert/source_location.hpp>
+
+#include <foundation/export.h>
+
+namespace foundation::core::diag {
+
+/// Writes "file:line: signature: message" as one line to standard error and aborts.
+///
+/// Threads: any; allocates nothing.
+[[noreturn]] FOUNDATION_EXPORT void terminate(const boost::source_location& location,
+                                              std::string_view signature,
+                                              std::string_view message) noexcept;
+
+}  // namespace foundation::core::diag
