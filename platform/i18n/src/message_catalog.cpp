@@ -1,0 +1,179 @@
+#include <fl/i18n/message_catalog.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <mutex>
+#include <shared_mutex>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+namespace fl::i18n {
+namespace {
+
+using Messages = std::unordered_map<MessageID, ustring>;
+
+struct LocaleMessages {
+    std::string localeName;
+    Messages messages;
+};
+
+enum class Existing { replaced, kept };
+
+struct Store {
+    // Never destroyed: messages can be read in destructors that run while the process ends.
+    static Store& instance() {
+        static auto& store = *new Store;
+        return store;
+    }
+
+    const ustring* find(const std::string& localeName, const MessageID& id) const {
+        const auto messages = byLocale.find(localeName);
+        if (messages == byLocale.end()) {
+            return nullptr;
+        }
+        const auto message = messages->second.find(id);
+        return message == messages->second.end() ? nullptr : &message->second;
+    }
+
+    void merge(std::vector<LocaleMessages> additions, Existing existing) {
+        const std::unique_lock lock(mutex);
+        for (LocaleMessages& addition : additions) {
+            Messages& messages = byLocale[addition.localeName];
+            if (existing == Existing::replaced) {
+                addition.messages.merge(messages);
+                messages.swap(addition.messages);
+            } else {
+                messages.merge(addition.messages);
+            }
+        }
+    }
+
+    std::shared_mutex mutex;
+    std::unordered_map<std::string, Messages> byLocale;
+};
+
+[[noreturn]] void refuse(std::string_view place, std::string_view problem) {
+    throw MalformedCatalog(std::string(place).append(": ").append(problem));
+}
+
+nlohmann::json parseJson(std::string_view place, std::string_view utf8Json) {
+    try {
+        return nlohmann::json::parse(utf8Json);
+    } catch (const nlohmann::json::exception& error) {
+        // The parser's own tag in front, "[json.exception...] ", says nothing to a reader.
+        const std::string_view what = error.what();
+        const std::size_t tagEnd = what.find("] ");
+        refuse(place, tagEnd == std::string_view::npos ? what : what.substr(tagEnd + 2));
+    }
+}
+
+LocaleMessages parse(std::string_view place, std::string_view localeName,
+                     std::string_view utf8Json) {
+    LocaleMessages result;
+    result.localeName = Locale(localeName).name();
+    const nlohmann::json root = parseJson(place, utf8Json);
+    if (!root.is_object()) {
+        refuse(place, "not an object of catalogs");
+    }
+    for (const auto& [catalog, keys] : root.items()) {
+        if (!keys.is_object()) {
+            refuse(place, "catalog '" + catalog + "' is not an object of keys and texts");
+        }
+        for (const auto& [key, text] : keys.items()) {
+            if (catalog.empty() || key.empty() || !text.is_string()) {
+                refuse(place, std::string("'").append(catalog).append(":").append(key) +
+                                  (text.is_string() ? "' has an empty side" : "' is not a text"));
+            }
+            result.messages.insert_or_assign(MessageID(catalog, key),
+                                             utf8_to_ustring(text.get_ref<const std::string&>()));
+        }
+    }
+    return result;
+}
+
+void addText(std::string_view localeName, std::string_view utf8Json, Existing existing) {
+    std::string place("messages for '");
+    place.append(localeName).append("'");
+    std::vector<LocaleMessages> additions;
+    additions.push_back(parse(place, localeName, utf8Json));
+    Store::instance().merge(std::move(additions), existing);
+}
+
+LocaleMessages parseFile(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    if (!file) {
+        refuse(path.string(), "cannot be read");
+    }
+    try {
+        return parse(path.string(), path.stem().string(), text);
+    } catch (const InvalidLocaleName& error) {
+        throw InvalidLocaleName(path.string() + ": " + error.what());
+    }
+}
+
+}  // namespace
+
+MessageNotFound::MessageNotFound(const MessageID& id, const Locale& locale)
+    : std::runtime_error("There is no message '" + id.full() + "' for '" + locale.name() +
+                         "' or in English."),
+      id_(std::make_shared<const MessageID>(id)) {}
+
+ustring MessageCatalog::get_message(const MessageID& id, const Locale& locale) {
+    if (std::optional<ustring> message = find_message(id, locale)) {
+        return *std::move(message);
+    }
+    throw MessageNotFound(id, locale);
+}
+
+std::optional<ustring> MessageCatalog::find_message(const MessageID& id, const Locale& locale) {
+    static const std::string english = Locale().name();
+    Store& store = Store::instance();
+    const std::shared_lock lock(store.mutex);
+    const ustring* message = store.find(locale.name(), id);
+    if (message == nullptr && locale.language() != locale.name()) {
+        message = store.find(locale.language(), id);
+    }
+    if (message == nullptr && locale.language() != english) {
+        message = store.find(english, id);
+    }
+    return message == nullptr ? std::nullopt : std::optional<ustring>(*message);
+}
+
+void MessageCatalog::add(std::string_view localeName, std::string_view utf8Json) {
+    addText(localeName, utf8Json, Existing::replaced);
+}
+
+void MessageCatalog::addDefaults(std::string_view localeName, std::string_view utf8Json) {
+    addText(localeName, utf8Json, Existing::kept);
+}
+
+void MessageCatalog::addFolder(const std::filesystem::path& folder) {
+    std::vector<std::filesystem::path> paths;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        if (entry.path().extension() == ".json" && entry.is_regular_file()) {
+            paths.push_back(entry.path());
+        }
+    }
+    // Two names of one locale ("de.json", "DE.json") then override each other alike everywhere.
+    std::sort(paths.begin(), paths.end());
+    std::vector<LocaleMessages> additions;
+    additions.reserve(paths.size());
+    for (const std::filesystem::path& path : paths) {
+        additions.push_back(parseFile(path));
+    }
+    Store::instance().merge(std::move(additions), Existing::replaced);
+}
+
+void MessageCatalog::clear() {
+    Store& store = Store::instance();
+    const std::unique_lock lock(store.mutex);
+    store.byLocale.clear();
+}
+
+}  // namespace fl::i18n

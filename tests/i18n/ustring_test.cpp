@@ -1,0 +1,110 @@
+#include <fl/i18n/ustring.h>
+
+#include <gtest/gtest.h>
+
+namespace fl::i18n {
+namespace {
+
+constexpr char16_t high = 0xd83d;
+constexpr char16_t low = 0xde00;
+
+TEST(Conversions, textComesBackAsItWas) {
+    const ustring texts[] = {u"",
+                             u"src/build.cc",
+                             u"Straße",
+                             u"依存関係",
+                             u"a\u0080\u07ff\u0800\uffff",
+                             u"\U0001f600 and \U0010ffff",
+                             ustring(1, u'\0') + u"after nul"};
+    for (const ustring& text : texts) {
+        EXPECT_EQ(utf8_to_ustring(ustring_to_utf8(text)), text) << ustring_to_utf8(text);
+        EXPECT_EQ(to_string(text), ustring_to_utf8(text));
+    }
+    EXPECT_EQ(ustring_to_utf8(u"é\u20ac\U0001f600"), "\xc3\xa9\xe2\x82\xac\xf0\x9f\x98\x80");
+}
+
+TEST(Conversions, unpairedSurrogateBecomesTheReplacementCharacter) {
+    const std::string mark = "\xef\xbf\xbd";
+    const std::pair<ustring, std::string> cases[] = {
+        {{high}, mark},
+        {{low}, mark},
+        {{u'a', high, u'b'}, "a" + mark + "b"},
+        {{low, high}, mark + mark},
+        {{high, high, low}, mark + "\xf0\x9f\x98\x80"},
+        {{high, low, low}, "\xf0\x9f\x98\x80" + mark},
+    };
+    for (const auto& [text, expected] : cases) {
+        EXPECT_EQ(ustring_to_utf8(text), expected);
+        EXPECT_EQ(to_string(text), expected);
+    }
+}
+
+TEST(Conversions, malformedUtf8BecomesOneReplacementCharacterASequence) {
+    const std::pair<std::string_view, std::u16string_view> cases[] = {
+        {"a\xff z", u"a\ufffd z"},
+        {"\x80\x80", u"\ufffd\ufffd"},
+        {"\xe2\x82", u"\ufffd"},  // cut off after two of three
+        {"\xe2\x82"
+         "b",
+         u"\ufffdb"},                                       // what follows is not swallowed
+        {"\xf0\x9f\x98", u"\ufffd"},                        // cut off after three of four
+        {"\xc0\xaf", u"\ufffd\ufffd"},                      // an overlong slash
+        {"\xed\xa0\x80", u"\ufffd\ufffd\ufffd"},            // an encoded surrogate
+        {"\xf4\x90\x80\x80", u"\ufffd\ufffd\ufffd\ufffd"},  // above U+10FFFF
+    };
+    for (const auto& [bytes, expected] : cases) {
+        EXPECT_EQ(utf8_to_ustring(bytes), expected);
+    }
+}
+
+TEST(ToLower, followsTheRulesOfTheLocale) {
+    struct Case {
+        std::string_view locale;
+        std::u16string_view text;
+        std::u16string_view expected;
+    };
+    const Case cases[] = {
+        {"en", u"", u""},
+        {"en", u"SRC/Build_[@`{Z9].CC", u"src/build_[@`{z9].cc"},
+        {"en", u"\u0130I", u"i\u0307i"},
+        {"tr", u"ISTANBUL", u"\u0131stanbul"},
+        {"tr", u"\u0130STANBUL", u"istanbul"},
+        {"tr_TR", u"I\u0307", u"i"},
+        {"az", u"I", u"\u0131"},
+        {"de", u"STRASSE", u"strasse"},
+        {"de", u"STRA\u1e9eE Stra\u00dfe", u"stra\u00dfe stra\u00dfe"},
+        {"el", u"\u039f\u0394\u039f\u03a3", u"\u03bf\u03b4\u03bf\u03c2"},  // final sigma
+        {"el", u"\u03a3\u0391", u"\u03c3\u03b1"},                          // not final
+        {"lt", u"\u00cc", u"i\u0307\u0300"},                               // keeps its dot
+        {"en", u"\U00010400", u"\U00010428"},                              // a pair
+        {"en", u"\u0130\u0130\u0130\u0130\u0130\u0130\u0130\u0130",        // twice as long
+         u"i\u0307i\u0307i\u0307i\u0307i\u0307i\u0307i\u0307i\u0307"},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(to_lower(c.text, Locale(c.locale)), c.expected)
+            << c.locale << ' ' << ustring_to_utf8(c.text);
+    }
+}
+
+TEST(ToLower, unpairedSurrogatesStay) {
+    for (const char* name : {"en", "tr"}) {
+        EXPECT_EQ(to_lower(ustring{u'A', high, u'B'}, Locale(name)), (ustring{u'a', high, u'b'}));
+        EXPECT_EQ(to_lower(ustring{low, high}, Locale(name)), (ustring{low, high}));
+    }
+}
+
+// The fast path for ASCII and the rules of ICU must agree; a letter outside of ASCII forces the
+// latter.
+TEST(ToLower, asciiLowersAlikeAloneAndBesideOtherLetters) {
+    ustring ascii;
+    for (char16_t c = 0; c < 0x80; ++c) {
+        ascii.push_back(c);
+    }
+    for (const char* name : {"en", "de", "lt", "tr"}) {
+        const Locale locale(name);
+        EXPECT_EQ(to_lower(ascii, locale) + u"\u00e9", to_lower(ascii + u"\u00c9", locale)) << name;
+    }
+}
+
+}  // namespace
+}  // namespace fl::i18n
