@@ -1,0 +1,7 @@
+#include <comparisons/view_model.h>
+
+namespace comparisons {
+
+ViewModel::~ViewModel() = default;
+
+}  // namespace comparisons

@@ -1,0 +1,40 @@
+#pragma once
+// The only time at which a model changes: all of it, or nothing.
+#include <boost/smart_ptr/intrusive_ptr.hpp>
+
+#include <tessel/core/export.h>
+
+namespace tessel::core {
+
+namespace detail {
+class TransactionState;
+}
+
+/// An open transaction on one model, made by `Model::Impl::beginTransaction`.
+///
+/// Destroyed before `commit`, it restores every property, sequence and reference of the model to
+/// what it was at the beginning; the elements created in it are then detached: they can still be
+/// read, with what was written last, but neither be written nor be referred to.
+///
+/// Lifetime: keeps its model alive.
+/// Complexity: an end takes time for each property or sequence of older elements that was written.
+class TESSEL_CORE_EXPORT Transaction {
+  public:
+    Transaction(Transaction&& other) noexcept;
+    /// The transaction held before, if still open, is rolled back.
+    Transaction& operator=(Transaction&& other) noexcept;
+    ~Transaction();
+
+    /// Ends the transaction and keeps its changes.
+    ///
+    /// Throws: `TransactionEnded` when committed or moved from before; else it cannot fail.
+    void commit();
+
+  private:
+    friend class ModelImpl;
+    explicit Transaction(boost::intrusive_ptr<detail::TransactionState> state) noexcept;
+
+    boost::intrusive_ptr<detail::TransactionState> state_;  // null once ended
+};
+
+}  // namespace tessel::core
