@@ -1,0 +1,73 @@
+#pragma once
+// From a detail comparison of this library to the filter-aware table that shows it.
+#include <memory>
+
+#include <comparisons/view_model_factory.h>
+#include <dependency/comparisons/export.h>
+#include <dependency/comparisons/filters.h>
+
+namespace dependency::comparisons {
+
+using FilteredViewModel = ::comparisons::FilteredViewModel<Filters, 2>;
+using FilteredViewModelFactory = ::comparisons::FilteredViewModelFactory<Filters, 2>;
+
+/// Shows a `DependencyComparison`: a row per dependency, its name the upstream component and its
+/// value the downstream one, each by the name of its node where it has none itself. The headings
+/// name the dependency type and the roles of the two ends.
+///
+/// What it creates is a `::comparisons::viewmodel::ParameterViewModel`.
+class DEPENDENCY_COMPARISONS_EXPORT DependencyViewModelFactory final
+    : public FilteredViewModelFactory {
+  public:
+    [[nodiscard]] bool accepts(const ::comparisons::ComparisonValue& comparison) const override;
+
+    /// Throws: also `std::bad_optional_access` when the first edit has no side, and what the
+    /// catalog
+    ///         throws for a missing heading.
+    [[nodiscard]] std::unique_ptr<FilteredViewModel> create(
+        const ::comparisons::ComparisonValue& comparison,
+        const ::comparisons::CreationContext& context) const override;
+
+    ~DependencyViewModelFactory() override;
+};
+
+/// Shows a `GraphPropertyComparison`: a row per property. The non-structural filter also hides the
+/// analysis time.
+///
+/// What it creates is a `::comparisons::viewmodel::ParameterViewModel`.
+class DEPENDENCY_COMPARISONS_EXPORT GraphPropertyViewModelFactory final
+    : public FilteredViewModelFactory {
+  public:
+    [[nodiscard]] bool accepts(const ::comparisons::ComparisonValue& comparison) const override;
+
+    /// Throws: also what the catalog throws for a missing heading.
+    [[nodiscard]] std::unique_ptr<FilteredViewModel> create(
+        const ::comparisons::ComparisonValue& comparison,
+        const ::comparisons::CreationContext& context) const override;
+
+    ~GraphPropertyViewModelFactory() override;
+};
+
+/// Shows a `NodePropertyComparison`: a row per property. The non-structural filter also hides the
+/// checksum.
+///
+/// What it creates is a `::comparisons::viewmodel::ParameterViewModel`.
+class DEPENDENCY_COMPARISONS_EXPORT NodePropertyViewModelFactory final
+    : public FilteredViewModelFactory {
+  public:
+    [[nodiscard]] bool accepts(const ::comparisons::ComparisonValue& comparison) const override;
+
+    /// Throws: also what the catalog throws for a missing heading.
+    [[nodiscard]] std::unique_ptr<FilteredViewModel> create(
+        const ::comparisons::ComparisonValue& comparison,
+        const ::comparisons::CreationContext& context) const override;
+
+    ~NodePropertyViewModelFactory() override;
+};
+
+/// Returns: new factories on every call: for graph properties, dependencies, node properties, and
+///          combined comparisons (with factories of its own for their members), in this order.
+[[nodiscard]] DEPENDENCY_COMPARISONS_EXPORT ::comparisons::FilteredVMFactoryRegistry<Filters, 2>
+getTwoFilteredVMFactoryRegistry();
+
+}  // namespace dependency::comparisons
