@@ -1,0 +1,82 @@
+#pragma once
+// What a file said, before anything is decided that needs both files of a comparison.
+//
+// Text is UTF-8. Whatever repeats is kept once: types, keys and component names are numbers of
+// texts, the ends of edges are numbers of nodes.
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <memory_resource>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <boost/date_time/posix_time/ptime.hpp>
+
+namespace depcompare {
+
+using TextNumber = std::uint32_t;
+using NodeNumber = std::uint32_t;
+
+/// Owns texts; moving it moves none of them.
+class TextStore {
+  public:
+    /// Lifetime: the result is valid as long as the store.
+    [[nodiscard]] std::string_view keep(std::string_view text);
+
+  private:
+    std::unique_ptr<std::pmr::monotonic_buffer_resource> memory_ =
+        std::make_unique<std::pmr::monotonic_buffer_resource>();
+};
+
+/// The columns by which edges are ordered, most significant first.
+enum class EdgeColumn : std::uint8_t {
+    type,
+    upstream,
+    downstream,
+    upstreamComponent,
+    downstreamComponent,
+    upstreamComponentType,
+    downstreamComponentType,
+};
+inline constexpr std::size_t edgeColumns = 7;
+
+/// By column: the number of a node for the two ends, else of a text.
+using EdgeDraft = std::array<std::uint32_t, edgeColumns>;
+
+[[nodiscard]] constexpr std::uint32_t& at(EdgeDraft& edge, EdgeColumn column) {
+    return edge[static_cast<std::size_t>(column)];
+}
+[[nodiscard]] constexpr std::uint32_t at(const EdgeDraft& edge, EdgeColumn column) {
+    return edge[static_cast<std::size_t>(column)];
+}
+
+struct PropertyDraft {
+    TextNumber key = 0;
+    std::string_view value;
+};
+
+struct NodeDraft {
+    std::string_view id;
+    std::string_view name;
+    TextNumber type = 0;
+};
+
+struct NodePropertyDraft {
+    NodeNumber node = 0;
+    PropertyDraft property;
+};
+
+struct GraphDraft {
+    std::string source;
+    TextStore store;
+    std::vector<std::string_view> texts;  ///< all different
+    std::vector<NodeDraft> nodes;
+    std::vector<NodePropertyDraft> nodeProperties;  ///< in any order; a later value of a key holds
+    std::vector<PropertyDraft> nodeDefaults;        ///< for nodes that lack the key
+    std::vector<PropertyDraft> graphProperties;     ///< a later value of a key holds
+    std::vector<EdgeDraft> edges;
+    boost::posix_time::ptime analysisTime;  ///< in UTC; not a time where the file names none
+};
+
+}  // namespace depcompare

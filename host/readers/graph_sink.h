@@ -1,0 +1,95 @@
+#pragma once
+// Where every reader puts what it reads: checks it, keeps it small, ends in a draft of the graph.
+#include <array>
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "readers/graph_draft.h"
+#include "readers/limits.h"
+
+namespace depcompare {
+
+/// Applies the rules that all formats share. Nodes and edges may come in any order, an edge before
+/// its ends; the last of several values for one thing holds; every value is the text as it stands.
+///
+/// Every operation throws `InputError`, with the line where the reader stands, for an ID that was
+/// used before or holds U+0001, a malformed time of analysis, and beyond the limits.
+class GraphSink {
+  public:
+    /// Returns: the line where the reader stands, from 1; 0 where it has none.
+    using CurrentLine = std::function<std::size_t()>;
+
+    GraphSink(std::string source, const Limits& limits, CurrentLine currentLine = {});
+
+    NodeNumber addNode(std::string_view id);
+    /// A node without a name is called by its ID.
+    void setName(NodeNumber node, std::string_view name);
+    /// A node without a type is a file.
+    void setType(NodeNumber node, std::string_view type);
+    void setProperty(NodeNumber node, std::string_view key, std::string_view value);
+
+    /// Returns: the edge's number.
+    std::size_t addEdge(std::string_view upstreamID, std::string_view downstreamID);
+    /// Edges without a type have the type `depends`, without component names and types empty ones.
+    ///
+    /// Requires: `column` is neither of the ends.
+    void set(std::size_t edge, EdgeColumn column, std::string_view text);
+
+    /// The key `timestamp` is also the time of the analysis.
+    void setGraphProperty(std::string_view key, std::string_view value);
+
+    /// Values for nodes, edges and a graph that have none of their own.
+    void setDefaultName(std::string_view name) { defaultName_ = name; }
+    void setDefaultType(std::string_view type) { defaultType_ = type; }
+    void setDefaultProperty(std::string_view key, std::string_view value);
+    void setDefault(EdgeColumn column, std::string_view text);
+    void setDefaultGraphProperty(std::string_view key, std::string_view value);
+
+    /// Throws: `InputError` with the line of the first edge whose end was never added.
+    [[nodiscard]] GraphDraft finish();
+
+    [[noreturn]] void fail(std::string_view problem) const;
+
+  private:
+    struct NodeState {
+        std::size_t edgeLine = 0;  // of the first edge that names a node not added before
+        std::size_t properties = 0;
+        bool added = false;
+        bool named = false;
+    };
+    struct GraphProperty {
+        PropertyDraft property;
+        std::size_t line = 0;
+        bool isDefault = false;
+    };
+
+    [[nodiscard]] std::size_t line() const { return currentLine_ ? currentLine_() : 0; }
+    void checkText(std::string_view text) const;
+    NodeNumber nodeWithID(std::string_view id);
+    TextNumber intern(std::string_view text);
+    void addGraphProperty(std::string_view key, std::string_view value, bool isDefault);
+    void requireEndsOfEdges() const;
+    void finishNodes();
+    void finishEdges();
+    void finishGraphProperties();
+
+    GraphDraft draft_;
+    Limits limits_;
+    CurrentLine currentLine_;
+    std::unordered_map<std::string_view, TextNumber> textNumbers_;
+    std::unordered_map<std::string_view, NodeNumber> nodeNumbers_;
+    std::vector<NodeState> states_;  // by node number
+    std::vector<GraphProperty> graphProperties_;
+    std::optional<std::string> defaultName_;
+    std::string defaultType_ = "file";
+    std::array<std::string, edgeColumns> defaultColumns_;
+    NodeNumber lastUpstream_ = 0;  // writers tend to list the edges of one node together
+    std::size_t addedNodes_ = 0;
+};
+
+}  // namespace depcompare

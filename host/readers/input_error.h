@@ -1,0 +1,19 @@
+#pragma once
+// What is wrong with an input: the file, the line where known, and the problem, in one line.
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace depcompare {
+
+class InputError : public std::runtime_error {
+  public:
+    /// `line` counts from 1; 0 stands for an unknown one.
+    InputError(std::string_view source, std::size_t line, std::string_view problem);
+};
+
+/// Returns: the text in quotation marks, a long one without its middle.
+[[nodiscard]] std::string quoted(std::string_view text);
+
+}  // namespace depcompare

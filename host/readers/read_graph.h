@@ -1,0 +1,21 @@
+#pragma once
+// Chooses the reader for an input.
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "readers/graph_draft.h"
+#include "readers/input.h"
+
+namespace depcompare {
+
+/// Returns: the names of the formats that can be asked for, without `auto`.
+[[nodiscard]] std::vector<std::string> inputFormats();
+
+/// `format` is one of `inputFormats()`, or `auto`: by the content, then by the file's name.
+///
+/// Throws: `InputError`.
+[[nodiscard]] GraphDraft readGraph(Input& input, std::string_view format = "auto");
+
+}  // namespace depcompare

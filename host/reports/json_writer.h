@@ -1,0 +1,42 @@
+#pragma once
+// Writes JSON as it comes, without holding the document.
+#include <cstdint>
+#include <string_view>
+
+#include "output.h"
+
+namespace depcompare {
+
+/// The caller opens and closes what it writes; commas, quotation marks and escapes are made here.
+class JsonWriter {
+  public:
+    explicit JsonWriter(Output& output) : output_(output) {}
+
+    void beginObject() { begin('{'); }
+    void endObject() { end('}'); }
+    void beginArray() { begin('['); }
+    void endArray() { end(']'); }
+
+    /// Begins a member of the open object; its value comes next.
+    void key(std::string_view name);
+    void text(std::string_view utf8);
+    void text(std::u16string_view text);
+    void number(std::uint64_t number);
+    void boolean(bool value);
+    void null();
+    /// A line break where JSON does not mind one: before the next element of an array.
+    void breakLine() { lineBreak_ = true; }
+
+  private:
+    void begin(char bracket);
+    void end(char bracket);
+    void separate();
+    void quote(std::string_view utf8);
+
+    Output& output_;
+    bool first_ = true;  // in the open object or array
+    bool afterKey_ = false;
+    bool lineBreak_ = false;
+};
+
+}  // namespace depcompare

@@ -1,0 +1,39 @@
+#pragma once
+// How much differs between two graphs, in numbers.
+#include <cstddef>
+
+#include <comparisons/comparison_value.h>
+#include <comparisons/edit_type.h>
+#include <dependency/comparisons/compare_graphs.h>
+
+namespace depcompare {
+
+struct EditCounts {
+    std::size_t added = 0;
+    std::size_t removed = 0;
+    std::size_t changed = 0;
+    std::size_t unchanged = 0;
+
+    void count(::comparisons::EditType type);
+    EditCounts& operator+=(const EditCounts& other);
+    [[nodiscard]] bool showsDifference() const { return added + removed + changed != 0; }
+
+    friend bool operator==(const EditCounts&, const EditCounts&) = default;
+};
+
+/// Files and groups count as entries of the tree, the others as rows of the detail comparisons.
+struct Summary {
+    EditCounts files;
+    EditCounts groups;
+    EditCounts dependencies;
+    EditCounts fileProperties;
+    EditCounts graphProperties;
+    bool showsDifference = false;  ///< anywhere, the root included
+};
+
+/// Returns: the rows of a detail comparison; those of all members for a combined one.
+[[nodiscard]] EditCounts rowsOf(const ::comparisons::ComparisonValue& detail);
+
+[[nodiscard]] Summary summarize(const dependency::comparisons::GraphComparison& comparison);
+
+}  // namespace depcompare

@@ -1,0 +1,20 @@
+#pragma once
+// Text of graphs as a terminal may get it: no control characters, nothing that turns the direction.
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace depcompare {
+
+/// Returns: the text with control characters, line separators and marks of direction written as
+///          escapes (\n, \x1b, \u202e).
+[[nodiscard]] std::u16string visible(std::u16string_view text);
+[[nodiscard]] std::string visible(std::string_view utf8);
+
+/// Returns: how many columns of a terminal the text takes, about.
+[[nodiscard]] std::size_t displayWidth(std::u16string_view text);
+
+/// Returns: the text, or its beginning and end with dots between where it is wider than `columns`.
+[[nodiscard]] std::u16string shortened(std::u16string_view text, std::size_t columns);
+
+}  // namespace depcompare

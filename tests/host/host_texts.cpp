@@ -1,0 +1,139 @@
+#include "host_texts.h"
+
+#include <array>
+#include <utility>
+
+#include <boost/date_time/posix_time/posix_time.hpp>
+
+#include <depcompare/messages/messages.h>
+#include <dependency/comparisons/compare_graphs.h>
+#include <fl/i18n/ustring.h>
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include "readers/input.h"
+#include "readers/input_error.h"
+#include "readers/node_id.h"
+#include "readers/read_graph.h"
+#include "reports/json_report.h"
+
+namespace depcompare::test {
+
+namespace {
+
+using dependency::graph::Component;
+using dependency::graph::Dependency;
+using dependency::graph::Node;
+using fl::i18n::ustring_to_utf8;
+
+GraphDraft draftOf(const std::string& name, const std::string& file, const Limits& limits) {
+    Input input = Input::fromText(name, file, limits);
+    return readGraph(input);
+}
+
+std::string endOf(const Node& node, const Component& component) {
+    std::string text = ustring_to_utf8(idAsRead(node.getID()));
+    if (!component.getName().empty()) {
+        text += "/" + ustring_to_utf8(component.getName());
+    }
+    if (!component.getType()->getID().empty()) {
+        text += ":" + ustring_to_utf8(component.getType()->getID());
+    }
+    return text;
+}
+
+std::string lineOf(const Node& node) {
+    std::string line =
+        fmt::format("{} \"{}\" [{}]", ustring_to_utf8(idAsRead(node.getID())),
+                    ustring_to_utf8(node.getName()), ustring_to_utf8(node.getType()->getID()));
+    for (const auto& key : node.getPropertyKeys()) {
+        line += fmt::format(" {}={}", ustring_to_utf8(key), ustring_to_utf8(node.getProperty(key)));
+    }
+    return line + "\n";
+}
+
+std::string lineOf(const Dependency& dependency) {
+    return fmt::format("{} {} -> {} [{}]\n", ustring_to_utf8(dependency.getID()),
+                       endOf(*dependency.getUpstreamNode(), *dependency.getUpstreamComponent()),
+                       endOf(*dependency.getDownstreamNode(), *dependency.getDownstreamComponent()),
+                       ustring_to_utf8(dependency.getType()->getID()));
+}
+
+template <class Write>
+std::string written(Write write) {
+    std::string text;
+    Output output([&](std::string_view part) { text += part; });
+    write(output);
+    output.flush();
+    return text;
+}
+
+}  // namespace
+
+std::string graphML(std::string_view contentOfGraph) {
+    return fmt::format(
+        "<graphml xmlns='http://graphml.graphdrawing.org/xmlns'><graph edgedefault='directed'>\n"
+        "{}</graph></graphml>\n",
+        contentOfGraph);
+}
+
+LoadedGraph load(const std::string& file, const Limits& limits) {
+    std::array<GraphDraft, 2> drafts{draftOf("in", file, limits), GraphDraft()};
+    return buildGraphs(std::move(drafts))[0];
+}
+
+std::string textOf(const LoadedGraph& loaded) {
+    const auto& graph = *loaded.graph;
+    std::string text;
+    for (const auto& key : graph.getPropertyKeys()) {
+        text +=
+            fmt::format("{}={}\n", ustring_to_utf8(key), ustring_to_utf8(graph.getProperty(key)));
+    }
+    if (const auto time = getTimeStamp(graph); !time.is_not_a_date_time()) {
+        text += fmt::format("@ {} {}\n", to_iso_extended_string(time.date()),
+                            to_simple_string(time.time_of_day()));
+    }
+    std::string dependencies;
+    for (const auto& node : graph.getNodes()) {
+        text += lineOf(*node);
+        for (const auto& dependency : graph.getDownstreamDependencies(node)) {
+            dependencies += lineOf(*dependency);
+        }
+    }
+    return text + dependencies;
+}
+
+std::string read(const std::string& file, const Limits& limits) {
+    try {
+        return textOf(load(file, limits));
+    } catch (const InputError& error) {
+        return error.what();
+    }
+}
+
+Report compare(const std::string& left, const std::string& right) {
+    messages::registerMessages();
+    std::array<GraphDraft, 2> drafts{draftOf("old", left, {}), draftOf("new", right, {})};
+    Report report{.inputs = buildGraphs(std::move(drafts)),
+                  .arguments = {"old", "new"},
+                  .comparison = {},
+                  .summary = {}};
+    report.comparison =
+        dependency::comparisons::compareGraphs(report.inputs[0].graph, report.inputs[1].graph);
+    report.summary = summarize(*report.comparison);
+    return report;
+}
+
+std::string jsonTextOf(const Report& report) {
+    return written([&](Output& output) { writeJsonReport(report, output); });
+}
+
+nlohmann::json jsonOf(const Report& report) {
+    return nlohmann::json::parse(jsonTextOf(report));
+}
+
+std::string textOf(const Report& report, const TextStyle& style) {
+    return written([&](Output& output) { writeTextReport(report, style, output); });
+}
+
+}  // namespace depcompare::test

@@ -1,0 +1,41 @@
+#pragma once
+// Files in, texts out: what the host's tests have in common.
+#include <string>
+#include <string_view>
+
+#include <nlohmann/json_fwd.hpp>
+
+#include "readers/build_graphs.h"
+#include "readers/limits.h"
+#include "reports/report.h"
+#include "reports/text_report.h"
+
+namespace depcompare::test {
+
+/// Returns: a GraphML file, one line before its graph, whose keys have their names as IDs.
+[[nodiscard]] std::string graphML(std::string_view contentOfGraph);
+
+/// Reads a file named `in`.
+[[nodiscard]] LoadedGraph load(const std::string& file, const Limits& limits = {});
+
+/// Returns: one line for each property, node and dependency, with IDs as read:
+///
+///     version=1.0
+///     @ 2024-05-06 07:08:09
+///     a "a.cc" [file] size=3
+///     0000000 a/from -> b/to [include]        component types, where there are, behind a colon
+///
+/// A component without a name is left out with its slash.
+[[nodiscard]] std::string textOf(const LoadedGraph& loaded);
+
+/// Returns: `textOf` the graph, or the message with which the file is refused.
+[[nodiscard]] std::string read(const std::string& file, const Limits& limits = {});
+
+/// Compares two files, `old` and `new`.
+[[nodiscard]] Report compare(const std::string& left, const std::string& right);
+
+[[nodiscard]] std::string jsonTextOf(const Report& report);
+[[nodiscard]] nlohmann::json jsonOf(const Report& report);
+[[nodiscard]] std::string textOf(const Report& report, const TextStyle& style = {});
+
+}  // namespace depcompare::test

@@ -1,0 +1,176 @@
+// Runs the program itself: what only a process has, and the bundled graphs.
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+
+const std::string older = EXAMPLES "/ninja-v1.8.2.graphml";
+const std::string newer = EXAMPLES "/ninja-v1.12.1.graphml";
+
+std::string contentOf(const fs::path& path) {
+    std::ifstream file(path);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+struct Outcome {
+    int status = 0;
+    std::string output;
+    std::string error;
+};
+
+class Program : public testing::Test {
+  protected:
+    void SetUp() override {
+        std::string pattern = testing::TempDir() + "program-XXXXXX";
+        ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
+        folder_ = pattern;
+    }
+    void TearDown() override { fs::remove_all(folder_); }
+
+    // `words` may redirect; $P is the program.
+    [[nodiscard]] Outcome shell(const std::string& words) const {
+        const std::string command = "cd '" + folder_.string() +
+                                    "' && export LC_ALL=C P='" PROGRAM "' && { " + words +
+                                    "; } >out 2>err";
+        const int status = std::system(command.c_str());
+        return {.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1,
+                .output = contentOf(folder_ / "out"),
+                .error = contentOf(folder_ / "err")};
+    }
+    [[nodiscard]] Outcome run(const std::string& arguments) const {
+        return shell("$P " + arguments);
+    }
+    void write(const std::string& name, const std::string& content) const {
+        std::ofstream(folder_ / name) << content;
+    }
+    [[nodiscard]] std::ptrdiff_t filesInFolder() const {
+        return std::distance(fs::directory_iterator(folder_), {});
+    }
+
+    fs::path folder_;
+};
+
+TEST_F(Program, theTrueNumbersOfTheBundledPairsComeOut) {
+    const json truth = json::parse(contentOf(EXAMPLES "/true_numbers.json"));
+    ASSERT_EQ(truth.size(), 2U);
+    for (const json& pair : truth) {
+        const Outcome outcome =
+            run("--format json --no-filter '" EXAMPLES "/" + pair["old"].get<std::string>() +
+                "' '" EXAMPLES "/" + pair["new"].get<std::string>() + "'");
+        ASSERT_EQ(outcome.status, 1) << outcome.error;
+        const json summary = json::parse(outcome.output)["summary"];
+        for (const char* kind : {"files", "groups"}) {
+            const json& counts = summary[kind];
+            EXPECT_EQ(counts["removed"], pair[kind]["removed"]) << pair["old"] << kind;
+            EXPECT_EQ(counts["added"], pair[kind]["added"]) << pair["old"] << kind;
+            EXPECT_EQ(counts["changed"], pair[kind]["changed"]) << pair["old"] << kind;
+            EXPECT_EQ(counts["changed"].get<int>() + counts["unchanged"].get<int>(),
+                      pair[kind]["common"])
+                << pair["old"] << kind;
+        }
+    }
+}
+
+TEST_F(Program, theStatusIsThatOfDiff) {
+    const std::string pair = "'" + older + "' '" + newer + "'";
+    EXPECT_EQ(run("-q " + pair).status, 1);
+    EXPECT_EQ(run("-q " + pair).output, "");
+    EXPECT_EQ(run("-q '" + older + "' '" + older + "'").status, 0);
+    const Outcome missing = run("nowhere '" + older + "'");
+    EXPECT_EQ(missing.status, 2);
+    EXPECT_EQ(missing.output, "");
+    EXPECT_EQ(missing.error, "depcompare: nowhere: No such file or directory\n");
+    EXPECT_EQ(run(". '" + older + "'").error, "depcompare: .: Is a directory\n");
+    EXPECT_EQ(run("--locale '!' " + pair).error, "depcompare: '!' is not the name of a locale\n");
+    EXPECT_EQ(run("").status, 2);
+    EXPECT_EQ(run("--help").status, 0);
+}
+
+TEST_F(Program, aPropertyAloneIsADifference) {
+    const auto file = [](const std::string& node) {
+        return "<graphml><graph><node id='a'/>" + node +
+               "<node id='c'/><edge source='a' target='b'/></graph></graphml>";
+    };
+    write("one", file("<node id='b'/>"));
+    write("same", file("<node id='b'></node>"));
+    write("other", file("<node id='b'><data key='k'>1</data></node>"));
+    EXPECT_EQ(run("one same").status, 0);
+    EXPECT_EQ(run("one other").status, 1);
+}
+
+TEST_F(Program, standardInputIsAGraph) {
+    const Outcome outcome = shell("$P -f json - '" + older + "' <'" + older + "'");
+    EXPECT_EQ(outcome.status, 0) << outcome.error;
+    EXPECT_EQ(json::parse(outcome.output)["left"]["source"], "-");
+    EXPECT_EQ(shell("echo '<graphml>' | $P - '" + older + "'").error,
+              "depcompare: standard input:2: not well-formed XML: no element found\n");
+}
+
+TEST_F(Program, theOutputFileIsWholeOrUntouched) {
+    write("report", "old");
+    const std::string newerThere = "'" + newer + "'";
+    EXPECT_EQ(run("-o report '" + older + "' broken").status, 2);
+    write("broken", "<graphml>");
+    EXPECT_EQ(run("-o report '" + older + "' broken").status, 2);
+    EXPECT_EQ(contentOf(folder_ / "report"), "old");
+    const auto files = filesInFolder();
+    const Outcome outcome = run("-o report '" + older + "' " + newerThere);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(contentOf(folder_ / "report"), run("'" + older + "' " + newerThere).output);
+    EXPECT_EQ(filesInFolder(), files);
+    EXPECT_EQ(run("-q -o quiet '" + older + "' " + newerThere).status, 1);
+    EXPECT_FALSE(fs::exists(folder_ / "quiet"));
+}
+
+TEST_F(Program, aReportThatCannotBeWrittenIsTrouble) {
+    const std::string command = "$P '" + older + "' '" + newer + "'";
+    EXPECT_EQ(shell(command + " >/dev/full").error,
+              "depcompare: standard output: No space left on device\n");
+    EXPECT_EQ(shell(command + " >&-").status, 2);
+    EXPECT_EQ(shell("{ sleep 0.2; " + command + "; echo $? >status; } | true; sleep 1").error,
+              "depcompare: standard output: Broken pipe\n");
+    EXPECT_EQ(contentOf(folder_ / "status"), "2\n");
+    EXPECT_EQ(shell(command + " -o nowhere/report").status, 2);
+    EXPECT_EQ(shell("$P --version >/dev/full").status, 2);
+}
+
+TEST_F(Program, coloursAndProgressAppearWhereTheyAreWanted) {
+    const std::string pair = "'" + older + "' '" + newer + "'";
+    EXPECT_EQ(run(pair).output.find('\x1b'), std::string::npos);
+    EXPECT_NE(run("--color always " + pair).output.find("\x1b[32m+ "), std::string::npos);
+    EXPECT_EQ(run(pair).error, "");
+    EXPECT_NE(run("--progress always " + pair).error.find("depcompare: comparing\n"),
+              std::string::npos);
+    EXPECT_EQ(run("-q --progress always " + pair).error, "");
+}
+
+TEST_F(Program, theLocaleComesFromTheOptionThenFromTheEnvironment) {
+    const std::string command = "$P -f json '" + older + "' '" + older + "' | head -c 100";
+    const std::pair<const char*, const char*> cases[] = {
+        {"", "\"locale\":\"en\""},
+        {"LC_ALL= LC_MESSAGES=tr_TR.UTF-8 LANG=de_DE", "\"locale\":\"tr_TR\""},
+        {"LC_ALL= LC_MESSAGES= LANG=de_DE.UTF-8", "\"locale\":\"de_DE\""},
+        {"LC_ALL=12/!", "\"locale\":\"en\""},
+    };
+    for (const auto& [environment, expected] : cases) {
+        const Outcome outcome = shell(std::string(environment) + " " + command);
+        EXPECT_NE(outcome.output.find(expected), std::string::npos) << outcome.output;
+    }
+    EXPECT_NE(
+        run("-f json --locale ja '" + older + "' '" + older + "'").output.find("\"locale\":\"ja\""),
+        std::string::npos);
+}
+
+}  // namespace
