@@ -2,13 +2,10 @@
 
 #include <fl/i18n/ustring.h>
 
-#include <dependency/comparisons/dependency_subcomparator.h>
-#include <dependency/comparisons/graph_subcomparator.h>
-#include <dependency/comparisons/graph_traversal_model.h>
-#include <dependency/comparisons/match_graphs.h>
-#include <dependency/comparisons/node_subcomparator.h>
-
+#include "core/pair_index.h"
 #include "core/tree_build.h"
+#include "matching/pairing.h"
+#include "subcomparators/detail_comparisons.h"
 
 namespace dependency::comparisons {
 
@@ -46,21 +43,11 @@ UnmatchedItemError::~UnmatchedItemError() = default;
 
 std::shared_ptr<GraphComparison> compareGraphs(const std::shared_ptr<const graph::Graph>& left,
                                                const std::shared_ptr<const graph::Graph>& right) {
+    const PairIndex index(left, right);
+    const auto pairings = pairItems(index);
+    DetailComparisons compareDetail;
     return std::make_shared<GraphComparison>([&](GraphComparison::Tree& tree) {
-        const auto root = buildTree(tree, matchGraphs(left, right),
-                                    {GraphTraversalModel(left), GraphTraversalModel(right)});
-        const auto compareDetails = [&](::comparisons::Subcomparator<ItemEdit>&& subcomparator) {
-            for (const auto vertex : boost::make_iterator_range(boost::vertices(tree))) {
-                auto& entry = tree[vertex];
-                if (subcomparator.canCompare(entry.edit)) {
-                    entry.detail = subcomparator.compare(entry.edit).share();
-                }
-            }
-        };
-        compareDetails(GraphSubcomparator());
-        compareDetails(DependencySubcomparator());
-        compareDetails(NodeSubcomparator());
-        return root;
+        return buildTree(tree, index, pairings, compareDetail);
     });
 }
 

@@ -26,7 +26,8 @@ std::vector<Item> childrenOf(const std::shared_ptr<const graph::Graph>& graph,
     };
     std::vector<Keyed> keyed;
     for (auto& group : ParallelDependencies::createParallelDependencies(graph, node)) {
-        keyed.push_back({.key = sortKeyOf(*group.downstream), .group = std::move(group)});
+        SortKey key = sortKeyOf(*group.downstream);
+        keyed.push_back({.key = std::move(key), .group = std::move(group)});
     }
     // The order of groups with equal sort keys is ours to choose: by downstream ID, so that both
     // sides and every run agree.

@@ -1,9 +1,8 @@
 #include "core/tree_build.h"
 
-#include <functional>
-#include <unordered_map>
+#include <algorithm>
 
-#include "matching/match_key.h"
+#include "core/sibling_positions.h"
 
 namespace dependency::comparisons {
 
@@ -14,79 +13,86 @@ namespace {
 
 using Tree = GraphComparison::Tree;
 using Vertex = GraphComparison::Vertex;
+template <class T>
+using BySide = std::array<T, 2>;
 
-struct ItemHash {
-    std::size_t operator()(const Item* item) const { return std::hash<Item>{}(*item); }
-};
-struct ItemsSame {
-    bool operator()(const Item* a, const Item* b) const { return *a == *b; }
-};
-using ItemIndex = std::unordered_map<const Item*, Vertex, ItemHash, ItemsSame>;
+ItemID itemID(const SideIndex& side, Number item) {
+    if (side.isFile(item)) {
+        return {.node = side.nodes[item]->getID(), .downstream = std::nullopt};
+    }
+    const GroupRecord& group = side.group(item);
+    return {.node = side.nodes[group.file]->getID(),
+            .downstream = side.nodes[group.downstream]->getID()};
+}
 
-ItemIndex indexItems(const Tree& tree) {
-    ItemIndex index;
-    index.reserve(2 * boost::num_vertices(tree));
-    for (const Vertex vertex : boost::make_iterator_range(boost::vertices(tree))) {
-        for (const Side side : ::comparisons::sides) {
-            if (const auto& item = tree[vertex].edit[side]) {
-                index.emplace(&*item, vertex);
+std::u16string joined(const ItemID& id) {
+    return id.downstream ? id.node + *id.downstream : id.node;
+}
+
+[[noreturn]] void reportUnmatched(const PairIndex& index, const std::vector<Pairing>& pairings,
+                                  Side side, Number lost) {
+    const ItemID lostID = itemID(index[side], lost);
+    std::optional<ItemID> kept;
+    for (const Pairing& pairing : pairings) {
+        const Number item = pairing.items[indexOf(side)];
+        if (item != none && joined(itemID(index[side], item)) == joined(lostID)) {
+            kept = itemID(index[side], item);
+        }
+    }
+    throw UnmatchedItemError(side, lostID, std::move(kept));
+}
+
+void checkComplete(const PairIndex& index, const std::vector<Pairing>& pairings) {
+    for (const Side side : ::comparisons::sides) {
+        std::vector<bool> paired(index[side].itemCount());
+        for (const Pairing& pairing : pairings) {
+            if (pairing.items[indexOf(side)] != none) {
+                paired[pairing.items[indexOf(side)]] = true;
             }
         }
-    }
-    return index;
-}
-
-struct ItemIDOf {
-    ItemID operator()(const std::shared_ptr<const graph::Graph>& /*graph*/) const { return {}; }
-    ItemID operator()(const std::shared_ptr<graph::Node>& node) const {
-        return {.node = node->getID(), .downstream = std::nullopt};
-    }
-    ItemID operator()(const ParallelDependencies& group) const {
-        return {.node = group.upstream->getID(), .downstream = group.downstream->getID()};
-    }
-};
-
-[[noreturn]] void reportUnmatched(const Tree& tree, Side side, const Item& lost) {
-    std::optional<ItemID> kept;
-    for (const Vertex vertex : boost::make_iterator_range(boost::vertices(tree))) {
-        const auto& item = tree[vertex].edit[side];
-        if (item && item->index() != 0 && matchKey(*item) == matchKey(lost)) {
-            kept = std::visit(ItemIDOf{}, *item);
+        const auto lost = std::ranges::find(paired, false);
+        if (lost != paired.end()) {
+            reportUnmatched(index, pairings, side, static_cast<Number>(lost - paired.begin()));
         }
-    }
-    throw UnmatchedItemError(side, std::visit(ItemIDOf{}, lost), std::move(kept));
-}
-
-void linkChildren(Tree& tree, const ItemIndex& index, Vertex parent, Side side,
-                  const std::vector<Item>& children) {
-    std::uint32_t position = 0;
-    for (const Item& child : children) {
-        const auto found = index.find(&child);
-        if (found == index.end()) {
-            reportUnmatched(tree, side, child);
-        }
-        tree[found->second].positions[indexOf(side)] = position++;
-        const auto link = boost::add_edge(parent, found->second, tree).first;
-        tree[link].sides.push_back(side);
     }
 }
 
 }  // namespace
 
-Vertex buildTree(Tree& tree, std::vector<ItemEdit> edits,
-                 const std::array<GraphTraversalModel, 2>& models) {
-    for (ItemEdit& edit : edits) {
-        tree[boost::add_vertex(tree)].edit = std::move(edit);
+Vertex buildTree(Tree& tree, const PairIndex& index, const std::vector<Pairing>& pairings,
+                 DetailComparisons& compareDetail) {
+    checkComplete(index, pairings);
+    const BySide<std::vector<Number>> positions{siblingPositions(index[Side::left]),
+                                                siblingPositions(index[Side::right])};
+    BySide<std::vector<Vertex>> files;
+    for (const Side side : ::comparisons::sides) {
+        files[indexOf(side)].resize(index[side].fileCount);
     }
-    const ItemIndex index = indexItems(tree);
-    for (const Vertex parent : boost::make_iterator_range(boost::vertices(tree))) {
+    const Vertex root = ::comparisons::addEntry<ItemEdit>(tree);
+    tree[root].edit = makeGraphEdit(index);
+    tree[root].detail = compareDetail(tree[root].edit);
+
+    for (const Pairing& pairing : pairings) {
+        const Vertex vertex = ::comparisons::addEntry<ItemEdit>(tree);
+        auto& entry = tree[vertex];
+        entry.edit = makeEdit(index, pairing);
+        entry.detail = compareDetail(entry.edit);
         for (const Side side : ::comparisons::sides) {
-            if (const auto& item = tree[parent].edit[side]) {
-                linkChildren(tree, index, parent, side, models[indexOf(side)](*item));
+            const Number item = pairing.items[indexOf(side)];
+            if (item == none) {
+                continue;
             }
+            const bool isFile = index[side].isFile(item);
+            const Vertex parent =
+                isFile ? root : files[indexOf(side)][index[side].group(item).file];
+            if (isFile) {
+                files[indexOf(side)][item] = vertex;
+            }
+            entry.positions[indexOf(side)] = positions[indexOf(side)][item];
+            tree[boost::add_edge(parent, vertex, tree).first].sides.push_back(side);
         }
     }
-    return *boost::vertices(tree).first;
+    return root;
 }
 
 }  // namespace dependency::comparisons

@@ -1,20 +1,23 @@
 #pragma once
-// From matched items to a tree: one entry per edit, linked as each side's model lists children.
-#include <array>
+// From paired items to a tree: one entry per pairing, linked and placed as each side has it.
 #include <vector>
 
-#include <comparisons/tree_comparison.h>
 #include <dependency/comparisons/compare_graphs.h>
-#include <dependency/comparisons/graph_traversal_model.h>
+
+#include "core/pair_index.h"
+#include "matching/pairing.h"
+#include "subcomparators/detail_comparisons.h"
 
 namespace dependency::comparisons {
 
-/// Fills `tree` with one entry per edit, in their order.
+/// Fills `tree` with an entry for the graphs, then one per pairing in their order, each with what
+/// `compareDetail` makes of its edit.
 ///
-/// Requires: the first edit is that of the two graphs; `models` by side.
-/// Returns:  the vertex of the first edit.
-/// Throws:   `UnmatchedItemError` where `edits` lack an item that a model lists.
-GraphComparison::Vertex buildTree(GraphComparison::Tree& tree, std::vector<ItemEdit> edits,
-                                  const std::array<GraphTraversalModel, 2>& models);
+/// Returns: the vertex of the graphs.
+/// Throws:  `UnmatchedItemError` where an item is in no pairing, before anything is built, and what
+///          `compareDetail` throws.
+GraphComparison::Vertex buildTree(GraphComparison::Tree& tree, const PairIndex& index,
+                                  const std::vector<Pairing>& pairings,
+                                  DetailComparisons& compareDetail);
 
 }  // namespace dependency::comparisons

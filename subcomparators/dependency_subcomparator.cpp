@@ -24,9 +24,9 @@ struct Candidate {
     std::shared_ptr<graph::Dependency> dependency;
 };
 
-// The type's name would lead every key; within one type it cannot tell keys apart.
+// Types that are one by ID may still differ in name, and then tell dependencies apart.
 std::u16string pairingKey(const graph::Dependency& dependency) {
-    return dependency.getUpstreamComponent()->getName() +
+    return dependency.getType()->getName() + dependency.getUpstreamComponent()->getName() +
            dependency.getDownstreamComponent()->getName();
 }
 

@@ -1,9 +1,9 @@
 #include <dependency/comparisons/graph_subcomparator.h>
 
-#include <array>
-
 #include <fl/i18n/date_time.h>
+#include <fl/i18n/message_catalog.h>
 
+#include "subcomparators/detail_comparisons.h"
 #include "subcomparators/property_pairing.h"
 
 namespace dependency::comparisons {
@@ -25,16 +25,14 @@ GraphProperty analysisTime(const graph::Graph& graph) {
                 fl::i18n::date_time::to_ustring(getTimeStamp(graph), fl::i18n::DateFormat::medium)};
 }
 
-std::vector<GraphProperty> collectGraphProperties(
-    const std::shared_ptr<const graph::Graph>& graph) {
-    static const std::array<std::string, 2> prefixes{"ORBITA:dependency:analysis:",
-                                                     "VeltrinoDependencyAnalysis:Analyze:"};
+std::vector<GraphProperty> collectGraphProperties(const std::shared_ptr<const graph::Graph>& graph,
+                                                  DisplayedNames& names) {
     std::vector<GraphProperty> rows;
     for (const auto& key : graph->getPropertyKeys()) {
-        std::u16string name = displayedName(key, prefixes);
-        rows.push_back(name == analysisTimeName ? analysisTime(*graph)
-                                                : GraphProperty{.name = std::move(name),
-                                                                .value = graph->getProperty(key)});
+        const std::u16string& name = names[key];
+        rows.push_back(name == analysisTimeName
+                           ? analysisTime(*graph)
+                           : GraphProperty{.name = name, .value = graph->getProperty(key)});
     }
     return rows;
 }
@@ -61,10 +59,15 @@ bool GraphSubcomparator::canCompare(const ItemEdit& edit) const {
 }
 
 std::future<ComparisonValue> GraphSubcomparator::compare(const ItemEdit& edit) {
+    auto names = DisplayedNames::ofGraphs();
+    return ::comparisons::readyFuture(compareGraphProperties(edit, names));
+}
+
+GraphPropertyComparison compareGraphProperties(const ItemEdit& edit, DisplayedNames& names) {
     const auto& left = graphOf(edit, Side::left);
     const auto& right = graphOf(edit, Side::right);
-    return ::comparisons::readyFuture(GraphPropertyComparison(
-        pairByName(collectGraphProperties(left), collectGraphProperties(right))));
+    return GraphPropertyComparison(
+        pairByName(collectGraphProperties(left, names), collectGraphProperties(right, names)));
 }
 
 }  // namespace dependency::comparisons

@@ -1,5 +1,6 @@
 #include <dependency/comparisons/node_subcomparator.h>
 
+#include "subcomparators/detail_comparisons.h"
 #include "subcomparators/property_pairing.h"
 
 namespace dependency::comparisons {
@@ -9,15 +10,15 @@ using ::comparisons::Side;
 
 namespace {
 
-std::vector<NodeProperty> collectNodeProperties(const std::optional<Item>& side) {
+std::vector<NodeProperty> collectNodeProperties(const std::optional<Item>& side,
+                                                DisplayedNames& names) {
     if (!side) {
         return {};
     }
-    static const std::string prefix = "ORBITA:dependency:comparisons:";
     const auto& node = std::get<std::shared_ptr<graph::Node>>(*side);
     std::vector<NodeProperty> rows;
     for (const auto& key : node->getPropertyKeys()) {
-        rows.push_back({.name = displayedName(key, {&prefix, 1}), .value = node->getProperty(key)});
+        rows.push_back({.name = names[key], .value = node->getProperty(key)});
     }
     return rows;
 }
@@ -40,8 +41,13 @@ bool NodeSubcomparator::canCompare(const ItemEdit& edit) const {
 }
 
 std::future<ComparisonValue> NodeSubcomparator::compare(const ItemEdit& edit) {
-    return ::comparisons::readyFuture(NodePropertyComparison(pairByName(
-        collectNodeProperties(edit[Side::left]), collectNodeProperties(edit[Side::right]))));
+    auto names = DisplayedNames::ofNodes();
+    return ::comparisons::readyFuture(compareNodeProperties(edit, names));
+}
+
+NodePropertyComparison compareNodeProperties(const ItemEdit& edit, DisplayedNames& names) {
+    return NodePropertyComparison(pairByName(collectNodeProperties(edit[Side::left], names),
+                                             collectNodeProperties(edit[Side::right], names)));
 }
 
 }  // namespace dependency::comparisons

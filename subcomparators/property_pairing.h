@@ -2,37 +2,15 @@
 // What graph and node properties have in common once they have a displayed name.
 #include <algorithm>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
 #include <comparisons/stateful_edit.h>
-#include <fl/i18n/locale.h>
-#include <fl/i18n/message_catalog.h>
 
 namespace dependency::comparisons {
 
 template <class Property>
 using PropertyEdit = ::comparisons::StatefulEdit<std::optional<Property>, 2>;
-
-/// Returns: the message for `key` in the global locale behind the first of `prefixes` that has one;
-///          else the key itself.
-[[nodiscard]] inline std::u16string displayedName(const std::u16string& key,
-                                                  std::span<const std::string> prefixes) {
-    const std::string suffix = fl::i18n::to_string(key);
-    for (const std::string& prefix : prefixes) {
-        try {
-            const auto message = fl::i18n::MessageCatalog::find_message(
-                fl::i18n::MessageID(prefix + suffix), fl::i18n::Locale::global());
-            if (message) {
-                return *message;
-            }
-        } catch (...) {
-            // A key that cannot be looked up, whatever the reason, is shown as it is.
-        }
-    }
-    return key;
-}
 
 /// Pairs rows by name; of several of one side with one name the last survives.
 ///

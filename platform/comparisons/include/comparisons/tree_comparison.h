@@ -5,6 +5,8 @@
 #include <concepts>
 #include <cstdint>
 #include <future>
+#include <iterator>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -41,6 +43,18 @@ struct TreeLink {
 template <class Edit>
 using ComparisonTree = boost::adjacency_list<boost::setS, boost::listS, boost::bidirectionalS,
                                              TreeEntry<Edit>, TreeLink>;
+
+/// Adds an entry without edit, positions and links, behind all others.
+///
+/// Returns: its vertex.
+template <class Edit>
+typename ComparisonTree<Edit>::vertex_descriptor addEntry(ComparisonTree<Edit>& tree) {
+    // boost::add_vertex loses the vertex where there is no memory left to list it.
+    auto vertex = std::make_unique<typename ComparisonTree<Edit>::stored_vertex>();
+    tree.m_vertices.push_back(vertex.get());
+    vertex->m_position = std::prev(tree.m_vertices.end());
+    return vertex.release();
+}
 
 /// An immutable comparison tree.
 template <class Edit>

@@ -1,0 +1,18 @@
+#include "subcomparators/detail_comparisons.h"
+
+namespace dependency::comparisons {
+
+std::future<::comparisons::ComparisonValue> DetailComparisons::operator()(const ItemEdit& edit) {
+    if (GraphSubcomparator().canCompare(edit)) {
+        return ::comparisons::readyFuture(compareGraphProperties(edit, graphNames_));
+    }
+    if (DependencySubcomparator dependencies; dependencies.canCompare(edit)) {
+        return dependencies.compare(edit);
+    }
+    if (NodeSubcomparator().canCompare(edit)) {
+        return ::comparisons::readyFuture(compareNodeProperties(edit, nodeNames_));
+    }
+    return {};
+}
+
+}  // namespace dependency::comparisons

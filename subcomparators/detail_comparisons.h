@@ -1,0 +1,32 @@
+#pragma once
+// The detail comparisons of all entries of one tree, with what they can share.
+#include <future>
+
+#include <comparisons/comparison_value.h>
+#include <dependency/comparisons/dependency_subcomparator.h>
+#include <dependency/comparisons/graph_subcomparator.h>
+#include <dependency/comparisons/item.h>
+#include <dependency/comparisons/node_subcomparator.h>
+
+#include "subcomparators/displayed_names.h"
+
+namespace dependency::comparisons {
+
+[[nodiscard]] GraphPropertyComparison compareGraphProperties(const ItemEdit& edit,
+                                                             DisplayedNames& names);
+[[nodiscard]] NodePropertyComparison compareNodeProperties(const ItemEdit& edit,
+                                                           DisplayedNames& names);
+
+/// Serves the entries of one comparison.
+class DetailComparisons {
+  public:
+    /// Returns: what the first subcomparator that accepts `edit` makes of it, in the order graph,
+    ///          dependency, node; not valid where none does.
+    [[nodiscard]] std::future<::comparisons::ComparisonValue> operator()(const ItemEdit& edit);
+
+  private:
+    DisplayedNames graphNames_ = DisplayedNames::ofGraphs();
+    DisplayedNames nodeNames_ = DisplayedNames::ofNodes();
+};
+
+}  // namespace dependency::comparisons

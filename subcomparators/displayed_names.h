@@ -1,0 +1,30 @@
+#pragma once
+// The localized names of property keys.
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace dependency::comparisons {
+
+/// Looks up each distinct key once.
+///
+/// Lifetime: names are of the global locale at the time of their look-up, so one object serves one
+///           comparison.
+class DisplayedNames {
+  public:
+    explicit DisplayedNames(std::vector<std::string> prefixes) : prefixes_(std::move(prefixes)) {}
+
+    /// Returns: the message for `key` behind the first prefix that has one, else the key itself;
+    ///          valid as long as this object.
+    [[nodiscard]] const std::u16string& operator[](const std::u16string& key);
+
+    /// Those of graph properties, and those of node properties.
+    [[nodiscard]] static DisplayedNames ofGraphs();
+    [[nodiscard]] static DisplayedNames ofNodes();
+
+  private:
+    std::vector<std::string> prefixes_;
+    std::unordered_map<std::u16string, std::u16string> names_;
+};
+
+}  // namespace dependency::comparisons

@@ -1,0 +1,129 @@
+#include <dependency/graph/graph_builder.h>
+
+#include <functional>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace dependency::graph {
+namespace {
+
+using testing::HasSubstr;
+
+std::u16string idsOf(const Graph& graph) {
+    std::u16string ids;
+    for (const auto& node : graph.getNodes()) {
+        ids += node->getID() + u':';
+        for (const auto& dependency : graph.getDownstreamDependencies(node)) {
+            ids += dependency->getID();
+        }
+        ids += u' ';
+    }
+    return ids;
+}
+
+class GraphBuilderTest : public testing::Test {
+  protected:
+    GraphBuilder builder;
+    GraphBuilder other;
+    std::shared_ptr<const Type> file = Type::FILE();
+    std::shared_ptr<const Type> call = builder.type(u"call", u"Call");
+    std::shared_ptr<const Component> whole = builder.component(u"", call);
+    std::shared_ptr<Node> a = builder.addNode(u"a", u"A", file);
+    std::shared_ptr<Dependency> loop = builder.addDependency(u"1", a, a, call, whole, whole);
+};
+
+TEST_F(GraphBuilderTest, refusalsNameTheIdAndLeaveTheBuilderUsable) {
+    const auto strangeType = other.type(u"call", u"Call");
+    const auto strangeComponent = other.component(u"", strangeType);
+    const auto strangeNode = other.addNode(u"a", u"A", file);
+    const struct {
+        const char* what;
+        std::u16string id;
+        std::function<void()> add;
+    } cases[] = {
+        {"second node", u"a", [&] { builder.addNode(u"a", u"other", call); }},
+        {"null type", u"n", [&] { builder.addNode(u"n", u"", nullptr); }},
+        {"type of another builder", u"n", [&] { builder.addNode(u"n", u"", strangeType); }},
+        {"key twice", u"n",
+         [&] {
+             builder.addNode(u"n", u"", file, {{u"k", u"1"}, {u"k", u"2"}});
+         }},
+        {"null component type", u"c", [&] { builder.component(u"c", nullptr); }},
+        {"component type of another", u"c", [&] { builder.component(u"c", strangeType); }},
+        {"second dependency", u"1", [&] { builder.addDependency(u"1", a, a, call, whole, whole); }},
+        {"null upstream", u"2", [&] { builder.addDependency(u"2", {}, a, call, whole, whole); }},
+        {"null downstream", u"2", [&] { builder.addDependency(u"2", a, {}, call, whole, whole); }},
+        {"upstream of another", u"2",
+         [&] { builder.addDependency(u"2", strangeNode, a, call, whole, whole); }},
+        {"downstream of another", u"2",
+         [&] { builder.addDependency(u"2", a, strangeNode, call, whole, whole); }},
+        {"null dependency type", u"2",
+         [&] { builder.addDependency(u"2", a, a, {}, whole, whole); }},
+        {"dependency type of another", u"2",
+         [&] { builder.addDependency(u"2", a, a, strangeType, whole, whole); }},
+        {"null upstream component", u"2",
+         [&] { builder.addDependency(u"2", a, a, call, {}, whole); }},
+        {"null downstream component", u"2",
+         [&] { builder.addDependency(u"2", a, a, call, whole, {}); }},
+        {"upstream component of another", u"2",
+         [&] { builder.addDependency(u"2", a, a, call, strangeComponent, whole); }},
+        {"downstream component of another", u"2",
+         [&] { builder.addDependency(u"2", a, a, call, whole, strangeComponent); }},
+    };
+    for (const auto& [what, id, add] : cases) {
+        SCOPED_TRACE(what);
+        try {
+            add();
+            ADD_FAILURE() << "not refused";
+        } catch (const GraphBuildError& error) {
+            EXPECT_EQ(error.id(), id);
+            EXPECT_THAT(error.what(), HasSubstr('"' + std::string(id.begin(), id.end()) + '"'));
+        }
+    }
+    const auto n = builder.addNode(u"n", u"", file, {{u"k", u"1"}});
+    builder.addDependency(u"2", n, a, call, whole, builder.component(u"c", call));
+    EXPECT_EQ(idsOf(*builder.finish()), u"a:1 n:2 ");
+}
+
+TEST_F(GraphBuilderTest, startsAnewAfterFinishing) {
+    builder.setProperty(u"k", u"v");
+    const auto first = builder.finish();
+    EXPECT_THROW(builder.addDependency(u"2", a, a, call, whole, whole), GraphBuildError);
+    builder.addNode(u"a", u"again", file);
+    const auto second = builder.finish();
+
+    EXPECT_EQ(idsOf(*first), u"a:1 ");
+    EXPECT_EQ(idsOf(*second), u"a: ");
+    EXPECT_TRUE(second->getPropertyKeys().empty());
+    EXPECT_EQ(idsOf(*builder.finish()), u"");
+}
+
+TEST_F(GraphBuilderTest, makesOneObjectOfEqualTypesAndComponents) {
+    EXPECT_EQ(builder.type(u"call", u"Call"), call);
+    EXPECT_NE(builder.type(u"call", u"Invocation"), call);
+    EXPECT_EQ(builder.type(u"file", u"any name"), Type::FILE());
+    EXPECT_EQ(builder.component(u"", call), whole);
+    EXPECT_NE(builder.component(u"", file), whole);
+    EXPECT_NE(builder.component(u"c", call), whole);
+}
+
+TEST_F(GraphBuilderTest, keepsTheOrderOfWhatIsAddedWhateverTheOrderOfUpstreamNodes) {
+    const auto b = builder.addNode(u"b", u"", file);
+    builder.addDependency(u"9", b, a, call, whole, whole);
+    builder.addDependency(u"0", a, b, call, whole, whole);
+    builder.addDependency(u"8", b, b, call, whole, whole);
+    EXPECT_EQ(idsOf(*builder.finish()), u"a:10 b:98 ");
+}
+
+TEST_F(GraphBuilderTest, replacesThePropertyOfAGraphInPlace) {
+    builder.setProperty(u"x", u"1");
+    builder.setProperty(u"y", u"2");
+    builder.setProperty(u"x", u"3");
+    const auto graph = builder.finish();
+    EXPECT_EQ(graph->getPropertyKeys(), (std::vector<std::u16string>{u"x", u"y"}));
+    EXPECT_EQ(graph->getProperty(u"x"), u"3");
+}
+
+}  // namespace
+}  // namespace dependency::graph

@@ -1,0 +1,30 @@
+#pragma once
+// Random pairs of graphs that have much in common, as lines of text.
+#include <iosfwd>
+#include <string>
+
+#include <rapidcheck/Gen.h>
+
+namespace dependency::test {
+
+struct GraphPair {
+    std::string left;
+    std::string right;
+};
+
+std::ostream& operator<<(std::ostream& out, const GraphPair& pair);
+
+/// Graphs with nodes of several types, names that differ in case or not at all, properties in
+/// several orders and with coinciding displayed names, parallel dependencies, self-dependencies and
+/// components whose joined names coincide. Node IDs are prefixes of each other, but no two joined
+/// ones coincide.
+[[nodiscard]] rc::Gen<GraphPair> distinctPairs();
+
+/// The same with IDs that coincide when joined, the empty one included, on one side and across the
+/// sides.
+[[nodiscard]] rc::Gen<GraphPair> collidingPairs();
+
+/// The same graph, with its dependencies added in the reverse order.
+[[nodiscard]] std::string withDependenciesReversed(const std::string& text);
+
+}  // namespace dependency::test

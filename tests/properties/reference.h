@@ -1,0 +1,76 @@
+#pragma once
+// Comparisons done the slow and obvious way, to hold the library's against.
+#include <array>
+#include <compare>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <dependency/comparisons/compare_graphs.h>
+
+namespace dependency::test {
+
+/// One row of a detail comparison.
+struct FlatRow {
+    std::string type;  ///< the ID of a dependency's type, empty for a property
+    std::array<std::optional<std::string>, 2> sides;
+    bool changed = false;
+
+    friend auto operator<=>(const FlatRow&, const FlatRow&) = default;
+};
+
+/// One tree entry with all that can be seen of it.
+struct FlatEntry {
+    std::array<std::optional<std::string>, 2> labels;
+    std::array<std::optional<std::string>, 2> parents;
+    std::array<std::optional<std::uint32_t>, 2> positions;
+    bool changed = false;
+    std::vector<FlatRow> rows;  ///< sorted
+
+    friend auto operator<=>(const FlatEntry&, const FlatEntry&) = default;
+};
+
+/// For the reports of failed properties.
+std::ostream& operator<<(std::ostream& out, const FlatEntry& entry);
+
+/// Order:  sorted.
+/// Throws: `std::logic_error` for rows or dependency types that are out of order.
+[[nodiscard]] std::vector<FlatEntry> flattened(const comparisons::GraphComparison& comparison);
+
+/// The same with the sides exchanged.
+[[nodiscard]] std::vector<FlatEntry> mirrored(std::vector<FlatEntry> entries);
+
+struct Loss {
+    ::comparisons::Side side;
+    comparisons::ItemID lost;
+    comparisons::ItemID kept;
+
+    friend bool operator==(const Loss&, const Loss&) = default;
+};
+
+class Reference {
+  public:
+    Reference(const std::shared_ptr<const graph::Graph>& left,
+              const std::shared_ptr<const graph::Graph>& right);
+
+    /// What `matchGraphs` returns, in another order.
+    [[nodiscard]] const std::vector<comparisons::ItemEdit>& edits() const { return edits_; }
+    /// The groups that the matching leaves out.
+    [[nodiscard]] const std::vector<Loss>& losses() const { return losses_; }
+    /// Coinciding keys pair a node with a group.
+    [[nodiscard]] bool pairsKinds() const;
+
+    /// What `flattened` makes of the comparison.
+    ///
+    /// Requires: no losses, no paired kinds.
+    [[nodiscard]] std::vector<FlatEntry> entries() const;
+
+  private:
+    std::array<std::shared_ptr<const graph::Graph>, 2> graphs_;
+    std::vector<comparisons::ItemEdit> edits_;
+    std::vector<Loss> losses_;
+};
+
+}  // namespace dependency::test

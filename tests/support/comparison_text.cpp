@@ -1,0 +1,177 @@
+#include "comparison_text.h"
+
+#include <set>
+#include <span>
+#include <stdexcept>
+
+#include <comparisons/combined_comparison.h>
+#include <dependency/comparisons/dependency_subcomparator.h>
+#include <dependency/comparisons/graph_subcomparator.h>
+#include <dependency/comparisons/node_subcomparator.h>
+
+#include "text_graph.h"
+#include "tree_faults.h"
+
+namespace dependency::test {
+
+using boost::type_erasure::any_cast;
+using ::comparisons::ComparisonValue;
+using comparisons::GraphComparison;
+using ::comparisons::Side;
+
+namespace {
+
+std::string quotedIfEmpty(std::string text) {
+    return text.empty() ? "\"\"" : text;
+}
+
+struct Label {
+    std::string operator()(const std::shared_ptr<const graph::Graph>& /*graph*/) const {
+        return "graph";
+    }
+    std::string operator()(const std::shared_ptr<graph::Node>& node) const {
+        return quotedIfEmpty(utf8(node->getID()));
+    }
+    std::string operator()(const comparisons::ParallelDependencies& group) const {
+        return (*this)(group.upstream) + " -> " + (*this)(group.downstream);
+    }
+};
+
+std::string joined(const std::string& left, const std::string& right) {
+    return left == right ? left : left + " | " + right;
+}
+
+// Renders the sides of an edit with `text`, once where both sides have the same text.
+template <class T, class Text>
+std::string sidesOf(const ::comparisons::StatefulEdit<std::optional<T>, 2>& edit, Text text) {
+    return hasBothSides(edit) ? joined(text(*edit[Side::left]), text(*edit[Side::right]))
+                              : text(anySide(edit));
+}
+
+template <class T>
+char markOf(const ::comparisons::StatefulEdit<std::optional<T>, 2>& edit) {
+    return test::markOf(edit[Side::left].has_value(), edit[Side::right].has_value(),
+                        edit.isChanged());
+}
+
+void appendSubtree(std::string& text, const GraphComparison& comparison,
+                   const GraphComparison::Child& top, std::size_t depth) {
+    const auto& edit = comparison[top.vertex].edit;
+    text.append(2 * depth, ' ') += markOf(edit);
+    text += ' ' + labelOf(edit);
+    text += top.orderMove ? " (moved)" : "";
+    text += top.hierarchyMove ? " (moved here)" : "";
+    text += '\n';
+    for (const auto& child : comparison.children(top.vertex)) {
+        appendSubtree(text, comparison, child, depth + 1);
+    }
+}
+
+template <class Edit>
+std::string propertyRows(const std::vector<Edit>& edits) {
+    std::string text;
+    for (const auto& edit : edits) {
+        const auto name = [](const auto& row) { return quotedIfEmpty(utf8(row.name)); };
+        const auto value = [](const auto& row) { return utf8(row.value); };
+        text += markOf(edit);
+        text += ' ' + sidesOf(edit, name) + ": " + sidesOf(edit, value) + '\n';
+    }
+    return text;
+}
+
+std::string dependencyRows(const std::vector<comparisons::DependencyEdit>& edits) {
+    std::set<std::string> types;
+    std::string rows;
+    for (const auto& edit : edits) {
+        for (const Side side : ::comparisons::sides) {
+            if (edit[side]) {
+                const auto type = (*edit[side])->getType();
+                types.insert(utf8(type->getID()) + ':' + utf8(type->getName()));
+            }
+        }
+        rows += "  ";
+        rows += markOf(edit);
+        rows += ' ' +
+                sidesOf(edit,
+                        [](const auto& dependency) {
+                            return utf8(dependency->getID() + u' ' +
+                                        dependency->getUpstreamComponent()->getName() + u" -> " +
+                                        dependency->getDownstreamComponent()->getName());
+                        }) +
+                '\n';
+    }
+    std::string text;
+    for (const auto& type : types) {
+        text += (text.empty() ? "" : ", ") + type;
+    }
+    return text + '\n' + rows;
+}
+
+}  // namespace
+
+std::string labelOf(const comparisons::Item& item) {
+    return std::visit(Label{}, item);
+}
+
+std::string labelOf(const comparisons::ItemEdit& edit) {
+    return sidesOf(edit, [](const comparisons::Item& item) { return labelOf(item); });
+}
+
+char markOf(bool left, bool right, bool changed) {
+    if (left && right) {
+        return changed ? '~' : '=';
+    }
+    // A changed edit with an empty side, or one without sides, shows as what it is: a fault.
+    return changed || left == right ? '!' : left ? '<' : '>';
+}
+
+std::string treeOf(const GraphComparison& comparison,
+                   const std::shared_ptr<const graph::Graph>& left,
+                   const std::shared_ptr<const graph::Graph>& right) {
+    std::string text;
+    appendSubtree(text, comparison, {.vertex = comparison.root()}, 0);
+    for (const std::string& fault : faultsOf(comparison, left, right)) {
+        text += "! " + fault + '\n';
+    }
+    return text;
+}
+
+std::string compared(const std::shared_ptr<const graph::Graph>& left,
+                     const std::shared_ptr<const graph::Graph>& right) {
+    return treeOf(*comparisons::compareGraphs(left, right), left, right);
+}
+
+std::string compared(std::string_view left, std::string_view right) {
+    return compared(graphOf(left), graphOf(right));
+}
+
+std::string rowsOf(const ComparisonValue& detail) {
+    const std::string& type = get_type(detail);
+    if (type == "graph_property_comparison") {
+        return propertyRows(any_cast<const comparisons::GraphPropertyComparison&>(detail).edits());
+    }
+    if (type == "node_comparison") {
+        return propertyRows(any_cast<const comparisons::NodePropertyComparison&>(detail).edits());
+    }
+    if (type == "dependency_comparison") {
+        return dependencyRows(any_cast<const comparisons::DependencyComparison&>(detail).edits());
+    }
+    std::string text;
+    for (const auto& member :
+         any_cast<const ::comparisons::CombinedComparison&>(detail).members()) {
+        text += rowsOf(member);
+    }
+    return text;
+}
+
+std::string rowsOf(std::string_view left, std::string_view right, std::string_view label) {
+    const auto comparison = comparisons::compareGraphs(graphOf(left), graphOf(right));
+    for (const auto vertex : comparison->entries()) {
+        if (labelOf((*comparison)[vertex].edit) == label) {
+            return rowsOf((*comparison)[vertex].detail.get());
+        }
+    }
+    throw std::out_of_range("no entry " + std::string(label));
+}
+
+}  // namespace dependency::test

@@ -1,0 +1,41 @@
+#pragma once
+// Comparisons rendered as text, one line an entry or a row. Whoever renders a comparison also
+// checks it: a broken invariant shows as a line that no test expects.
+//
+// Marks: = equal, ~ changed, < left only, > right only.
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <comparisons/comparison_value.h>
+#include <dependency/comparisons/compare_graphs.h>
+
+namespace dependency::test {
+
+/// "graph", a node's ID, or "A -> B"; an empty ID is `""`. Where the sides differ: "left | right".
+[[nodiscard]] std::string labelOf(const comparisons::Item& item);
+[[nodiscard]] std::string labelOf(const comparisons::ItemEdit& edit);
+
+[[nodiscard]] char markOf(bool left, bool right, bool changed);
+
+/// The children merged for display, indented below their parent. An entry that the sides order
+/// differently ends in " (moved)", one that has another parent on the left in " (moved here)".
+/// Faults of `faultsOf` follow, one a line behind "! ".
+[[nodiscard]] std::string treeOf(const comparisons::GraphComparison& comparison,
+                                 const std::shared_ptr<const graph::Graph>& left,
+                                 const std::shared_ptr<const graph::Graph>& right);
+
+/// `treeOf` the comparison of two graphs, which may be given as text.
+[[nodiscard]] std::string compared(const std::shared_ptr<const graph::Graph>& left,
+                                   const std::shared_ptr<const graph::Graph>& right);
+[[nodiscard]] std::string compared(std::string_view left, std::string_view right);
+
+/// One line an edit: a property as "~ name: left | right", a dependency as "~ 1 x -> y | 2 x -> z"
+/// (its ID and its components) below a line with the IDs and names of its types.
+[[nodiscard]] std::string rowsOf(const ::comparisons::ComparisonValue& detail);
+
+/// The rows of the entry with this label in the comparison of two graphs.
+[[nodiscard]] std::string rowsOf(std::string_view left, std::string_view right,
+                                 std::string_view label);
+
+}  // namespace dependency::test
