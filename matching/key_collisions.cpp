@@ -3,6 +3,7 @@
 #include "matching/key_collisions.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 namespace dependency::comparisons {
@@ -18,18 +19,47 @@ std::pair<Number, Number> ranksStartingWith(std::u16string_view prefix,
             static_cast<Number>(run.end() - ids.begin())};
 }
 
-bool dependsOnAny(const SideIndex& side, Number upstreamRank, std::pair<Number, Number> ranks) {
-    const Number file = side.fileAt(upstreamRank);
+using Groups = std::span<const GroupRecord>;
+
+Number downstreamRank(const SideIndex& side, const GroupRecord& group) {
+    return side.rankOf[group.downstream];
+}
+
+// Returns: the groups that lead from one node to nodes with the ranks [first, last).
+Groups groupsTo(const SideIndex& side, Number upstream, std::pair<Number, Number> ranks) {
+    const Number file = side.fileAt(upstream);
     if (file == none) {
-        return false;
+        return {};
     }
-    const auto first = side.groups.begin() + side.firstGroup[file];
-    const auto last = side.groups.begin() + side.firstGroup[file + 1];
-    const auto downstreamRank = [&](const GroupRecord& group) {
-        return side.rankOf[group.downstream];
-    };
-    const auto found = std::ranges::lower_bound(first, last, ranks.first, {}, downstreamRank);
-    return found != last && downstreamRank(*found) < ranks.second;
+    const Groups groups(side.groups.data() + side.firstGroup[file],
+                        side.groups.data() + side.firstGroup[file + 1]);
+    const auto rank = [&](const GroupRecord& group) { return downstreamRank(side, group); };
+    return {std::ranges::lower_bound(groups, ranks.first, {}, rank),
+            std::ranges::lower_bound(groups, ranks.second, {}, rank)};
+}
+
+// Returns: whether a side has an item with the key made of the node and `rest`.
+bool hasItem(const PairIndex& index, Number upstream, std::u16string_view rest) {
+    const auto found = std::ranges::lower_bound(index.ids, rest);
+    const bool isID = found != index.ids.end() && *found == rest;
+    const auto rank = static_cast<Number>(found - index.ids.begin());
+    return std::ranges::any_of(index.sides, [&](const SideIndex& side) {
+        return rest.empty() ? side.fileAt(upstream) != none
+                            : isID && !groupsTo(side, upstream, {rank, rank + 1}).empty();
+    });
+}
+
+// Returns: whether a group of `prefix` has the key of an item of `longer`, whose ID begins with it.
+bool keysCoincide(const PairIndex& index, Number prefix, Number longer) {
+    const auto& ids = index.ids;
+    const auto difference = ids[longer].substr(ids[prefix].size());
+    const auto ranks = ranksStartingWith(difference, ids);
+    return std::ranges::any_of(index.sides, [&](const SideIndex& side) {
+        return std::ranges::any_of(groupsTo(side, prefix, ranks), [&](const GroupRecord& group) {
+            const auto downstream = ids[downstreamRank(side, group)];
+            return hasItem(index, longer, downstream.substr(difference.size()));
+        });
+    });
 }
 
 }  // namespace
@@ -49,11 +79,8 @@ bool keysMayCoincide(const PairIndex& index) {
             if (searchesLeft-- == 0) {
                 return true;
             }
-            const auto ranks = ranksStartingWith(ids[rank].substr(ids[prefix].size()), ids);
-            for (const SideIndex& side : index.sides) {
-                if (ranks.first != ranks.second && dependsOnAny(side, prefix, ranks)) {
-                    return true;
-                }
+            if (keysCoincide(index, prefix, rank)) {
+                return true;
             }
         }
         prefixes.push_back(rank);
