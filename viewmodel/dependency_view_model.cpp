@@ -14,12 +14,13 @@ namespace {
 constexpr std::u16string_view blankLine = u"\n\n";
 
 std::u16string upstreamHeading(const DependencyComparison& comparison) {
+    const std::u16string role = label("ImpactedComponent");
     const auto& first = anySide(comparison.edits().at(0));
     std::u16string heading = label("DependencyType");
     heading += u": ";
     heading += first->getType()->getName();
     heading += blankLine;
-    heading += label("ImpactedComponent");
+    heading += role;
     return heading;
 }
 
@@ -42,7 +43,9 @@ std::unique_ptr<FilteredViewModel> DependencyViewModelFactory::create(
         boost::type_erasure::any_cast<const DependencyComparison&>(comparison);
     auto viewModel =
         std::make_unique<FilteredSubcomparisonVM<DependencyEdit>>(dependencies.edits());
-    viewModel->setColumnLabels(upstreamHeading(dependencies), downstreamHeading());
+    // The downstream one first, so that of several faults every compiler reports the same.
+    const std::u16string downstream = downstreamHeading();
+    viewModel->setColumnLabels(upstreamHeading(dependencies), downstream);
     return viewModel;
 }
 

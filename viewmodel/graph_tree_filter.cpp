@@ -11,10 +11,12 @@ using ::comparisons::UnchangedFilter;
 using ::comparisons::viewmodel::tree::Match;
 
 bool keeps(const FilteredGraphTree& tree, Match match, const UnchangedFilter& /*filter*/) {
+    if (std::ranges::any_of(match->getEditTypes(),
+                            [](EditType type) { return type != EditType::unchanged; })) {
+        return true;
+    }
     const auto metrics = tree.metrics(match);
-    return std::ranges::any_of(match->getEditTypes(),
-                               [](EditType type) { return type != EditType::unchanged; }) ||
-           (metrics && !metrics->areZero()) || match->getIsHierMove().any() ||
+    return (metrics && !metrics->areZero()) || match->getIsHierMove().any() ||
            match->getIsOrderMove().any();
 }
 

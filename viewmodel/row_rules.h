@@ -1,5 +1,6 @@
 #pragma once
 // Which rows the non-structural filter leaves visible.
+#include <algorithm>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -27,7 +28,10 @@ template <class Edit>
 [[nodiscard]] auto additionsAndRemovalsExcept(std::u16string name) {
     return [name = std::move(name)](const Edit& edit,
                                     const ::comparisons::DiffMetrics<2>* /*nested*/) {
-        return !hasBothSides(edit) && anySide(edit).name != name;
+        return !hasBothSides(edit) &&
+               std::ranges::none_of(::comparisons::sides, [&](::comparisons::Side side) {
+                   return edit[side] && edit[side]->name == name;
+               });
     };
 }
 

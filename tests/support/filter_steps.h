@@ -1,6 +1,7 @@
 #pragma once
 // Filters written as letters, so that a table of cases shows their order.
 #include <stdexcept>
+#include <string>
 #include <string_view>
 
 #include <dependency/comparisons/filters.h>
@@ -10,7 +11,7 @@ namespace dependency::test {
 /// U: the unchanged filter, N: the non-structural filter, R: a reset; in the order given. `shown`
 /// is a view model or a filtered tree.
 template <class Shown>
-void apply(Shown& shown, std::string_view steps) {
+void applySteps(Shown& shown, std::string_view steps) {
     for (const char step : steps) {
         switch (step) {
             case 'U':

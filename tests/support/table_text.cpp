@@ -73,7 +73,8 @@ std::string everyTable(const ::comparisons::ViewModel& viewModel, const Text& te
 
 std::string textOf(const ::comparisons::DiffMetrics<2>& metrics) {
     std::string text;
-    for (const auto count : {metrics.leftOnly, metrics.rightOnly, metrics.changed, metrics.nested}) {
+    for (const auto count :
+         {metrics.leftOnly, metrics.rightOnly, metrics.changed, metrics.nested}) {
         text += (text.empty() ? "" : " ") + std::to_string(count);
     }
     return text;

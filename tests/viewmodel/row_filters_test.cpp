@@ -1,0 +1,190 @@
+// Which rows of the library's tables the filters hide, and what the counters then count.
+#include <list>
+
+#include <gtest/gtest.h>
+
+#include <dependency/comparisons/dependency_subcomparator.h>
+#include <dependency/comparisons/graph_subcomparator.h>
+#include <dependency/comparisons/node_subcomparator.h>
+#include <dependency/comparisons/view_model_factories.h>
+
+#include "support/catalogs.h"
+#include "support/filter_steps.h"
+#include "support/table_text.h"
+#include "support/text_graph.h"
+
+namespace dependency::comparisons {
+namespace {
+
+using ::comparisons::ComparisonValue;
+using ::comparisons::RowCount;
+using test::applySteps;
+using test::entriesOf;
+using test::textOf;
+
+template <class Comparison>
+class RowFilters : public testing::Test {
+  protected:
+    using Edits = std::decay_t<decltype(std::declval<Comparison>().edits())>;
+    using Edit = typename Edits::value_type;
+
+    static typename Edit::value_type::value_type side(const std::string& name) {
+        if constexpr (std::is_same_v<Comparison, DependencyComparison>) {
+            return test::dependencyOf("A -> B [from=\"" + name + "\" to=v]");
+        } else {
+            return {test::utf16(name), u"v"};
+        }
+    }
+    // An edit of a row: "<name", ">name", "=name", "~name"; with "!" in front, its changed flag is
+    // the other one. "-" has no side.
+    static Edit edit(std::string text) {
+        const bool odd = text.starts_with('!');
+        text.erase(0, odd ? 1 : 0);
+        const char mark = text.at(0);
+        const std::string name = text.substr(1);
+        Edit edit;
+        if (mark != '>' && mark != '-') {
+            edit[::comparisons::Side::left] = side(name);
+        }
+        if (mark != '<' && mark != '-') {
+            edit[::comparisons::Side::right] = side(name);
+        }
+        edit.setChanged((mark == '~') != odd);
+        return edit;
+    }
+
+    struct Shown {
+        std::unique_ptr<ComparisonValue> comparison;
+        std::unique_ptr<FilteredViewModel> viewModel;
+    };
+    static Shown shown(std::initializer_list<const char*> rows) {
+        Edits edits;
+        for (const char* row : rows) {
+            edits.push_back(edit(row));
+        }
+        auto comparison = std::make_unique<ComparisonValue>(Comparison(std::move(edits)));
+        auto viewModel = getTwoFilteredVMFactoryRegistry().create(*comparison);
+        return {std::move(comparison), std::move(viewModel)};
+    }
+
+    static std::string committed(FilteredViewModel& viewModel) {
+        viewModel.commit();
+        return entriesOf(viewModel);
+    }
+    static std::string visible(std::initializer_list<const char*> rows, std::string_view steps) {
+        const auto table = shown(rows);
+        applySteps(*table.viewModel, steps);
+        return committed(*table.viewModel);
+    }
+
+    const test::Catalogs catalogs;
+};
+
+using Comparisons =
+    testing::Types<DependencyComparison, GraphPropertyComparison, NodePropertyComparison>;
+TYPED_TEST_SUITE(RowFilters, Comparisons);
+
+TYPED_TEST(RowFilters, hideRowsByTheirSidesAndTheirFlag) {
+    const std::string oneSided =
+        "1 l=v | -\n"
+        "1 L=v | -\n"
+        "0 - | r=v\n"
+        "0 - | R=v\n";
+    const std::string changed = "2 c=v | c=v\n";
+    const std::string unchanged = "3 u=v | u=v\n";
+    const std::string empty =
+        "3 - | -\n"
+        "2 - | -\n";
+    const struct {
+        const char* steps;
+        std::string rows;
+        const char* metrics;
+        std::size_t visible;
+    } cases[] = {
+        {"", oneSided + changed + unchanged + empty, "2 2 2 0", 8},
+        {"U", oneSided + changed + empty, "2 2 2 0", 7},
+        {"N", oneSided + empty, "2 2 1 0", 6},
+        {"UN", oneSided + empty, "2 2 1 0", 6},
+        {"NU", oneSided + empty, "2 2 1 0", 6},
+        {"NR", oneSided + changed + unchanged + empty, "2 2 2 0", 8},
+        {"NRU", oneSided + changed + empty, "2 2 2 0", 7},
+    };
+    for (const auto& [steps, rows, metrics, visible] : cases) {
+        SCOPED_TRACE(steps);
+        const auto table = TestFixture::shown({"<l", "!<L", ">r", "!>R", "~c", "=u", "-", "!-"});
+        applySteps(*table.viewModel, steps);
+        EXPECT_EQ(textOf(table.viewModel->metrics()), metrics);
+        EXPECT_EQ(table.viewModel->rowCount(), (RowCount{.all = 8, .visible = visible}));
+        EXPECT_EQ(entriesOf(*table.viewModel), "") << "before the first commit";
+        EXPECT_EQ(TestFixture::committed(*table.viewModel), rows);
+        applySteps(*table.viewModel, "R");
+        EXPECT_EQ(entriesOf(*table.viewModel), rows) << "until the next commit";
+        EXPECT_EQ(TestFixture::committed(*table.viewModel), oneSided + changed + unchanged + empty);
+    }
+}
+
+TYPED_TEST(RowFilters, nonstructuralFilterHidesTheSpecialRowOfItsTableByName) {
+    const bool graph = std::is_same_v<TypeParam, GraphPropertyComparison>;
+    const bool node = std::is_same_v<TypeParam, NodePropertyComparison>;
+    const auto rows = {"<Analysis time",  ">Analysis time", "<Checksum", ">Checksum",
+                       "<Analysis time ", ">checksum",      "=Checksum", "~Analysis time"};
+    const std::string time = "1 Analysis time=v | -\n0 - | Analysis time=v\n";
+    const std::string checksum = "1 Checksum=v | -\n0 - | Checksum=v\n";
+    EXPECT_EQ(this->visible(rows, "N"), (graph ? "" : time) + (node ? "" : checksum) +
+                                            "1 Analysis time =v | -\n"
+                                            "0 - | checksum=v\n");
+    EXPECT_EQ(this->visible(rows, "U"), time + checksum +
+                                            "1 Analysis time =v | -\n"
+                                            "0 - | checksum=v\n"
+                                            "2 Analysis time=v | Analysis time=v\n");
+}
+
+TYPED_TEST(RowFilters, specialRowsHideByTheTextOfTheMoment) {
+    const auto table =
+        this->shown({"<Analysis time", ">Checksum", "<Analysezeitpunkt", ">Prüfsumme"});
+    fl::i18n::Locale::setGlobal(fl::i18n::Locale("de"));
+    applySteps(*table.viewModel, "N");
+    const std::string english = "1 Analysis time=v | -\n0 - | Checksum=v\n";
+    const bool graph = std::is_same_v<TypeParam, GraphPropertyComparison>;
+    const bool node = std::is_same_v<TypeParam, NodePropertyComparison>;
+    EXPECT_EQ(this->committed(*table.viewModel), english +
+                                                     (graph ? "" : "1 Analysezeitpunkt=v | -\n") +
+                                                     (node ? "" : "0 - | Prüfsumme=v\n"));
+}
+
+TYPED_TEST(RowFilters, missingNameOfTheSpecialRowLeavesTheRowsAsTheyAre) {
+    const auto table = this->shown({"=u", ">r"});
+    fl::i18n::MessageCatalog::clear();
+    if (std::is_same_v<TypeParam, DependencyComparison>) {
+        EXPECT_NO_THROW(applySteps(*table.viewModel, "N"));
+        return;
+    }
+    EXPECT_THROW(applySteps(*table.viewModel, "N"), fl::i18n::MessageNotFound);
+    EXPECT_EQ(this->committed(*table.viewModel), "3 u=v | u=v\n0 - | r=v\n");
+    EXPECT_NO_THROW(applySteps(*table.viewModel, "U"));
+    test::Catalogs::reset();
+    applySteps(*table.viewModel, "N");
+    EXPECT_EQ(this->committed(*table.viewModel), "0 - | r=v\n");
+}
+
+TYPED_TEST(RowFilters, rangesApplyInTheirOrderAndNoneDoesNothing) {
+    using Range = FilteredViewModel::FilterRange;
+    const auto table = this->shown({"<l", "~c", "=u"});
+    table.viewModel->applyFilters(nullptr);
+    const Range none(std::list<Filters>{});
+    table.viewModel->applyFilters(&none);
+    EXPECT_EQ(table.viewModel->rowCount().visible, 3U);
+
+    const std::list<Filters> filters{::comparisons::UnchangedFilter(), NonstructuralFilter()};
+    const Range range(filters);
+    table.viewModel->applyFilters(&range);
+    EXPECT_EQ(this->committed(*table.viewModel), "1 l=v | -\n");
+}
+
+TEST(Filters, onlyTheNonstructuralOneIsOnAtFirst) {
+    EXPECT_EQ(getDefaultEnabledFilters(), std::vector<Filters>{NonstructuralFilter()});
+    EXPECT_EQ(Filters(NonstructuralFilter()).index(), 1U);
+}
+
+}  // namespace
+}  // namespace dependency::comparisons
