@@ -57,9 +57,8 @@ class DEPENDENCY_COMPARISONS_EXPORT GraphSubcomparator
     ///
     /// Returns: a ready future of a `GraphPropertyComparison`.
     /// Throws:  `std::bad_optional_access` for an absent side, `std::bad_variant_access` for one
-    /// that
-    ///          is not a graph, and what the catalog throws for a missing label of the analysis
-    ///          time.
+    ///          that is not a graph, and what the catalog throws for a missing label of the
+    ///          analysis time.
     [[nodiscard]] std::future<::comparisons::ComparisonValue> compare(
         const ItemEdit& edit) override;
 

@@ -6,10 +6,14 @@
 
 namespace comparisons::viewmodel::utils::detail {
 
-void logCurrentException() {
-    foundation::log::Logger::get("comparisons::viewmodel::utils")
-        .write(foundation::log::Severity::error,
-               "Exception caught: " + boost::current_exception_diagnostic_information());
+void logCurrentException() noexcept {
+    try {
+        foundation::log::Logger::get("comparisons::viewmodel::utils")
+            .write(foundation::log::Severity::error,
+                   "Exception caught: " + boost::current_exception_diagnostic_information());
+    } catch (...) {
+        // The exception on its way counts for more than its record.
+    }
 }
 
 }  // namespace comparisons::viewmodel::utils::detail

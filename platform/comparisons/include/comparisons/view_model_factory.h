@@ -54,8 +54,7 @@ class EmptyFilteredViewModelFactory final : public FilteredViewModelFactory<Filt
 };
 
 /// Returns: what the first of `factories` that accepts `comparison` makes of it, else what
-/// `fallback`
-///          makes.
+///          `fallback` makes.
 template <class Filters, std::size_t Sides, class Factories>
 [[nodiscard]] std::unique_ptr<FilteredViewModel<Filters, Sides>> createByFirst(
     const Factories& factories, const EmptyFilteredViewModelFactory<Filters, Sides>& fallback,

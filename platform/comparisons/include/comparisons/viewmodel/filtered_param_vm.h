@@ -83,7 +83,7 @@ class VisibilityAwareParamVM {
     }
     /// Returns: null also for an entry that the last commit did not make.
     [[nodiscard]] Child* child(const parameter::tessel::Entry& entry) const {
-        const auto found = edits_.find(&*entry);
+        const auto found = edits_.find(entry.get());
         return found == edits_.end() ? nullptr : child(*found->value);
     }
 
@@ -106,7 +106,7 @@ class VisibilityAwareParamVM {
                         entry->setSubmetrics(
                             utils::tessel::makeTesselMetrics(nested->metrics(), model_));
                     }
-                    edits.insert({&*entry, &edit});
+                    edits.insert({entry.get(), &edit});
                 });
         });
         edits_.swap(edits);

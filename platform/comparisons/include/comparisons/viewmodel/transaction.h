@@ -14,7 +14,7 @@ namespace comparisons::viewmodel::utils {
 
 namespace detail {
 /// Requires: called while an exception is handled.
-COMPARISONS_EXPORT void logCurrentException();
+COMPARISONS_EXPORT void logCurrentException() noexcept;
 }  // namespace detail
 
 /// Runs `callable` inside one transaction of `model` and commits it.
