@@ -47,7 +47,8 @@ class DEPENDENCY_COMPARISONS_EXPORT UnmatchedItemError : public std::logic_error
 /// a `::comparisons::CombinedComparison` with one `DependencyComparison` per dependency type.
 ///
 /// Requires: both non-null; neither graph changes while the result lives.
-/// Returns:  never null; owned by the caller alone; keeps both graphs alive; no future in it blocks.
+/// Returns:  never null; owned by the caller alone; keeps both graphs alive; no future in it
+///           blocks.
 /// Order:    each entry records its position per side; the tree's links themselves are unordered.
 /// Throws:   `UnmatchedItemError`; `std::bad_variant_access` where coinciding keys pair a node with
 ///           a group across the sides; what the graph model, the message catalog or an allocation

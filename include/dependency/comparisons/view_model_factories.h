@@ -21,8 +21,8 @@ class DEPENDENCY_COMPARISONS_EXPORT DependencyViewModelFactory final
   public:
     [[nodiscard]] bool accepts(const ::comparisons::ComparisonValue& comparison) const override;
 
-    /// Throws: also `std::bad_optional_access` when the first edit has no side, and what the catalog
-    ///         throws for a missing heading.
+    /// Throws: also `std::bad_optional_access` when the first edit has no side, and what the
+    ///         catalog throws for a missing heading.
     [[nodiscard]] std::unique_ptr<FilteredViewModel> create(
         const ::comparisons::ComparisonValue& comparison,
         const ::comparisons::CreationContext& context) const override;
