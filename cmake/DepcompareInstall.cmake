@@ -1,0 +1,37 @@
+# Installs the program, the libraries with their headers, and the CMake package that finds them.
+# Included last, when every target has its headers.
+include(CMakePackageConfigHelpers)
+
+get_property(libraries GLOBAL PROPERTY DEPCOMPARE_LIBRARIES)
+get_property(aliases GLOBAL PROPERTY DEPCOMPARE_ALIASES)
+set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/depcompare")
+
+foreach(library IN LISTS libraries)
+  install(TARGETS ${library} EXPORT depcompare-targets
+    LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+    FILE_SET HEADERS COMPONENT development
+    FILE_SET generated COMPONENT development)
+endforeach()
+if(TARGET depcompare)
+  set_target_properties(depcompare PROPERTIES
+    INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+  install(TARGETS depcompare EXPORT depcompare-targets RUNTIME COMPONENT runtime)
+endif()
+
+install(EXPORT depcompare-targets
+  NAMESPACE depcompare::
+  DESTINATION "${package_dir}"
+  COMPONENT development)
+configure_package_config_file(
+  "${CMAKE_CURRENT_LIST_DIR}/depcompareConfig.cmake.in"
+  "${PROJECT_BINARY_DIR}/depcompareConfig.cmake"
+  INSTALL_DESTINATION "${package_dir}")
+write_basic_package_version_file(
+  "${PROJECT_BINARY_DIR}/depcompareConfigVersion.cmake"
+  COMPATIBILITY SameMinorVersion)
+install(
+  FILES
+    "${PROJECT_BINARY_DIR}/depcompareConfig.cmake"
+    "${PROJECT_BINARY_DIR}/depcompareConfigVersion.cmake"
+  DESTINATION "${package_dir}"
+  COMPONENT development)

@@ -1,0 +1,60 @@
+# The shapes that the project's targets share.
+include(GenerateExportHeader)
+include(GoogleTest)
+
+# depcompare_library(NAME [ALIAS a::b] SOURCES ... [PUBLIC ...] [PRIVATE ...])
+#
+# A shared library with hidden visibility, to be installed. Its public headers are added by the
+# caller as the file set HEADERS. The alias names it in this build and in the installed package.
+function(depcompare_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "ALIAS" "SOURCES;PUBLIC;PRIVATE")
+  add_library(${name} SHARED ${arg_SOURCES})
+  if(arg_ALIAS)
+    add_library(${arg_ALIAS} ALIAS ${name})
+    set_property(GLOBAL APPEND_STRING PROPERTY DEPCOMPARE_ALIASES
+      "add_library(${arg_ALIAS} ALIAS depcompare::${name})\n")
+  endif()
+  target_compile_features(${name} PUBLIC cxx_std_20)
+  set_target_properties(${name} PROPERTIES
+    CXX_EXTENSIONS OFF
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    INSTALL_RPATH "$ORIGIN"
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR})
+  target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
+  set_property(GLOBAL APPEND PROPERTY DEPCOMPARE_LIBRARIES ${name})
+endfunction()
+
+# depcompare_export_header(NAME HEADER MACRO): generates <HEADER>, which defines MACRO.
+function(depcompare_export_header name header macro)
+  set(dir "${CMAKE_CURRENT_BINARY_DIR}/generated")
+  generate_export_header(${name} EXPORT_FILE_NAME "${dir}/${header}" EXPORT_MACRO_NAME ${macro})
+  target_sources(${name} PUBLIC FILE_SET generated TYPE HEADERS BASE_DIRS "${dir}"
+                 FILES "${dir}/${header}")
+endfunction()
+
+# depcompare_test(NAME SOURCES ... LIBRARIES ... [LABELS ...]): a GoogleTest program, one CTest
+# entry a test. The label "threads" puts it before the thread sanitizer too.
+function(depcompare_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;LABELS")
+  add_executable(${name} ${arg_SOURCES})
+  target_compile_features(${name} PRIVATE cxx_std_20)
+  set_target_properties(${name} PROPERTIES
+    CXX_EXTENSIONS OFF
+    RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/tests")
+  target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gmock_main)
+  if(TARGET test_headers)
+    target_precompile_headers(${name} REUSE_FROM test_headers)
+  endif()
+  gtest_discover_tests(${name}
+    TEST_PREFIX "${name}."
+    DISCOVERY_MODE PRE_TEST
+    PROPERTIES LABELS "${arg_LABELS}")
+  if("threads" IN_LIST arg_LABELS)
+    if(NOT TARGET thread_tests)
+      add_custom_target(thread_tests)
+    endif()
+    add_dependencies(thread_tests ${name})
+  endif()
+endfunction()
