@@ -7,6 +7,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "presentation/enabled_filters.h"
 #include "readers/read_graph.h"
 
 namespace depcompare {
@@ -53,7 +54,7 @@ void addChoice(CLI::App& app, const std::string& option, Value& value,
 
 void describe(CLI::App& app, Options& options) {
     app.description("Compares two dependency graphs and shows what changed.");
-    app.footer("Exit status: 0 no difference, 1 some, 2 trouble.");
+    app.footer("Exit status: 0 no visible difference, 1 some, 2 trouble.");
     app.set_version_flag("--version", "depcompare " DEPCOMPARE_VERSION);
     app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
 
@@ -66,12 +67,6 @@ void describe(CLI::App& app, Options& options) {
     addChoice(app, "-f,--format", options.format, formats, "What to write [text]");
     app.add_option("-o,--output", options.outputFile, "Write there, whole or not at all")
         ->type_name("FILE");
-    auto* const filter =
-        app.add_option("--filter", options.filters, "Hide some differences; may be repeated")
-            ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-            ->allow_extra_args(false);
-    restrict(filter, {"nonstructural", "unchanged"});
-    app.add_flag("--no-filter", options.withoutFilters, "Show everything")->excludes(filter);
     auto inputFormatNames = inputFormats();
     inputFormatNames.insert(inputFormatNames.begin(), "auto");
     restrict(app.add_option("--input-format", options.inputFormat, "How to read the inputs [auto]"),
@@ -84,6 +79,15 @@ void describe(CLI::App& app, Options& options) {
     app.add_flag("-q,--quiet", options.quiet, "Write nothing, answer by exit status");
 }
 
+void describeFilters(CLI::App& app, std::vector<std::string>& names, bool& none) {
+    auto* const filter =
+        app.add_option("--filter", names, "Hide some differences; may be repeated [nonstructural]")
+            ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+            ->allow_extra_args(false);
+    restrict(filter, filterNames());
+    app.add_flag("--no-filter", none, "Show everything")->excludes(filter);
+}
+
 std::string firstLine(const std::string& text) {
     return text.substr(0, text.find('\n'));
 }
@@ -92,11 +96,8 @@ void check(const Options& options) {
     if (options.inputs[0] == "-" && options.inputs[1] == "-") {
         throw UsageError("only one of the two graphs can come from standard input");
     }
-    if (!options.filters.empty()) {
-        throw UsageError("--filter " + options.filters.front() + ": not available yet");
-    }
     for (const auto& [name, format] : formats) {
-        if (format == options.format && format != Format::text && format != Format::json) {
+        if (format == options.format && (format == Format::html || format == Format::markdown)) {
             throw UsageError("--format " + std::string(name) + ": not available yet");
         }
     }
@@ -106,8 +107,11 @@ void check(const Options& options) {
 
 std::variant<Options, Information> parseCommandLine(int argc, const char* const* argv) {
     Options options;
+    std::vector<std::string> filters;
+    bool withoutFilters = false;
     CLI::App app("", "depcompare");
     describe(app, options);
+    describeFilters(app, filters, withoutFilters);
     try {
         app.parse(argc, argv);
     } catch (const CLI::CallForHelp&) {
@@ -118,6 +122,9 @@ std::variant<Options, Information> parseCommandLine(int argc, const char* const*
         throw UsageError(firstLine(error.what()));
     }
     check(options);
+    if (withoutFilters || !filters.empty()) {
+        options.filters = filtersNamed(filters);
+    }
     return options;
 }
 

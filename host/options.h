@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <vector>
+
+#include "presentation/enabled_filters.h"
 
 namespace depcompare {
 
@@ -15,8 +16,7 @@ struct Options {
     std::array<std::string, 2> inputs;  ///< left, right; "-" is standard input
     Format format = Format::text;
     std::optional<std::string> outputFile;
-    std::vector<std::string> filters;
-    bool withoutFilters = false;
+    EnabledFilters filters = defaultFilters();
     std::string inputFormat = "auto";
     std::optional<std::string> locale;
     When colour = When::automatic;

@@ -13,7 +13,6 @@
 #include <variant>
 
 #include <depcompare/messages/messages.h>
-#include <dependency/comparisons/compare_graphs.h>
 #include <fl/i18n/locale.h>
 #include <fmt/format.h>
 
@@ -23,6 +22,7 @@
 #include "readers/build_graphs.h"
 #include "readers/input.h"
 #include "readers/read_graph.h"
+#include "reports/counts_table.h"
 #include "reports/json_report.h"
 #include "reports/report.h"
 #include "reports/text_report.h"
@@ -69,20 +69,20 @@ Report compare(const Options& options) {
         drafts[side] = readGraph(input, options.inputFormat);
     }
     progress.stage("building the graphs");
-    Report report{.inputs = buildGraphs(std::move(drafts)),
-                  .arguments = options.inputs,
-                  .comparison = {},
-                  .summary = {}};
+    auto inputs = buildGraphs(std::move(drafts));
     progress.stage("comparing");
-    report.comparison =
-        dependency::comparisons::compareGraphs(report.inputs[0].graph, report.inputs[1].graph);
-    report.summary = summarize(*report.comparison);
+    Report report = compareInputs(std::move(inputs), options.inputs, options.filters);
+    if (!options.quiet) {
+        completeLedger(report);
+    }
     return report;
 }
 
 void writeReport(const Report& report, const Options& options, Output& output) {
     if (options.format == Format::json) {
         writeJsonReport(report, output);
+    } else if (options.format == Format::summary) {
+        writeCounts(report.summary, output);
     } else {
         const bool toScreen = !options.outputFile && isTerminal(STDOUT_FILENO);
         const TextStyle style{.colours = wantsColours(options.colour, toScreen),
@@ -122,7 +122,7 @@ int perform(int argc, const char* const* argv) {
     messages::registerMessages();
     const Report report = compare(options);
     deliver(report, options);
-    return report.summary.showsDifference ? someDifference : noDifference;
+    return report.tree->showsDifference() ? someDifference : noDifference;
 }
 
 void complain(std::string_view problem) noexcept {

@@ -4,48 +4,30 @@
 #include <optional>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 #include <boost/date_time/posix_time/posix_time.hpp>
 
-#include <comparisons/edit_type.h>
 #include <comparisons/side.h>
 #include <fl/i18n/locale.h>
 #include <fl/i18n/ustring.h>
 
 #include "readers/node_id.h"
+#include "reports/json_detail.h"
 #include "reports/json_writer.h"
 
 namespace depcompare {
 
 namespace {
 
-using ::comparisons::EditType;
 using ::comparisons::indexOf;
 using ::comparisons::Side;
 using ::comparisons::sides;
-using dependency::comparisons::GraphComparison;
 using dependency::comparisons::Item;
 using dependency::comparisons::ParallelDependencies;
 using dependency::graph::Graph;
 using dependency::graph::Node;
-
-std::string_view nameOf(Side side) {
-    return indexOf(side) == 0 ? "left" : "right";
-}
-
-std::string_view nameOf(EditType type) {
-    switch (type) {
-        case EditType::rightOnly:
-            return "added";
-        case EditType::leftOnly:
-            return "removed";
-        case EditType::changed:
-            return "changed";
-        case EditType::unchanged:
-            break;
-    }
-    return "unchanged";
-}
+using Match = PresentedTree::Match;
 
 struct KindOf {
     std::string_view operator()(const std::shared_ptr<const Graph>& /*graph*/) const {
@@ -61,60 +43,50 @@ class JsonReport {
 
     void write() {
         json_.beginObject();
-        member("format", "depcompare-report");
+        json_.member("format", "depcompare-report");
         json_.key("version");
         json_.number(1);
-        member("locale", fl::i18n::Locale::global().name());
+        json_.member("locale", fl::i18n::Locale::global().name());
         json_.key("filters");
         json_.beginArray();
+        for (const Filters& filter : report_.tree->filters()) {
+            json_.text(nameOf(filter));
+        }
         json_.endArray();
         for (const Side side : sides) {
-            json_.key(nameOf(side));
+            json_.key(memberOf(side));
             writeInput(indexOf(side));
         }
         writeSummary();
+        json_.key("ledger");
+        writeJsonLedger(report_.ledger, json_);
         json_.key("tree");
-        writeEntry({.vertex = report_.comparison->root()});
+        writeEntry(0);
         json_.endObject();
     }
 
     // The ends of an entry, by the kind of item.
     void operator()(const std::shared_ptr<const Graph>& /*graph*/) {}
     void operator()(const std::shared_ptr<Node>& file) {
-        member("id", idAsRead(file->getID()));
-        member("name", file->getName());
-        member("type", file->getType()->getID());
+        json_.member("id", idAsRead(file->getID()));
+        json_.member("name", file->getName());
+        json_.member("type", file->getType()->getID());
     }
     void operator()(const ParallelDependencies& group) {
-        member("upstream", idAsRead(group.upstream->getID()));
-        member("downstream", idAsRead(group.downstream->getID()));
-        member("downstreamName", group.downstream->getName());
-        member("downstreamType", group.downstream->getType()->getID());
+        json_.member("upstream", idAsRead(group.upstream->getID()));
+        json_.member("downstream", idAsRead(group.downstream->getID()));
+        json_.member("downstreamName", group.downstream->getName());
+        json_.member("downstreamType", group.downstream->getType()->getID());
     }
 
   private:
-    void member(std::string_view name, std::string_view utf8) {
-        json_.key(name);
-        json_.text(utf8);
-    }
-
-    void member(std::string_view name, std::u16string_view text) {
-        json_.key(name);
-        json_.text(text);
-    }
-
-    void member(std::string_view name, std::uint64_t number) {
-        json_.key(name);
-        json_.number(number);
-    }
-
     void writeInput(std::size_t side) {
         const LoadedGraph& input = report_.inputs[side];
         json_.beginObject();
-        member("source", fl::i18n::utf8_to_ustring(report_.arguments[side]));
-        member("nodes", input.nodes);
-        member("files", input.files);
-        member("dependencies", input.dependencies);
+        json_.member("source", fl::i18n::utf8_to_ustring(report_.arguments[side]));
+        json_.member("nodes", input.nodes);
+        json_.member("files", input.files);
+        json_.member("dependencies", input.dependencies);
         json_.key("analysisTime");
         if (input.analysisTime.is_not_a_date_time()) {
             json_.null();
@@ -138,43 +110,76 @@ class JsonReport {
               {"graphProperties", summary.graphProperties}}) {
             json_.key(name);
             json_.beginObject();
-            member("added", counts.added);
-            member("removed", counts.removed);
-            member("changed", counts.changed);
-            member("unchanged", counts.unchanged);
+            json_.member("added", counts.added);
+            json_.member("removed", counts.removed);
+            json_.member("changed", counts.changed);
+            json_.member("unchanged", counts.unchanged);
             json_.endObject();
         }
         json_.endObject();
     }
 
-    void writeEntry(const GraphComparison::Child& child) {
-        const auto& entry = (*report_.comparison)[child.vertex];
+    /// Returns: the place of the entry behind this one and all below it.
+    std::size_t writeEntry(std::size_t index) {
+        const auto& entry = report_.tree->entries()[index];
+        const Match match = entry.match;
+        const auto& compared = report_.tree->compared(match);
         json_.breakLine();
         json_.beginObject();
-        member("kind", std::visit(KindOf(), ::comparisons::anySide(entry.edit)));
-        member("edit", nameOf(::comparisons::editType(entry.edit)));
+        json_.member("kind", std::visit(KindOf(), ::comparisons::anySide(compared.edit)));
+        json_.member("edit", nameOf(match->getEditTypes().front()));
         json_.key("visible");
-        json_.boolean(true);
-        if (child.orderMove || child.hierarchyMove) {
+        json_.boolean(entry.visible != 0);
+        if (match->getIsOrderMove().any() || match->getIsHierMove().any()) {
             json_.key("moved");
             json_.boolean(true);
         }
-        writePosition(entry.positions);
+        writePosition(compared.positions);
         for (const Side side : sides) {
-            json_.key(nameOf(side));
-            writeEnd(entry.edit[side]);
+            json_.key(memberOf(side));
+            writeEnd(compared.edit[side]);
         }
-        for (const std::string_view name : {"metrics", "detail"}) {
-            json_.key(name);
-            json_.null();
-        }
+        writeDetail(match);
         json_.key("children");
         json_.beginArray();
-        for (const auto& grandchild : report_.comparison->children(child.vertex)) {
-            writeEntry(grandchild);
-        }
+        const std::size_t next = writeChildren(index);
         json_.endArray();
         json_.endObject();
+        return next;
+    }
+
+    std::size_t writeChildren(std::size_t parent) {
+        const auto& entries = report_.tree->entries();
+        std::size_t next = parent + 1;
+        while (next < entries.size() && entries[next].parent == parent) {
+            next = leadsToVisible_[next] ? writeEntry(next) : behind(next);
+        }
+        return next;
+    }
+
+    [[nodiscard]] std::size_t behind(std::size_t index) const {
+        const auto& entries = report_.tree->entries();
+        std::size_t next = index + 1;
+        while (next < entries.size() && entries[next].parent >= index) {
+            ++next;
+        }
+        return next;
+    }
+
+    void writeDetail(Match match) {
+        const auto viewModel = report_.tree->shownDetail(match);
+        json_.key("metrics");
+        if (viewModel) {
+            writeJsonMetrics(viewModel->metrics(), json_);
+        } else {
+            json_.null();
+        }
+        json_.key("detail");
+        if (viewModel) {
+            writeJsonDetail(*viewModel, json_);
+        } else {
+            json_.null();
+        }
     }
 
     void writePosition(const std::array<std::optional<std::uint32_t>, 2>& positions) {
@@ -201,6 +206,7 @@ class JsonReport {
     }
 
     const Report& report_;
+    std::vector<bool> leadsToVisible_ = report_.tree->leadsToVisible();
     JsonWriter json_;
 };
 

@@ -24,6 +24,20 @@ class JsonWriter {
     void number(std::uint64_t number);
     void boolean(bool value);
     void null();
+    /// A member with its value.
+    void member(std::string_view name, std::string_view utf8) {
+        key(name);
+        text(utf8);
+    }
+    void member(std::string_view name, std::u16string_view value) {
+        key(name);
+        text(value);
+    }
+    void member(std::string_view name, std::uint64_t value) {
+        key(name);
+        number(value);
+    }
+
     /// A line break where JSON does not mind one: before the next element of an array.
     void breakLine() { lineBreak_ = true; }
 

@@ -90,6 +90,9 @@ EditCounts& EditCounts::operator+=(const EditCounts& other) {
     return *this;
 }
 
+namespace {
+
+/// Returns: the rows of a detail comparison; those of all members for a combined one.
 EditCounts rowsOf(const ComparisonValue& detail) {
     if (const auto* graph = held<GraphPropertyComparison>(detail)) {
         return countEdits(*graph);
@@ -107,6 +110,8 @@ EditCounts rowsOf(const ComparisonValue& detail) {
     }
     return counts;
 }
+
+}  // namespace
 
 Summary summarize(const GraphComparison& comparison) {
     Summary summary;

@@ -2,7 +2,6 @@
 // How much differs between two graphs, in numbers.
 #include <cstddef>
 
-#include <comparisons/comparison_value.h>
 #include <comparisons/edit_type.h>
 #include <dependency/comparisons/compare_graphs.h>
 
@@ -16,6 +15,7 @@ struct EditCounts {
 
     void count(::comparisons::EditType type);
     EditCounts& operator+=(const EditCounts& other);
+    [[nodiscard]] std::size_t all() const { return added + removed + changed + unchanged; }
     [[nodiscard]] bool showsDifference() const { return added + removed + changed != 0; }
 
     friend bool operator==(const EditCounts&, const EditCounts&) = default;
@@ -30,9 +30,6 @@ struct Summary {
     EditCounts graphProperties;
     bool showsDifference = false;  ///< anywhere, the root included
 };
-
-/// Returns: the rows of a detail comparison; those of all members for a combined one.
-[[nodiscard]] EditCounts rowsOf(const ::comparisons::ComparisonValue& detail);
 
 [[nodiscard]] Summary summarize(const dependency::comparisons::GraphComparison& comparison);
 

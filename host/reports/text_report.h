@@ -1,20 +1,13 @@
 #pragma once
-// The report for people: the tree of what differs, one line for each entry.
-#include <cstddef>
-#include <optional>
-
+// The report for people: the tree of what is visible, with the rows of each entry's table.
 #include "output.h"
 #include "reports/report.h"
+#include "reports/text_style.h"
 
 namespace depcompare {
 
-struct TextStyle {
-    bool colours = false;
-    std::optional<std::size_t> columns;  ///< of the terminal; none: no line is shortened
-};
-
-/// Signs are + added, - removed, ~ changed and = unchanged. Unchanged entries are left out unless
-/// something below them differs.
+/// Signs are + added, - removed, ~ changed and = unchanged. An entry without a sign is hidden, and
+/// stands there for what is below it.
 void writeTextReport(const Report& report, const TextStyle& style, Output& output);
 
 }  // namespace depcompare

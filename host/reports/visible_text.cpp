@@ -109,4 +109,24 @@ std::u16string shortened(std::u16string_view text, std::size_t columns) {
     return shown.append(dots).append(text.substr(text.size() - static_cast<std::size_t>(tail)));
 }
 
+std::vector<std::u16string> broken(std::u16string_view text, std::size_t columns) {
+    std::vector<std::u16string> lines;
+    while (displayWidth(text) > columns) {
+        auto count = static_cast<std::size_t>(fitting(text.begin(), text.end(), columns));
+        const std::size_t space = text.substr(0, count).rfind(u' ');
+        if (space != text.npos && space >= count / 2) {
+            count = space + 1;
+        }
+        // A character wider than the room stands alone.
+        count = std::max<std::size_t>(count, 1);
+        while (count < text.size() && widthOf(text[count]) == 0) {
+            ++count;
+        }
+        lines.emplace_back(text.substr(0, count));
+        text.remove_prefix(count);
+    }
+    lines.emplace_back(text);
+    return lines;
+}
+
 }  // namespace depcompare

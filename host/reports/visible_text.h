@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace depcompare {
 
@@ -16,5 +17,10 @@ namespace depcompare {
 
 /// Returns: the text, or its beginning and end with dots between where it is wider than `columns`.
 [[nodiscard]] std::u16string shortened(std::u16string_view text, std::size_t columns);
+
+/// Returns: the text in lines that are not wider than `columns`, broken behind a space where one
+///          stands in the second half of a line; at least one line.
+/// Requires: room for two columns.
+[[nodiscard]] std::vector<std::u16string> broken(std::u16string_view text, std::size_t columns);
 
 }  // namespace depcompare

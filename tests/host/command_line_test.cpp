@@ -26,7 +26,7 @@ TEST(ParseCommandLine, everyOptionArrives) {
     EXPECT_EQ(plain.inputs, (std::array<std::string, 2>{"l", "-"}));
     EXPECT_EQ(plain.format, Format::text);
     EXPECT_EQ(plain.inputFormat, "auto");
-    EXPECT_FALSE(plain.outputFile || plain.locale || plain.quiet || plain.withoutFilters);
+    EXPECT_FALSE(plain.outputFile || plain.locale || plain.quiet);
 
     const auto full = std::get<Options>(parsed(
         {"-f", "text", "--format", "json", "-o", "out", "--no-filter", "l", "--locale", "de_DE",
@@ -38,7 +38,28 @@ TEST(ParseCommandLine, everyOptionArrives) {
     EXPECT_EQ(full.locale, "de_DE");
     EXPECT_EQ(full.colour, When::always);
     EXPECT_EQ(full.progress, When::never);
-    EXPECT_TRUE(full.quiet && full.withoutFilters);
+    EXPECT_TRUE(full.quiet);
+}
+
+TEST(ParseCommandLine, filtersStandInTheOrderOfTheirUseAndNoneTwice) {
+    const std::pair<std::vector<const char*>, std::vector<std::string_view>> cases[] = {
+        {{}, {"nonstructural"}},
+        {{"--no-filter"}, {}},
+        {{"--filter", "nonstructural"}, {"nonstructural"}},
+        {{"--filter=unchanged"}, {"unchanged"}},
+        {{"--filter", "nonstructural", "--filter", "unchanged"}, {"unchanged", "nonstructural"}},
+        {{"--filter", "unchanged", "--filter", "unchanged"}, {"unchanged"}},
+    };
+    for (const auto& [options, expected] : cases) {
+        std::vector<const char*> words{"l", "r"};
+        words.insert(words.end(), options.begin(), options.end());
+        std::vector<std::string_view> names;
+        const auto chosen = std::get<Options>(parsed(words)).filters;
+        for (const Filters& filter : chosen) {
+            names.push_back(nameOf(filter));
+        }
+        EXPECT_EQ(names, expected);
+    }
 }
 
 TEST(ParseCommandLine, mistakesAreToldInOneLine) {
@@ -52,8 +73,8 @@ TEST(ParseCommandLine, mistakesAreToldInOneLine) {
         {{"--filter", "x", "l", "r"}, "--filter: x not in {nonstructural,unchanged}"},
         {{"--filter", "unchanged", "--no-filter", "l", "r"}, "--filter excludes --no-filter"},
         {{"-f", "html", "l", "r"}, "--format html: not available yet"},
-        {{"--filter", "unchanged", "--filter", "nonstructural", "l", "r"},
-         "--filter unchanged: not available yet"},
+        {{"--no-filter", "l", "r", "--filter=nonstructural"}, "--filter excludes --no-filter"},
+        {{"l", "r", "--filter"}, "--filter: 1 required nonstructural|unchanged missing"},
     };
     for (const auto& [words, expected] : cases) {
         EXPECT_EQ(problemWith(words), expected);

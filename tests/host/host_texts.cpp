@@ -6,7 +6,6 @@
 #include <boost/date_time/posix_time/posix_time.hpp>
 
 #include <depcompare/messages/messages.h>
-#include <dependency/comparisons/compare_graphs.h>
 #include <fl/i18n/ustring.h>
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -111,17 +110,19 @@ std::string read(const std::string& file, const Limits& limits) {
     }
 }
 
-Report compare(const std::string& left, const std::string& right) {
+Report compare(const std::string& left, const std::string& right, const EnabledFilters& filters) {
     messages::registerMessages();
     std::array<GraphDraft, 2> drafts{draftOf("old", left, {}), draftOf("new", right, {})};
-    Report report{.inputs = buildGraphs(std::move(drafts)),
-                  .arguments = {"old", "new"},
-                  .comparison = {},
-                  .summary = {}};
-    report.comparison =
-        dependency::comparisons::compareGraphs(report.inputs[0].graph, report.inputs[1].graph);
-    report.summary = summarize(*report.comparison);
+    Report report = compareInputs(buildGraphs(std::move(drafts)), {"old", "new"}, filters);
+    completeLedger(report);
     return report;
+}
+
+std::vector<EnabledFilters> allFilterSettings() {
+    return {{},
+            filtersNamed({"nonstructural"}),
+            filtersNamed({"unchanged"}),
+            filtersNamed({"nonstructural", "unchanged"})};
 }
 
 std::string jsonTextOf(const Report& report) {

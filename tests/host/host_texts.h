@@ -2,6 +2,7 @@
 // Files in, texts out: what the host's tests have in common.
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <nlohmann/json_fwd.hpp>
 
@@ -32,7 +33,11 @@ namespace depcompare::test {
 [[nodiscard]] std::string read(const std::string& file, const Limits& limits = {});
 
 /// Compares two files, `old` and `new`.
-[[nodiscard]] Report compare(const std::string& left, const std::string& right);
+[[nodiscard]] Report compare(const std::string& left, const std::string& right,
+                             const EnabledFilters& filters = {});
+
+/// Returns: nothing, each filter alone, and both.
+[[nodiscard]] std::vector<EnabledFilters> allFilterSettings();
 
 [[nodiscard]] std::string jsonTextOf(const Report& report);
 [[nodiscard]] nlohmann::json jsonOf(const Report& report);

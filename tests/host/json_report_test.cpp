@@ -1,10 +1,16 @@
 #include "reports/json_report.h"
 
+#include <fstream>
+#include <iterator>
+#include <set>
+
 #include <fl/i18n/locale.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include "host_texts.h"
+#include "json_faults.h"
 
 namespace depcompare {
 namespace {
@@ -66,12 +72,33 @@ TEST(JsonReport, everyMemberOfTheContractIsThere) {
     EXPECT_EQ(report["tree"]["left"], json::object());
     const json& file = report["tree"]["children"][0];
     EXPECT_EQ(file["visible"], true);
-    EXPECT_EQ(file["metrics"], nullptr);
-    EXPECT_EQ(file["detail"], nullptr);
+    EXPECT_EQ(file["metrics"], (json{0, 1, 1, 0}));
+    EXPECT_EQ(file["detail"], (json{{"type", "parameter"},
+                                    {"columns", {"File property", ""}},
+                                    {"metrics", {0, 1, 1, 0}},
+                                    {"rows",
+                                     {{{"edit", "changed"},
+                                       {"left", {{"name", "k"}, {"value", "1"}}},
+                                       {"right", {{"name", "k"}, {"value", "2"}}}},
+                                      {{"edit", "added"},
+                                       {"left", nullptr},
+                                       {"right", {{"name", "l"}, {"value", "3"}}}}}}}));
     EXPECT_EQ(file["left"], (json{{"id", "a"}, {"name", "a"}, {"type", "file"}}));
     const json& group = file["children"][0];
     EXPECT_EQ(group["kind"], "group");
     EXPECT_EQ(group["edit"], "changed");
+    EXPECT_EQ(group["metrics"], (json{1, 1, 0, 0}));
+    EXPECT_EQ(group["detail"]["type"], "combined");
+    EXPECT_EQ(group["detail"]["parts"].size(), 2U);
+    EXPECT_EQ(
+        group["detail"]["parts"][1],
+        (json{{"type", "parameter"},
+              {"columns", {"Dependency type: use\n\nImpacted component", "\n\nRequired component"}},
+              {"metrics", {0, 1, 0, 0}},
+              {"rows",
+               {{{"edit", "added"},
+                 {"left", nullptr},
+                 {"right", {{"name", "a"}, {"value", "X"}}}}}}}));
     EXPECT_EQ(group["left"], (json{{"upstream", "a"},
                                    {"downstream", "x"},
                                    {"downstreamName", "X"},
@@ -136,6 +163,117 @@ TEST(JsonReport, idsWhoseConcatenationsCoincideCompareLikeAnyOthers) {
               "graph unchanged [null,null]\n"
               "  file unchanged [0,0] \n"
               "    group removed [0,null]  \n");
+}
+
+TEST(JsonReport, whatIsHiddenIsLeftOutUnlessSomethingBelowItIsVisible) {
+    const json report = jsonOf(compare(oldFile, newFile, filtersNamed({"nonstructural"})));
+    EXPECT_EQ(outline(report["tree"]),
+              "graph changed [null,null]\n"
+              "  file changed [0,0] a\n"
+              "    group changed [0,0] a x\n"
+              "    group removed [1,null] a b\n"
+              "    group added [null,1] a c\n"
+              "  file removed [1,null] b\n"
+              "  file added [null,1] c\n");
+    EXPECT_EQ(report["tree"]["visible"], false);
+    const json& context = report["tree"]["children"][0];
+    EXPECT_EQ(context["visible"], false);
+    EXPECT_EQ(context["metrics"], (json{0, 1, 0, 0}));
+    EXPECT_EQ(context["detail"]["rows"].size(), 1U);
+    EXPECT_EQ(jsonOf(compare(oldFile, oldFile, filtersNamed({"unchanged"})))["tree"]["children"],
+              json::array());
+}
+
+// In German and Japanese the labels differ, and with them what the special rows are called.
+class JsonReportInLocale : public testing::TestWithParam<const char*> {
+  protected:
+    void SetUp() override { fl::i18n::Locale::setGlobal(fl::i18n::Locale(GetParam())); }
+    void TearDown() override { fl::i18n::Locale::setGlobal(fl::i18n::Locale()); }
+
+    static std::string bundled(const std::string& name) {
+        std::ifstream file(EXAMPLES "/" + name);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+};
+INSTANTIATE_TEST_SUITE_P(Locales, JsonReportInLocale, testing::Values("en", "de", "ja"));
+
+TEST_P(JsonReportInLocale, everyMemberIsInOrderUnderEveryFilterSetting) {
+    const std::pair<std::string, std::string> pairs[] = {
+        {oldFile, newFile},
+        {newFile, oldFile},
+        {oldFile, oldFile},
+        {graphML(""), newFile},
+        {bundled("ninja-v1.8.2.graphml"), bundled("ninja-v1.12.1.graphml")},
+        {bundled("ninja-v1.12.1.graphml"), bundled("ninja-v1.8.2.graphml")},
+        {bundled("redis-6.2.0.graphml"), bundled("redis-7.4.0.graphml")},
+    };
+    for (const auto& [left, right] : pairs) {
+        for (const EnabledFilters& filters : test::allFilterSettings()) {
+            const Report report = compare(left, right, filters);
+            const json written = jsonOf(report);
+            EXPECT_THAT(test::faultsOf(written), testing::IsEmpty())
+                << report.inputs[0].nodes << " nodes, filters " << written["filters"];
+            EXPECT_EQ(written["locale"], GetParam());
+            EXPECT_EQ(report.tree->showsDifference(), test::showsDifference(written["tree"]));
+        }
+    }
+}
+
+TEST_P(JsonReportInLocale, theSpecialRowsAreNoStructureWhateverTheyAreCalled) {
+    const std::string bare = graphML("");
+    const std::string right = graphML(
+        "<data key='timestamp'>2026-01-01</data><data key='note'>x</data>"
+        "<node id='a'><data key='checksum'>1</data><data key='k'>1</data></node>");
+    const json tree = jsonOf(compare(bare, right, filtersNamed({"nonstructural"})))["tree"];
+    ASSERT_EQ(tree["detail"]["rows"].size(), 1U);
+    EXPECT_EQ(tree["detail"]["rows"][0]["right"]["name"], "note");
+    ASSERT_EQ(tree["children"][0]["detail"]["rows"].size(), 1U);
+    EXPECT_EQ(tree["children"][0]["detail"]["rows"][0]["right"]["name"], "k");
+}
+
+TEST(JsonReport, columnsSpeakTheLanguageOfTheLocale) {
+    std::set<std::string> headings;
+    for (const char* locale : {"en", "de", "ja"}) {
+        fl::i18n::Locale::setGlobal(fl::i18n::Locale(locale));
+        const json tree = jsonOf(compare(oldFile, newFile))["tree"];
+        headings.insert(tree["detail"]["columns"][0]);
+        headings.insert(tree["children"][0]["detail"]["columns"][0]);
+    }
+    fl::i18n::Locale::setGlobal(fl::i18n::Locale());
+    EXPECT_EQ(headings.size(), 6U);
+}
+
+// The checker of the tests above must see what it is for.
+TEST(JsonFaults, aSpoiltReportHasFaults) {
+    const std::pair<std::vector<std::string>, const char*> cases[] = {
+        {{}, "/tree/children/0/position/0"},
+        {{}, "/tree/children/2/position/1"},
+        {{"nonstructural"}, "/tree/visible"},
+        {{"nonstructural"}, "/tree/children/0/children"},
+        {{"nonstructural"}, "/tree/children/0/left/name"},
+        {{"nonstructural"}, "/tree/children/1/metrics"},
+        {{"unchanged"}, "/tree/children/0/children/0/detail/parts/0/rows"},
+        {{"unchanged"}, "/left/dependencies"},
+        {{"unchanged"}, "/ledger/left/folded"},
+        {{"unchanged"}, "/ledger/filters/0/rows"},
+        {{"unchanged"}, "/ledger/entries/visible"},
+        {{"unchanged"}, "/summary/files/added"},
+    };
+    for (const auto& [filters, pointer] : cases) {
+        json spoilt = jsonOf(compare(oldFile, newFile, filtersNamed(filters)));
+        ASSERT_THAT(test::faultsOf(spoilt), testing::IsEmpty());
+        json& value = spoilt[json::json_pointer(pointer)];
+        if (value.is_boolean()) {
+            value = !value.get<bool>();
+        } else if (value.is_number()) {
+            value = value.get<int>() + 1;
+        } else if (value.is_array()) {
+            value.erase(value.size() - 1);
+        } else {
+            value = nullptr;
+        }
+        EXPECT_THAT(test::faultsOf(spoilt), testing::Not(testing::IsEmpty())) << pointer;
+    }
 }
 
 }  // namespace

@@ -6,8 +6,10 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include "host_texts.h"
+#include "json_faults.h"
 
 namespace depcompare {
 namespace {
@@ -82,10 +84,22 @@ RC_GTEST_PROP(OrderIndependence, shufflingNodesAndEdgesChangesNothingInAnyReport
     RC_ASSERT(test::textOf(other) == test::textOf(report));
 }
 
+RC_GTEST_PROP(OrderIndependence, everyReportKeepsItsContractUnderEveryFilterSetting, ()) {
+    const std::string left = fileOf(someParts());
+    const std::string right = fileOf(someParts());
+    for (const EnabledFilters& filters : test::allFilterSettings()) {
+        const Report report = test::compare(left, right, filters);
+        const auto written = test::jsonOf(report);
+        RC_ASSERT(test::faultsOf(written) == std::vector<std::string>());
+        RC_ASSERT(report.tree->showsDifference() == test::showsDifference(written["tree"]));
+    }
+}
+
 RC_GTEST_PROP(OrderIndependence, aShuffledFileEqualsItself, ()) {
     const Parts parts = someParts();
     const Report report = test::compare(fileOf(parts), fileOf(shuffled(parts)));
     RC_ASSERT(!report.summary.showsDifference);
+    RC_ASSERT(!report.tree->showsDifference());
 }
 
 }  // namespace

@@ -1,11 +1,14 @@
 // Runs the program itself: what only a process has, and the bundled graphs.
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <string>
+#include <tuple>
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -97,16 +100,59 @@ TEST_F(Program, theStatusIsThatOfDiff) {
     EXPECT_EQ(run("--help").status, 0);
 }
 
-TEST_F(Program, aPropertyAloneIsADifference) {
-    const auto file = [](const std::string& node) {
-        return "<graphml><graph><node id='a'/>" + node +
-               "<node id='c'/><edge source='a' target='b'/></graph></graphml>";
+TEST_F(Program, theStatusIsThatOfWhatTheFiltersLeave) {
+    const auto file = [](const std::string& node, const std::string& edge = "") {
+        return "<graphml><graph><node id='a'/>" + node + "<node id='c'/>" + edge +
+               "<edge source='a' target='b'/></graph></graphml>";
     };
     write("one", file("<node id='b'/>"));
     write("same", file("<node id='b'></node>"));
-    write("other", file("<node id='b'><data key='k'>1</data></node>"));
-    EXPECT_EQ(run("one same").status, 0);
-    EXPECT_EQ(run("one other").status, 1);
+    write("property", file("<node id='b'><data key='k'>1</data></node>"));
+    write("edge", file("<node id='b'/>", "<edge source='a' target='c'/>"));
+    const std::tuple<const char*, const char*, int> cases[] = {
+        {"same", "", 0},
+        {"same", "--no-filter ", 0},
+        {"property", "", 0},
+        {"property", "--no-filter ", 1},
+        {"property", "--filter unchanged ", 1},
+        {"property", "--filter unchanged --filter nonstructural ", 0},
+        {"edge", "", 1},
+        {"edge", "--no-filter ", 1},
+        {"edge", "--filter unchanged ", 1},
+        {"edge", "--filter nonstructural ", 1},
+    };
+    for (const auto& [other, options, status] : cases) {
+        for (const char* form : {"", "-q ", "-f json ", "-f summary "}) {
+            EXPECT_EQ(run(std::string(form) + options + "one " + other).status, status)
+                << form << options << other;
+        }
+    }
+    EXPECT_EQ(run("--no-filter --filter unchanged one same").status, 2);
+}
+
+TEST_F(Program, theSummaryIsATableOfCounts) {
+    EXPECT_EQ(run("-f summary '" + older + "' '" + newer + "'").output,
+              "                     added   removed   changed unchanged\n"
+              "Files                   18         0        80         7\n"
+              "Groups                 135        24       121       305\n"
+              "Dependencies           259       147         0       312\n"
+              "File properties         72         0       238       110\n"
+              "Graph properties         0         0         3         1\n");
+}
+
+TEST_F(Program, aPipedReportFitsEightyColumns) {
+    fs::copy_file(older, folder_ / "old");
+    fs::copy_file(newer, folder_ / "new");
+    for (const char* filters : {"", "--no-filter ", "--filter unchanged "}) {
+        std::istringstream report(run(std::string(filters) + "old new").output);
+        std::size_t lines = 0;
+        for (std::string line; std::getline(report, line); ++lines) {
+            // Arrows are one column and three bytes.
+            const auto arrows = std::count(line.begin(), line.end(), '\xE2');
+            EXPECT_LE(line.size() - 2 * static_cast<std::size_t>(arrows), 80U) << line;
+        }
+        EXPECT_GT(lines, 100U);
+    }
 }
 
 TEST_F(Program, standardInputIsAGraph) {

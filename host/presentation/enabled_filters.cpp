@@ -1,0 +1,68 @@
+#include "presentation/enabled_filters.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace depcompare {
+
+namespace {
+
+using ::comparisons::UnchangedFilter;
+using dependency::comparisons::NonstructuralFilter;
+
+struct Names {
+    std::string_view name;
+    std::string_view title;
+};
+
+struct NamesOf {
+    Names operator()(const UnchangedFilter& /*filter*/) const { return {"unchanged", "unchanged"}; }
+    Names operator()(const NonstructuralFilter& /*filter*/) const {
+        return {"nonstructural", "non-structural"};
+    }
+};
+
+EnabledFilters inOrder(EnabledFilters filters) {
+    // The alternatives stand in the order in which filters are applied.
+    std::ranges::sort(filters, {}, [](const Filters& filter) { return filter.index(); });
+    filters.erase(std::unique(filters.begin(), filters.end()), filters.end());
+    return filters;
+}
+
+const EnabledFilters& allFilters() {
+    static const EnabledFilters filters{UnchangedFilter(), NonstructuralFilter()};
+    return filters;
+}
+
+}  // namespace
+
+std::vector<std::string> filterNames() {
+    std::vector<std::string> names;
+    for (const Filters& filter : allFilters()) {
+        names.emplace_back(nameOf(filter));
+    }
+    std::ranges::sort(names);
+    return names;
+}
+
+std::string_view nameOf(const Filters& filter) {
+    return std::visit(NamesOf(), filter).name;
+}
+
+std::string_view titleOf(const Filters& filter) {
+    return std::visit(NamesOf(), filter).title;
+}
+
+EnabledFilters filtersNamed(const std::vector<std::string>& names) {
+    EnabledFilters filters;
+    std::ranges::copy_if(allFilters(), std::back_inserter(filters), [&](const Filters& filter) {
+        return std::ranges::find(names, nameOf(filter)) != names.end();
+    });
+    return inOrder(std::move(filters));
+}
+
+EnabledFilters defaultFilters() {
+    return inOrder(dependency::comparisons::getDefaultEnabledFilters());
+}
+
+}  // namespace depcompare

@@ -1,0 +1,32 @@
+#pragma once
+// Which filters are on, and what they are called.
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <dependency/comparisons/filters.h>
+
+namespace depcompare {
+
+using dependency::comparisons::Filters;
+
+/// In the order in which they are applied: the unchanged filter before the non-structural one, and
+/// none twice.
+using EnabledFilters = std::vector<Filters>;
+
+/// Returns: the names by which filters can be asked for, sorted.
+[[nodiscard]] std::vector<std::string> filterNames();
+
+/// Returns: the filter's name, one of `filterNames()`.
+[[nodiscard]] std::string_view nameOf(const Filters& filter);
+
+/// Returns: what people call it, as in "the non-structural filter".
+[[nodiscard]] std::string_view titleOf(const Filters& filter);
+
+/// Requires: `names` from `filterNames()`, in any order.
+[[nodiscard]] EnabledFilters filtersNamed(const std::vector<std::string>& names);
+
+/// Returns: the filters that are on where nobody chooses.
+[[nodiscard]] EnabledFilters defaultFilters();
+
+}  // namespace depcompare

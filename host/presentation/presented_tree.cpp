@@ -1,0 +1,152 @@
+#include "presentation/presented_tree.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+namespace depcompare {
+
+using ::comparisons::DiffMetrics;
+using ::comparisons::EditType;
+using dependency::comparisons::FilteredGraphTree;
+using dependency::comparisons::GraphComparison;
+using dependency::comparisons::Item;
+using dependency::comparisons::ParallelDependencies;
+
+namespace {
+
+struct PlaceOf {
+    EntryCounts& counts;
+
+    std::size_t& operator()(const std::shared_ptr<const dependency::graph::Graph>& /*g*/) const {
+        return counts.graphs;
+    }
+    std::size_t& operator()(const std::shared_ptr<dependency::graph::Node>& /*file*/) const {
+        return counts.files;
+    }
+    std::size_t& operator()(const ParallelDependencies& /*group*/) const { return counts.groups; }
+};
+
+bool showDifference(const DiffMetrics<2>& metrics) {
+    return metrics.leftOnly + metrics.rightOnly + metrics.changed != 0;
+}
+
+}  // namespace
+
+void EntryCounts::count(const Item& item) {
+    ++std::visit(PlaceOf{*this}, item);
+}
+
+PresentedTree::PresentedTree(std::shared_ptr<const GraphComparison> comparison,
+                             EnabledFilters filters)
+    : FilteredGraphTree(*comparison),
+      comparison_(std::move(comparison)),
+      filters_(std::move(filters)),
+      numbers_(entries().size()) {
+    if (filters_.size() > maxFilters) {
+        throw std::logic_error("a filter is enabled twice");
+    }
+    hideEntries();
+}
+
+std::optional<DiffMetrics<2>> PresentedTree::metrics(Match match) const {
+    return numbers(match).metrics;
+}
+
+std::unique_ptr<PresentedTree::ViewModel> PresentedTree::shownDetail(Match match) const {
+    auto viewModel = makeViewModel(match);
+    if (viewModel) {
+        const ViewModel::FilterRange filters(filters_);
+        viewModel->applyFilters(&filters);
+        viewModel->commit();
+    }
+    return viewModel;
+}
+
+bool PresentedTree::showsDifference() const {
+    return std::ranges::any_of(entries(), [&](const Entry& entry) {
+        if (entry.visible == 0) {
+            return false;
+        }
+        if (entry.match->getEditTypes().front() != EditType::unchanged) {
+            return true;
+        }
+        const auto metrics = this->metrics(entry.match);
+        return metrics && showDifference(*metrics);
+    });
+}
+
+std::vector<bool> PresentedTree::leadsToVisible() const {
+    std::vector<bool> leads(entries().size());
+    for (std::size_t i = leads.size(); i-- != 0;) {
+        const Entry& entry = entries()[i];
+        leads[i] = leads[i] || entry.visible != 0;
+        if (leads[i] && entry.parent != noParent) {
+            leads[entry.parent] = true;
+        }
+    }
+    return leads;
+}
+
+Visibility PresentedTree::visibility() const {
+    Visibility counts{.entries = entryCount(), .rows = {}, .hidden = {}};
+    for (const Filters& filter : filters_) {
+        counts.hidden.push_back({.filter = filter, .entries = {}, .rows = 0});
+    }
+    for (const Entry& entry : entries()) {
+        const auto& rows = numbers(entry.match).rows;
+        const std::size_t hiddenBy = hiddenBy_[entry.match->getIndex()];
+        for (std::size_t i = 0; i < std::min(hiddenBy, filters_.size()); ++i) {
+            counts.hidden[i].rows += rows[i] - rows[i + 1];
+        }
+        if (hiddenBy < filters_.size()) {
+            counts.hidden[hiddenBy].rows += rows[hiddenBy];
+            counts.hidden[hiddenBy].entries.count(anySide(compared(entry.match).edit));
+        }
+        counts.rows += {.all = rows[0], .visible = entry.visible != 0 ? rows[filters_.size()] : 0};
+    }
+    return counts;
+}
+
+std::unique_ptr<PresentedTree::ViewModel> PresentedTree::makeViewModel(Match match) const {
+    const auto& detail = compared(match).detail;
+    return detail.valid() ? registry_.create(detail.get()) : nullptr;
+}
+
+const PresentedTree::Numbers& PresentedTree::numbers(Match match) const {
+    auto& known = numbers_[match->getIndex()];
+    if (!known) {
+        known = countNumbers(match);
+    }
+    return *known;
+}
+
+PresentedTree::Numbers PresentedTree::countNumbers(Match match) const {
+    Numbers numbers;
+    const auto viewModel = makeViewModel(match);
+    if (!viewModel) {
+        return numbers;
+    }
+    numbers.rows[0] = static_cast<std::uint32_t>(viewModel->rowCount().visible);
+    for (std::size_t i = 0; i < filters_.size(); ++i) {
+        viewModel->applyFilter(filters_[i]);
+        numbers.rows[i + 1] = static_cast<std::uint32_t>(viewModel->rowCount().visible);
+    }
+    numbers.metrics = viewModel->metrics();
+    return numbers;
+}
+
+void PresentedTree::hideEntries() {
+    hiddenBy_.assign(entries().size(), static_cast<std::uint8_t>(filters_.size()));
+    for (std::size_t i = 0; i < filters_.size(); ++i) {
+        applyFilter(filters_[i]);
+        for (const Entry& entry : entries()) {
+            auto& hiddenBy = hiddenBy_[entry.match->getIndex()];
+            if (entry.visible == 0 && hiddenBy == filters_.size()) {
+                hiddenBy = static_cast<std::uint8_t>(i);
+            }
+        }
+    }
+}
+
+}  // namespace depcompare
