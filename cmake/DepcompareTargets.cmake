@@ -44,9 +44,6 @@ function(depcompare_test name)
     CXX_EXTENSIONS OFF
     RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/tests")
   target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gmock_main)
-  if(TARGET test_headers)
-    target_precompile_headers(${name} REUSE_FROM test_headers)
-  endif()
   gtest_discover_tests(${name}
     TEST_PREFIX "${name}."
     DISCOVERY_MODE PRE_TEST

@@ -14,9 +14,9 @@ namespace {
 std::pair<Number, Number> ranksStartingWith(std::u16string_view prefix,
                                             const std::vector<std::u16string_view>& ids) {
     const auto head = [&](std::u16string_view id) { return id.substr(0, prefix.size()); };
-    const auto run = std::ranges::equal_range(ids, prefix, {}, head);
-    return {static_cast<Number>(run.begin() - ids.begin()),
-            static_cast<Number>(run.end() - ids.begin())};
+    const auto first = std::ranges::lower_bound(ids, prefix, {}, head);
+    const auto last = std::ranges::upper_bound(first, ids.end(), prefix, {}, head);
+    return {static_cast<Number>(first - ids.begin()), static_cast<Number>(last - ids.begin())};
 }
 
 using Groups = std::span<const GroupRecord>;

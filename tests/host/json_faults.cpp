@@ -4,7 +4,6 @@
 #include <array>
 #include <cstdint>
 #include <map>
-#include <regex>
 #include <set>
 
 #include <nlohmann/json.hpp>
@@ -31,6 +30,13 @@ std::uint64_t total(const json& counts) {
         sum += counts.at(edit).get<std::uint64_t>();
     }
     return sum;
+}
+
+// Every digit a 0.
+std::string shapeOf(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return c >= '1' && c <= '9'; }, '0');
+    return text;
 }
 
 class Checker {
@@ -61,10 +67,9 @@ class Checker {
     }
 
     void checkInput(const json& input, const json& ledger, const std::string& side) {
-        static const std::regex time("\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d");
         expect(input.at("source").is_string(), side + " source");
         const json& analysisTime = input.at("analysisTime");
-        expect(analysisTime.is_null() || std::regex_match(analysisTime.get<std::string>(), time),
+        expect(analysisTime.is_null() || shapeOf(analysisTime) == "0000-00-00T00:00:00",
                side + " analysisTime");
         auto nodes = ledger.at("files").get<std::uint64_t>();
         for (const json& count : ledger.at("otherNodes")) {
