@@ -94,7 +94,8 @@ std::size_t failEveryAllocation(const char* leftText, const char* rightText, boo
         }
         return counts;
     };
-    (void)compareGraphs(left, right);  // what is made once a process is made now
+    // What is made once a process is made now.
+    (void)test::faultsOf(*compareGraphs(left, right), left, right);
     const auto usesBefore = uses();
     for (std::size_t number = 1;; ++number) {
         const long blocksBefore = blocks;
