@@ -4,48 +4,58 @@
 #include <numeric>
 #include <tuple>
 #include <unordered_map>
+#include <utility>
 
 #include "core/file_nodes.h"
 
 namespace dependency::comparisons {
 
+using ::comparisons::Side;
+
 namespace {
 
-using NumberByNode = std::unordered_map<const graph::Node*, Number>;
-
-Number numberOf(std::shared_ptr<graph::Node> node, SideIndex& side, NumberByNode& numbers) {
-    const auto [found, added] =
-        numbers.try_emplace(node.get(), static_cast<Number>(side.nodes.size()));
-    if (added) {
+Number numberOf(std::shared_ptr<graph::Node> node, SideIndex& side, NodeNumbers& numbers) {
+    const auto fresh = static_cast<Number>(side.nodes.size());
+    const Number number = numbers.findOrAdd(node.get(), fresh);
+    if (number == fresh) {
         side.nodes.push_back(std::move(node));
     }
-    return found->second;
+    return number;
 }
 
-// Returns: where the links of each file begin, and one past the last. Links still name their
-// downstream node by its number.
-std::vector<std::size_t> collectLinks(SideIndex& side) {
-    NumberByNode numbers;
+// A dependency on its way into a group.
+struct FoundLink {
+    Number downstream = 0;  // node number, later rank
+    Number order = 0;       // place among the dependencies of its file
+    Link dependency = nullptr;
+};
+
+struct FoundLinks {
+    std::vector<FoundLink> links;  // by file
+    std::vector<Number> first;     // by file, and one past the last
+};
+
+FoundLinks findLinks(SideIndex& side) {
+    NodeNumbers numbers;
     side.nodes = fileNodes(*side.graph);
     side.fileCount = static_cast<Number>(side.nodes.size());
-    numbers.reserve(side.nodes.size());
     for (Number file = 0; file < side.fileCount; ++file) {
-        numbers.emplace(side.nodes[file].get(), file);
+        numbers.findOrAdd(side.nodes[file].get(), file);
     }
-    std::vector<std::size_t> firstLink;
-    firstLink.reserve(side.fileCount + std::size_t{1});
+    FoundLinks found;
+    found.first.reserve(side.fileCount + std::size_t{1});
     for (Number file = 0; file < side.fileCount; ++file) {
-        firstLink.push_back(side.links.size());
+        found.first.push_back(static_cast<Number>(found.links.size()));
         Number order = 0;
         for (const auto& dependency : side.graph->getDownstreamDependencies(side.nodes[file])) {
-            side.links.push_back(
+            found.links.push_back(
                 {.downstream = numberOf(dependency->getDownstreamNode(), side, numbers),
                  .order = order++,
                  .dependency = &dependency});
         }
     }
-    firstLink.push_back(side.links.size());
-    return firstLink;
+    found.first.push_back(static_cast<Number>(found.links.size()));
+    return found;
 }
 
 void rankNodes(PairIndex& index) {
@@ -82,28 +92,61 @@ void rankNodes(PairIndex& index) {
     }
 }
 
-void cutGroups(SideIndex& side, const std::vector<std::size_t>& firstLink) {
-    for (Link& link : side.links) {
-        link.downstream = side.rankOf[link.downstream];
-    }
-    side.firstGroup.reserve(firstLink.size());
-    for (Number file = 0; file < side.fileCount; ++file) {
-        side.firstGroup.push_back(static_cast<Number>(side.groups.size()));
-        std::span<Link> links(side.links.data() + firstLink[file],
-                              side.links.data() + firstLink[file + 1]);
-        // Of two dependencies with one ID the first counts, hence the order.
-        std::ranges::sort(links, {}, [](const Link& link) {
-            return std::tie(link.downstream, (*link.dependency)->getID(), link.order);
+// Sorts the links of one file by downstream rank, then by dependency ID; of several with one ID the
+// first comes first.
+void sortLinks(std::span<FoundLink> links) {
+    std::ranges::sort(links, {}, &FoundLink::downstream);
+    const auto place = [](const FoundLink& link) {
+        return std::tie((*link.dependency)->getID(), link.order);
+    };
+    while (!links.empty()) {
+        const auto end = std::ranges::find_if(links, [&](const FoundLink& link) {
+            return link.downstream != links.front().downstream;
         });
-        while (!links.empty()) {
-            const Number downstream = links.front().downstream;
-            const auto end = std::ranges::find_if(
-                links, [&](const Link& link) { return link.downstream != downstream; });
-            const auto size = static_cast<std::size_t>(end - links.begin());
-            side.groups.push_back(
-                {.file = file, .downstream = side.nodeAt[downstream], .links = links.first(size)});
-            links = links.subspan(size);
+        std::ranges::sort(links.begin(), end, {}, place);
+        links = {end, links.end()};
+    }
+}
+
+// Requires: the links are sorted.
+void cutGroups(SideIndex& side, Number file, std::span<const FoundLink> links) {
+    side.firstGroup.push_back(static_cast<Number>(side.groups.size()));
+    Number lastRank = none;
+    for (const FoundLink& link : links) {
+        if (link.downstream != lastRank) {
+            lastRank = link.downstream;
+            side.groups.push_back({.file = file,
+                                   .downstream = side.nodeAt[link.downstream],
+                                   .first = static_cast<Number>(side.links.size())});
+        } else if ((*side.links.back())->getID() == (*link.dependency)->getID()) {
+            continue;
         }
+        side.links.push_back(link.dependency);
+        ++side.groups.back().count;
+    }
+}
+
+void makeGroups(SideIndex& side, FoundLinks found) {
+    const auto linksOf = [&](Number file) {
+        return std::span(found.links)
+            .subspan(found.first[file], found.first[file + 1] - found.first[file]);
+    };
+    std::size_t groups = 0;
+    for (Number file = 0; file < side.fileCount; ++file) {
+        const auto links = linksOf(file);
+        for (FoundLink& link : links) {
+            link.downstream = side.rankOf[link.downstream];
+        }
+        sortLinks(links);
+        for (std::size_t i = 0; i < links.size(); ++i) {
+            groups += i == 0 || links[i].downstream != links[i - 1].downstream ? 1 : 0;
+        }
+    }
+    side.links.reserve(found.links.size());
+    side.groups.reserve(groups);
+    side.firstGroup.reserve(found.first.size());
+    for (Number file = 0; file < side.fileCount; ++file) {
+        cutGroups(side, file, linksOf(file));
     }
     side.firstGroup.push_back(static_cast<Number>(side.groups.size()));
 }
@@ -114,30 +157,32 @@ PairIndex::PairIndex(const std::shared_ptr<const graph::Graph>& left,
                      const std::shared_ptr<const graph::Graph>& right) {
     sides[0].graph = left;
     sides[1].graph = right;
-    const std::array firstLinks{collectLinks(sides[0]), collectLinks(sides[1])};
+    std::array found{findLinks(sides[0]), findLinks(sides[1])};
     rankNodes(*this);
     for (std::size_t side = 0; side < sides.size(); ++side) {
-        cutGroups(sides[side], firstLinks[side]);
+        makeGroups(sides[side], std::move(found[side]));
     }
 }
 
-Item SideIndex::makeItem(Number item) const {
-    if (isFile(item)) {
-        return nodes[item];
+void PairIndex::makeItem(Side side, Number item, std::optional<Item>& place) const {
+    const SideIndex& graph = (*this)[side];
+    if (graph.isFile(item)) {
+        place.emplace(graph.nodes[item]);
+        return;
     }
-    const GroupRecord& record = group(item);
-    Item made(std::in_place_type<ParallelDependencies>);
-    auto& parallel = std::get<ParallelDependencies>(made);
-    parallel.upstream = nodes[record.file];
-    parallel.downstream = nodes[record.downstream];
-    for (const Link& link : record.links) {
-        parallel.dependencies.insert(parallel.dependencies.end(), *link.dependency);
+    const GroupRecord& record = graph.group(item);
+    auto& parallel =
+        std::get<ParallelDependencies>(place.emplace(std::in_place_type<ParallelDependencies>));
+    parallel.upstream = graph.nodes[record.file];
+    parallel.downstream = graph.nodes[record.downstream];
+    for (const Link link : graph.linksOf(record)) {
+        parallel.dependencies.insert(parallel.dependencies.end(), *link);
     }
-    const std::u16string& upstream = parallel.upstream->getID();
-    const std::u16string& downstream = parallel.downstream->getID();
+    // Not the nodes' own IDs: equal ones of both sides are one text here, read once for both.
+    const std::u16string_view upstream = ids[graph.rankOf[record.file]];
+    const std::u16string_view downstream = ids[graph.rankOf[record.downstream]];
     parallel.id.reserve(upstream.size() + downstream.size());
     parallel.id.append(upstream).append(downstream);
-    return made;
 }
 
 }  // namespace dependency::comparisons

@@ -2,9 +2,8 @@
 // One index of both graphs, made once and read by every stage: files, downstream nodes and groups
 // as numbers, so that pairing and ordering need neither strings nor hashing any more.
 #include <array>
-#include <cstdint>
-#include <limits>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -13,24 +12,19 @@
 #include <dependency/comparisons/item.h>
 #include <dependency/graph/graph.h>
 
+#include "core/node_numbers.h"
+
 namespace dependency::comparisons {
-
-using Number = std::uint32_t;
-inline constexpr Number none = std::numeric_limits<Number>::max();
-
-/// A dependency on its way into a group.
-struct Link {
-    Number downstream = 0;  ///< rank of the downstream node
-    Number order = 0;       ///< place among the dependencies of its file
-    const std::shared_ptr<graph::Dependency>* dependency = nullptr;
-};
 
 /// The dependencies of one file to one node.
 struct GroupRecord {
     Number file = 0;
-    Number downstream = 0;        ///< node number
-    std::span<const Link> links;  ///< by dependency ID
+    Number downstream = 0;  ///< node number
+    Number first = 0;       ///< the place of the first of its dependencies in `SideIndex::links`
+    Number count = 0;       ///< how many there are
 };
+
+using Link = const std::shared_ptr<graph::Dependency>*;
 
 /// One graph by numbers.
 ///
@@ -42,7 +36,7 @@ struct SideIndex {
     Number fileCount = 0;
     std::vector<Number> rankOf;       ///< by node number
     std::vector<Number> nodeAt;       ///< by rank; `none` where this side has no such node
-    std::vector<Link> links;          ///< by file, downstream rank, dependency ID
+    std::vector<Link> links;          ///< by file, downstream rank, dependency ID; none twice
     std::vector<GroupRecord> groups;  ///< by file, then by downstream rank
     std::vector<Number> firstGroup;   ///< by file, and one past the last
 
@@ -51,12 +45,14 @@ struct SideIndex {
     }
     [[nodiscard]] bool isFile(Number item) const { return item < fileCount; }
     [[nodiscard]] const GroupRecord& group(Number item) const { return groups[item - fileCount]; }
+    [[nodiscard]] std::span<const Link> linksOf(const GroupRecord& group) const {
+        return std::span(links).subspan(group.first, group.count);
+    }
     [[nodiscard]] Number itemOfGroup(Number group) const { return fileCount + group; }
     /// Returns: the file with this rank, or `none`.
     [[nodiscard]] Number fileAt(Number rank) const {
         return nodeAt[rank] < fileCount ? nodeAt[rank] : none;
     }
-    [[nodiscard]] Item makeItem(Number item) const;
 };
 
 /// Both graphs by numbers that agree: nodes with equal IDs have one rank, and ranks order as IDs
@@ -72,6 +68,9 @@ struct PairIndex {
     [[nodiscard]] const SideIndex& operator[](::comparisons::Side side) const {
         return sides[::comparisons::indexOf(side)];
     }
+
+    /// Makes the item with this number of `side` in the place where it stays.
+    void makeItem(::comparisons::Side side, Number item, std::optional<Item>& place) const;
 
     std::array<SideIndex, 2> sides;
     std::vector<std::u16string_view> ids;  ///< by rank; ascending

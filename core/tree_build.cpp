@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/sibling_positions.h"
+#include "matching/edit_maker.h"
 
 namespace dependency::comparisons {
 
@@ -68,14 +69,15 @@ Vertex buildTree(Tree& tree, const PairIndex& index, const std::vector<Pairing>&
     for (const Side side : ::comparisons::sides) {
         files[indexOf(side)].resize(index[side].fileCount);
     }
+    const EditMaker maker(index);
     const Vertex root = ::comparisons::addEntry<ItemEdit>(tree);
-    tree[root].edit = makeGraphEdit(index);
+    tree[root].edit = maker.ofGraphs();
     tree[root].detail = compareDetail(tree[root].edit);
 
     for (const Pairing& pairing : pairings) {
         const Vertex vertex = ::comparisons::addEntry<ItemEdit>(tree);
         auto& entry = tree[vertex];
-        entry.edit = makeEdit(index, pairing);
+        maker.fill(entry.edit, pairing);
         entry.detail = compareDetail(entry.edit);
         for (const Side side : ::comparisons::sides) {
             const Number item = pairing.items[indexOf(side)];

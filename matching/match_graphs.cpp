@@ -1,5 +1,6 @@
 #include <dependency/comparisons/match_graphs.h>
 
+#include "matching/edit_maker.h"
 #include "matching/pairing.h"
 
 namespace dependency::comparisons {
@@ -8,11 +9,12 @@ std::vector<ItemEdit> matchGraphs(const std::shared_ptr<const graph::Graph>& lef
                                   const std::shared_ptr<const graph::Graph>& right) {
     const PairIndex index(left, right);
     const auto pairings = pairItems(index);
+    const EditMaker maker(index);
     std::vector<ItemEdit> edits;
     edits.reserve(pairings.size() + 1);
-    edits.push_back(makeGraphEdit(index));
+    edits.push_back(maker.ofGraphs());
     for (const Pairing& pairing : pairings) {
-        edits.push_back(makeEdit(index, pairing));
+        maker.fill(edits.emplace_back(), pairing);
     }
     return edits;
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "matching/item_equality.h"
 #include "matching/key_collisions.h"
 
 namespace dependency::comparisons {
@@ -58,24 +57,6 @@ std::vector<Pairing> pairByRank(const PairIndex& index) {
         }
     }
     return pairings;
-}
-
-ItemEdit makeGraphEdit(const PairIndex& index) {
-    const Item left = index[Side::left].graph;
-    const Item right = index[Side::right].graph;
-    return {left, right, !itemsEqual(left, right)};
-}
-
-ItemEdit makeEdit(const PairIndex& index, const Pairing& pairing) {
-    ItemEdit edit;
-    for (const Side side : ::comparisons::sides) {
-        const Number item = pairing.items[indexOf(side)];
-        if (item != none) {
-            edit[side] = index[side].makeItem(item);
-        }
-    }
-    edit.setChanged(hasBothSides(edit) && !itemsEqual(*edit[Side::left], *edit[Side::right]));
-    return edit;
 }
 
 }  // namespace dependency::comparisons

@@ -28,10 +28,4 @@ struct Pairing {
 /// one, and a file replaces a group.
 [[nodiscard]] std::vector<Pairing> pairByKey(const PairIndex& index);
 
-/// Returns: the edit of the two graphs, with its state.
-[[nodiscard]] ItemEdit makeGraphEdit(const PairIndex& index);
-
-/// Returns: the edit that shows a pairing, with its state.
-[[nodiscard]] ItemEdit makeEdit(const PairIndex& index, const Pairing& pairing);
-
 }  // namespace dependency::comparisons

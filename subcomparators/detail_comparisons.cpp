@@ -6,11 +6,12 @@ std::future<::comparisons::ComparisonValue> DetailComparisons::operator()(const 
     if (GraphSubcomparator().canCompare(edit)) {
         return ::comparisons::readyFuture(compareGraphProperties(edit, graphNames_));
     }
-    if (DependencySubcomparator dependencies; dependencies.canCompare(edit)) {
-        return dependencies.compare(edit);
+    if (DependencySubcomparator().canCompare(edit)) {
+        return ::comparisons::readyFuture(pairDependencies_(edit));
     }
     if (NodeSubcomparator().canCompare(edit)) {
-        return ::comparisons::readyFuture(compareNodeProperties(edit, nodeNames_));
+        return ::comparisons::readyFuture(
+            compareNodeProperties(edit, nodeNames_, EditStates::trusted));
     }
     return {};
 }

@@ -3,11 +3,11 @@
 #include <future>
 
 #include <comparisons/comparison_value.h>
-#include <dependency/comparisons/dependency_subcomparator.h>
 #include <dependency/comparisons/graph_subcomparator.h>
 #include <dependency/comparisons/item.h>
 #include <dependency/comparisons/node_subcomparator.h>
 
+#include "subcomparators/dependency_pairing.h"
 #include "subcomparators/displayed_names.h"
 
 namespace dependency::comparisons {
@@ -15,17 +15,20 @@ namespace dependency::comparisons {
 [[nodiscard]] GraphPropertyComparison compareGraphProperties(const ItemEdit& edit,
                                                              DisplayedNames& names);
 [[nodiscard]] NodePropertyComparison compareNodeProperties(const ItemEdit& edit,
-                                                           DisplayedNames& names);
+                                                           DisplayedNames& names,
+                                                           EditStates states);
 
 /// Serves the entries of one comparison.
 class DetailComparisons {
   public:
-    /// Returns: what the first subcomparator that accepts `edit` makes of it, in the order graph,
-    ///          dependency, node; not valid where none does.
+    /// Requires: the state of `edit` tells whether its sides differ.
+    /// Returns:  what the first subcomparator that accepts `edit` makes of it, in the order graph,
+    ///           dependency, node; not valid where none does.
     [[nodiscard]] std::future<::comparisons::ComparisonValue> operator()(const ItemEdit& edit);
 
   private:
     DisplayedNames graphNames_ = DisplayedNames::ofGraphs();
+    DependencyPairing pairDependencies_{EditStates::trusted};
     DisplayedNames nodeNames_ = DisplayedNames::ofNodes();
 };
 

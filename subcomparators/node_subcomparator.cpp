@@ -16,8 +16,10 @@ std::vector<NodeProperty> collectNodeProperties(const std::optional<Item>& side,
         return {};
     }
     const auto& node = std::get<std::shared_ptr<graph::Node>>(*side);
+    const auto keys = node->getPropertyKeys();
     std::vector<NodeProperty> rows;
-    for (const auto& key : node->getPropertyKeys()) {
+    rows.reserve(keys.size());
+    for (const auto& key : keys) {
         rows.push_back({.name = names[key], .value = node->getProperty(key)});
     }
     return rows;
@@ -42,12 +44,17 @@ bool NodeSubcomparator::canCompare(const ItemEdit& edit) const {
 
 std::future<ComparisonValue> NodeSubcomparator::compare(const ItemEdit& edit) {
     auto names = DisplayedNames::ofNodes();
-    return ::comparisons::readyFuture(compareNodeProperties(edit, names));
+    return ::comparisons::readyFuture(compareNodeProperties(edit, names, EditStates::unchecked));
 }
 
-NodePropertyComparison compareNodeProperties(const ItemEdit& edit, DisplayedNames& names) {
-    return NodePropertyComparison(pairByName(collectNodeProperties(edit[Side::left], names),
-                                             collectNodeProperties(edit[Side::right], names)));
+NodePropertyComparison compareNodeProperties(const ItemEdit& edit, DisplayedNames& names,
+                                             EditStates states) {
+    // A node that is paired with a group counts as unchanged, but does not pass for its equal.
+    const bool equal = states == EditStates::trusted && hasBothSides(edit) && !edit.isChanged() &&
+                       std::holds_alternative<std::shared_ptr<graph::Node>>(*edit[Side::right]);
+    auto left = collectNodeProperties(edit[Side::left], names);
+    auto right = equal ? left : collectNodeProperties(edit[Side::right], names);
+    return NodePropertyComparison(pairByName(std::move(left), std::move(right)));
 }
 
 }  // namespace dependency::comparisons

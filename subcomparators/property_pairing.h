@@ -22,27 +22,27 @@ template <class Property>
         return row.name;
     };
     for (auto* rows : {&left, &right}) {
-        std::ranges::stable_sort(*rows, {}, name);
+        if (!std::ranges::is_sorted(*rows, {}, name)) {
+            std::ranges::stable_sort(*rows, {}, name);
+        }
+        const auto replaced = std::ranges::unique(rows->rbegin(), rows->rend(), {}, name);
+        rows->erase(rows->begin(), replaced.begin().base());
     }
     std::vector<PropertyEdit<Property>> edits;
-    edits.reserve(left.size() + right.size());
+    edits.reserve(std::max(left.size(), right.size()));
     auto l = left.begin();
     auto r = right.begin();
     while (l != left.end() || r != right.end()) {
-        const bool takesLeft = r == right.end() || (l != left.end() && l->name <= r->name);
-        const std::u16string next = takesLeft ? l->name : r->name;
-        PropertyEdit<Property> edit;
-        for (; l != left.end() && l->name == next; ++l) {
-            edit[::comparisons::Side::left] = std::move(*l);
+        const int order = l == left.end() ? 1 : r == right.end() ? -1 : l->name.compare(r->name);
+        PropertyEdit<Property>& edit = edits.emplace_back();
+        if (order <= 0) {
+            edit[::comparisons::Side::left] = std::move(*l++);
         }
-        for (; r != right.end() && r->name == next; ++r) {
-            edit[::comparisons::Side::right] = std::move(*r);
+        if (order >= 0) {
+            edit[::comparisons::Side::right] = std::move(*r++);
         }
-        if (hasBothSides(edit)) {
-            edit.setChanged(edit[::comparisons::Side::left]->value !=
-                            edit[::comparisons::Side::right]->value);
-        }
-        edits.push_back(std::move(edit));
+        edit.setChanged(hasBothSides(edit) && edit[::comparisons::Side::left]->value !=
+                                                  edit[::comparisons::Side::right]->value);
     }
     return edits;
 }

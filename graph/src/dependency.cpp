@@ -24,14 +24,14 @@ std::shared_ptr<const Component> Dependency::getDownstreamComponent() const {
     return {owner_->components, downstreamComponent_};
 }
 
+Dependency::ComponentKey Dependency::componentKey() const noexcept {
+    return {upstreamComponent_->name_, downstreamComponent_->name_,
+            upstreamComponent_->type_->getID(), downstreamComponent_->type_->getID()};
+}
+
 Dependency::Key Dependency::key() const noexcept {
-    return {type_->getID(),
-            upstream_->getID(),
-            downstream_->getID(),
-            upstreamComponent_->name_,
-            downstreamComponent_->name_,
-            upstreamComponent_->type_->getID(),
-            downstreamComponent_->type_->getID()};
+    return std::tuple_cat(Ends(type_->getID(), upstream_->getID(), downstream_->getID()),
+                          componentKey());
 }
 
 bool Dependency::sameContent(const Dependency& other) const noexcept {
@@ -49,6 +49,11 @@ bool operator==(const Dependency& a, const Dependency& b) noexcept {
 }
 
 bool operator<(const Dependency& a, const Dependency& b) noexcept {
+    // Parallel dependencies of one graph, which are what is sorted most, share both ends.
+    const bool sameEnds = a.upstream_ == b.upstream_ && a.downstream_ == b.downstream_;
+    if (sameEnds && a.type_ == b.type_) {
+        return a.componentKey() < b.componentKey();
+    }
     return a.key() < b.key();
 }
 

@@ -33,7 +33,10 @@ class DEPENDENCY_GRAPH_EXPORT Dependency {
                                                   const Dependency& b) noexcept;
 
     using Text = const std::u16string&;
+    using Ends = std::tuple<Text, Text, Text>;
+    using ComponentKey = std::tuple<Text, Text, Text, Text>;
     using Key = std::tuple<Text, Text, Text, Text, Text, Text, Text>;
+    [[nodiscard]] ComponentKey componentKey() const noexcept;
     [[nodiscard]] Key key() const noexcept;
     [[nodiscard]] bool sameContent(const Dependency& other) const noexcept;
 
