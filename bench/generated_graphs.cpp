@@ -26,11 +26,6 @@ std::u16string wide(std::string_view ascii) {
     return {ascii.begin(), ascii.end()};
 }
 
-bool isChanged(const GeneratedPair& pair, std::size_t side, std::uint32_t file,
-               std::size_t property) {
-    return side == 1 && pair.changedProperty[file] == property;
-}
-
 // The position of each link among all links in content order. Component numbers order as their
 // names do.
 std::vector<std::size_t> contentRanks(const GeneratedPair& pair, std::size_t side) {

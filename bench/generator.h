@@ -56,6 +56,12 @@ struct GeneratedPair {
     ItemCounts expected;                        ///< what a comparison must find
 };
 
+/// Tells whether the value of `propertyKeys[property]` is another one than on the left side.
+[[nodiscard]] inline bool isChanged(const GeneratedPair& pair, std::size_t side, std::uint32_t file,
+                                    std::size_t property) {
+    return side == 1 && pair.changedProperty[file] == property;
+}
+
 /// Makes a left side with `files` files of about twelve dependencies each, and a right side that
 /// differs from it in about a twentieth.
 ///

@@ -41,10 +41,10 @@ std::size_t readStatus(std::string_view field) {
     throw std::runtime_error("no figure of memory in /proc/self/status");
 }
 
-double cpuSeconds() {
+double secondsOn(clockid_t clock) {
     timespec time{};
-    if (clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time) != 0) {
-        throw std::runtime_error("no CPU clock");
+    if (clock_gettime(clock, &time) != 0) {
+        throw std::runtime_error("no such clock");
     }
     return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
@@ -75,11 +75,13 @@ namespace detail {
 Readings::Readings() {
     std::ofstream("/proc/self/clear_refs") << 5 << std::flush;
     resident_ = readStatus("VmRSS:");
-    cpuSeconds_ = cpuSeconds();
+    cpuSeconds_ = secondsOn(CLOCK_PROCESS_CPUTIME_ID);
+    wallSeconds_ = secondsOn(CLOCK_MONOTONIC);
 }
 
 void Readings::finish(WorkFigures& figures) const {
-    figures.cpuSeconds = cpuSeconds() - cpuSeconds_;
+    figures.cpuSeconds = secondsOn(CLOCK_PROCESS_CPUTIME_ID) - cpuSeconds_;
+    figures.wallSeconds = secondsOn(CLOCK_MONOTONIC) - wallSeconds_;
     figures.residentPeak = above(readStatus("VmHWM:"), resident_);
     figures.residentResult = above(readStatus("VmRSS:"), resident_);
 }

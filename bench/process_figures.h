@@ -11,6 +11,7 @@ namespace depcompare::bench {
 /// which takes time of its own.
 struct WorkFigures {
     double cpuSeconds = 0;           ///< user and system, all threads
+    double wallSeconds = 0;          ///< on the clock
     std::size_t residentPeak = 0;    ///< in bytes, above what was resident before
     std::size_t residentResult = 0;  ///< in bytes, what stayed
 
@@ -41,6 +42,7 @@ class Readings {
   private:
     std::size_t resident_;
     double cpuSeconds_;
+    double wallSeconds_;
 };
 
 }  // namespace detail
