@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <stdexcept>
 #include <tuple>
 #include <unordered_map>
 #include <utility>
@@ -55,6 +56,9 @@ FoundLinks findLinks(SideIndex& side) {
         }
     }
     found.first.push_back(static_cast<Number>(found.links.size()));
+    if (side.nodes.size() + found.links.size() >= none) {
+        throw std::length_error("a graph with more nodes and dependencies than can be numbered");
+    }
     return found;
 }
 

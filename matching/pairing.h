@@ -15,7 +15,8 @@ struct Pairing {
 };
 
 /// Returns: a pairing per matching key of both sides.
-/// Order:   one that holds a file of either side before those that hold a group of that file.
+/// Order:   one that holds a file of either side before those that hold a group of that file, those
+///          excepted that pair a group with a file.
 [[nodiscard]] std::vector<Pairing> pairItems(const PairIndex& index);
 
 /// The way for keys that cannot coincide: equal keys mean equal end nodes, so that ranks tell it

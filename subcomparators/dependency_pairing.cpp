@@ -69,7 +69,7 @@ CombinedComparison DependencyPairing::operator()(const ItemEdit& edit) {
     return CombinedComparison(std::move(comparisons));
 }
 
-// Returns: the only edit of groups with at most one dependency a side, where it takes no pairing
+// Returns: the only edit of groups with one dependency a side, where it takes no pairing
 // key to see that there is but one.
 std::optional<DependencyEdit> DependencyPairing::onlyEdit(const ItemEdit& edit) const {
     DependencyEdit only;
@@ -80,6 +80,9 @@ std::optional<DependencyEdit> DependencyPairing::onlyEdit(const ItemEdit& edit) 
             }
             only[side] = *dependencies->begin();
         }
+    }
+    if (!only[Side::left] && !only[Side::right]) {
+        return std::nullopt;
     }
     if (hasBothSides(only)) {
         const graph::Dependency& left = **only[Side::left];

@@ -25,8 +25,10 @@ template <class Property>
         if (!std::ranges::is_sorted(*rows, {}, name)) {
             std::ranges::stable_sort(*rows, {}, name);
         }
-        const auto replaced = std::ranges::unique(rows->rbegin(), rows->rend(), {}, name);
-        rows->erase(rows->begin(), replaced.begin().base());
+        const auto last =
+            std::unique(rows->rbegin(), rows->rend(),
+                        [](const auto& x, const auto& y) { return x.name == y.name; });
+        rows->erase(rows->begin(), last.base());
     }
     std::vector<PropertyEdit<Property>> edits;
     edits.reserve(std::max(left.size(), right.size()));

@@ -118,6 +118,7 @@ TEST(DependencySubcomparator, comparesGroupsWithoutDependenciesToNothing) {
     DependencySubcomparator subcomparator;
     const Item empty = ParallelDependencies();
     EXPECT_EQ(test::rowsOf(subcomparator.compare({empty, empty, false}).get()), "");
+    EXPECT_EQ(test::rowsOf(subcomparator.compare(ItemEdit()).get()), "");
 }
 
 // The state of the tree entry walks both groups in the order of IDs, the rows pair by names.
