@@ -1,14 +1,17 @@
 #include "command_line.h"
 
 #include <array>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include <fmt/format.h>
 #include <CLI/CLI.hpp>
 
 #include "presentation/enabled_filters.h"
-#include "readers/read_graph.h"
+#include "reading_options.h"
+#include "reports/markdown_report.h"
 
 namespace depcompare {
 
@@ -61,16 +64,10 @@ void describe(CLI::App& app, Options& options) {
     app.add_option("LEFT", options.inputs[0], "The old graph; - is standard input")
         ->required()
         ->type_name("");
-    app.add_option("RIGHT", options.inputs[1], "The new graph; - is standard input")
-        ->required()
-        ->type_name("");
+    app.add_option("RIGHT", options.inputs[1], "The new graph; - is standard input")->type_name("");
     addChoice(app, "-f,--format", options.format, formats, "What to write [text]");
     app.add_option("-o,--output", options.outputFile, "Write there, whole or not at all")
         ->type_name("FILE");
-    auto inputFormatNames = inputFormats();
-    inputFormatNames.insert(inputFormatNames.begin(), "auto");
-    restrict(app.add_option("--input-format", options.inputFormat, "How to read the inputs [auto]"),
-             inputFormatNames);
     app.add_option("--locale", options.locale, "Language of labels, letter case and dates")
         ->type_name("NAME");
     addChoice(app, "--color", options.colour, occasions, "Colours [auto]");
@@ -88,19 +85,68 @@ void describeFilters(CLI::App& app, std::vector<std::string>& names, bool& none)
     app.add_flag("--no-filter", none, "Show everything")->excludes(filter);
 }
 
+void addConversion(CLI::App& app, bool& convertToJGF) {
+    app.add_option_function<std::string>(
+           "--convert", [&](const std::string& /*format*/) { convertToJGF = true; },
+           "Write the graph LEFT, the only one, in this format instead of comparing")
+        ->check(CLI::IsMember({"jgf"}).description(""))
+        ->type_name("jgf");
+}
+
 std::string firstLine(const std::string& text) {
     return text.substr(0, text.find('\n'));
 }
 
+FurtherReport furtherReport(const std::string& text) {
+    const std::size_t end = text.find('=');
+    for (const auto& [name, format] : formats) {
+        if (end != text.npos && end + 1 < text.size() && text.substr(0, end) == name) {
+            return {.format = format, .path = text.substr(end + 1)};
+        }
+    }
+    throw CLI::ValidationError("--report", text + " is not a format, = and a file");
+}
+
+void describeReports(CLI::App& app, Options& options) {
+    app.add_option_function<std::vector<std::string>>(
+           "--report",
+           [&](const std::vector<std::string>& texts) {
+               for (const std::string& text : texts) {
+                   options.reports.push_back(furtherReport(text));
+               }
+           },
+           "Also write this form of report there; may be repeated")
+        ->type_name("FORMAT=FILE")
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->allow_extra_args(false);
+    app.add_option("--max-bytes", options.mostBytes, "Cut a Markdown report at this size")
+        ->type_name("N");
+}
+
+void checkReports(const Options& options) {
+    std::set<std::string> paths;
+    if (options.outputFile) {
+        paths.insert(*options.outputFile);
+    }
+    for (const FurtherReport& report : options.reports) {
+        if (!paths.insert(report.path).second) {
+            throw UsageError("two reports would go to " + report.path);
+        }
+    }
+    if (options.mostBytes.value_or(fewestMarkdownBytes) < fewestMarkdownBytes) {
+        throw UsageError(fmt::format("--max-bytes: less than {} leaves no room for a report",
+                                     fewestMarkdownBytes));
+    }
+}
+
 void check(const Options& options) {
+    if (options.convertToJGF != options.inputs[1].empty()) {
+        throw UsageError(options.convertToJGF ? "--convert takes one graph" : "RIGHT is required");
+    }
     if (options.inputs[0] == "-" && options.inputs[1] == "-") {
         throw UsageError("only one of the two graphs can come from standard input");
     }
-    for (const auto& [name, format] : formats) {
-        if (format == options.format && (format == Format::html || format == Format::markdown)) {
-            throw UsageError("--format " + std::string(name) + ": not available yet");
-        }
-    }
+    checkReports(options);
 }
 
 }  // namespace
@@ -111,7 +157,10 @@ std::variant<Options, Information> parseCommandLine(int argc, const char* const*
     bool withoutFilters = false;
     CLI::App app("", "depcompare");
     describe(app, options);
+    describeReports(app, options);
     describeFilters(app, filters, withoutFilters);
+    addReadingOptions(app, options.reading);
+    addConversion(app, options.convertToJGF);
     try {
         app.parse(argc, argv);
     } catch (const CLI::CallForHelp&) {

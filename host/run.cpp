@@ -6,6 +6,8 @@
 #include <csignal>
 #include <cstdlib>
 #include <exception>
+#include <functional>
+#include <list>
 #include <new>
 #include <string>
 #include <string_view>
@@ -19,15 +21,16 @@
 #include "command_line.h"
 #include "output.h"
 #include "progress.h"
-#include "readers/build_graphs.h"
-#include "readers/input.h"
-#include "readers/read_graph.h"
+#include "readers/load_graphs.h"
 #include "reports/counts_table.h"
 #include "reports/json_report.h"
+#include "reports/markdown_report.h"
+#include "reports/page_report.h"
 #include "reports/report.h"
 #include "reports/text_report.h"
 #include "reports/visible_text.h"
 #include "terminal.h"
+#include "writers/jgf_writer.h"
 
 namespace depcompare {
 
@@ -60,16 +63,24 @@ void setLocale(const Options& options) {
     }
 }
 
+void warn(const LoadedGraph& input, const Options& options) {
+    if (options.quiet) {
+        return;
+    }
+    for (const std::string& warning : input.warnings) {
+        writeAll(
+            STDERR_FILENO, "standard error",
+            fmt::format("depcompare: warning: {}: {}\n", visible(input.source), visible(warning)));
+    }
+}
+
 Report compare(const Options& options) {
     Progress progress(options.quiet ? When::never : options.progress);
-    std::array<GraphDraft, 2> drafts;
-    for (std::size_t side = 0; side < drafts.size(); ++side) {
-        Input input = Input::open(options.inputs[side]);
-        progress.stage("reading " + input.name());
-        drafts[side] = readGraph(input, options.inputFormat);
+    auto inputs = loadGraphs(options.inputs, options.reading,
+                             [&](const std::string& name) { progress.stage(name); });
+    for (const LoadedGraph& input : inputs) {
+        warn(input, options);
     }
-    progress.stage("building the graphs");
-    auto inputs = buildGraphs(std::move(drafts));
     progress.stage("comparing");
     Report report = compareInputs(std::move(inputs), options.inputs, options.filters);
     if (!options.quiet) {
@@ -78,37 +89,71 @@ Report compare(const Options& options) {
     return report;
 }
 
-void writeReport(const Report& report, const Options& options, Output& output) {
-    if (options.format == Format::json) {
-        writeJsonReport(report, output);
-    } else if (options.format == Format::summary) {
-        writeCounts(report.summary, output);
-    } else {
-        const bool toScreen = !options.outputFile && isTerminal(STDOUT_FILENO);
-        const TextStyle style{.colours = wantsColours(options.colour, toScreen),
-                              .columns = toScreen ? terminalColumns(STDOUT_FILENO) : std::nullopt};
-        writeTextReport(report, style, output);
+TextStyle styleOfOutput(const Options& options) {
+    const bool toScreen = !options.outputFile && isTerminal(STDOUT_FILENO);
+    return {.colours = wantsColours(options.colour, toScreen),
+            .columns = toScreen ? terminalColumns(STDOUT_FILENO) : std::nullopt};
+}
+
+void writeReport(const Report& report, Format format, const Options& options,
+                 const TextStyle& style, Output& output) {
+    switch (format) {
+        case Format::text:
+            writeTextReport(report, style, output);
+            break;
+        case Format::json:
+            writeJsonReport(report, output);
+            break;
+        case Format::html:
+            writePage(report, output);
+            break;
+        case Format::markdown:
+            writeMarkdownReport(report, options.mostBytes, output);
+            break;
+        case Format::summary:
+            writeCounts(report.summary, output);
+            break;
     }
-    output.flush();
 }
 
 void writeToStandardOutput(std::string_view text) {
     writeAll(STDOUT_FILENO, "standard output", text);
 }
 
-void deliver(const Report& report, const Options& options) {
-    if (options.quiet) {
-        return;
-    }
+void deliver(const Options& options, const std::function<void(Output&)>& write) {
     if (!options.outputFile) {
         Output output(writeToStandardOutput);
-        writeReport(report, options, output);
+        write(output);
+        output.flush();
         return;
     }
     OutputFile file(*options.outputFile);
     Output output([&](std::string_view text) { file.write(text); });
-    writeReport(report, options, output);
+    write(output);
+    output.flush();
     file.commit();
+}
+
+void deliverReports(const Report& report, const Options& options) {
+    std::list<OutputFile> files;  // they take their names when everything is written
+    for (const auto& [format, path] : options.reports) {
+        OutputFile& file = files.emplace_back(path);
+        Output output([&](std::string_view text) { file.write(text); });
+        writeReport(report, format, options, {}, output);
+        output.flush();
+    }
+    deliver(options, [&](Output& output) {
+        writeReport(report, options.format, options, styleOfOutput(options), output);
+    });
+    for (OutputFile& file : files) {
+        file.commit();
+    }
+}
+
+void convert(const Options& options) {
+    const LoadedGraph input = loadGraph(options.inputs[0], options.reading);
+    warn(input, options);
+    deliver(options, [&](Output& output) { writeJGF(*input.graph, output); });
 }
 
 int perform(int argc, const char* const* argv) {
@@ -120,8 +165,14 @@ int perform(int argc, const char* const* argv) {
     const auto& options = std::get<Options>(parsed);
     setLocale(options);
     messages::registerMessages();
+    if (options.convertToJGF) {
+        convert(options);
+        return noDifference;
+    }
     const Report report = compare(options);
-    deliver(report, options);
+    if (!options.quiet) {
+        deliverReports(report, options);
+    }
     return report.tree->showsDifference() ? someDifference : noDifference;
 }
 

@@ -61,6 +61,23 @@ EnabledFilters filtersNamed(const std::vector<std::string>& names) {
     return inOrder(std::move(filters));
 }
 
+std::vector<EnabledFilters> allChoicesOfFilters() {
+    std::vector<EnabledFilters> choices{{}};
+    for (const Filters& filter : allFilters()) {
+        const std::size_t without = choices.size();
+        for (std::size_t i = 0; i < without; ++i) {
+            choices.push_back(choices[i]);
+            choices.back().push_back(filter);
+        }
+    }
+    return choices;
+}
+
+std::size_t placeOfChoice(const EnabledFilters& filters) {
+    const auto choices = allChoicesOfFilters();
+    return static_cast<std::size_t>(std::ranges::find(choices, filters) - choices.begin());
+}
+
 EnabledFilters defaultFilters() {
     return inOrder(dependency::comparisons::getDefaultEnabledFilters());
 }

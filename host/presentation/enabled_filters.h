@@ -1,5 +1,6 @@
 #pragma once
 // Which filters are on, and what they are called.
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +26,13 @@ using EnabledFilters = std::vector<Filters>;
 
 /// Requires: `names` from `filterNames()`, in any order.
 [[nodiscard]] EnabledFilters filtersNamed(const std::vector<std::string>& names);
+
+/// Returns: every choice of filters, the one without any first. Bit i of a choice's place in the list
+///          says whether it has the i-th filter in their order.
+[[nodiscard]] std::vector<EnabledFilters> allChoicesOfFilters();
+
+/// Returns: the place of `filters` among all choices.
+[[nodiscard]] std::size_t placeOfChoice(const EnabledFilters& filters);
 
 /// Returns: the filters that are on where nobody chooses.
 [[nodiscard]] EnabledFilters defaultFilters();

@@ -53,6 +53,11 @@ std::optional<DiffMetrics<2>> PresentedTree::metrics(Match match) const {
     return numbers(match).metrics;
 }
 
+::comparisons::RowCount PresentedTree::rowCount(Match match) const {
+    const auto& rows = numbers(match).rows;
+    return {.all = rows[0], .visible = rows[filters_.size()]};
+}
+
 std::unique_ptr<PresentedTree::ViewModel> PresentedTree::shownDetail(Match match) const {
     auto viewModel = makeViewModel(match);
     if (viewModel) {

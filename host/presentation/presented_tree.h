@@ -64,6 +64,9 @@ class PresentedTree final : public dependency::comparisons::FilteredGraphTree {
     /// Returns: those of the rows that the filters leave; empty where nothing compared the details.
     [[nodiscard]] std::optional<::comparisons::DiffMetrics<2>> metrics(Match match) const override;
 
+    /// Returns: the rows of the entry's detail; what the filters leave counts as visible.
+    [[nodiscard]] ::comparisons::RowCount rowCount(Match match) const;
+
     /// Returns: a view model whose table shows the rows that the filters leave; null where nothing
     ///          compared the details.
     /// Lifetime: that of the tree.

@@ -12,7 +12,10 @@
 #include <dependency/graph/graph_builder.h>
 #include <fl/i18n/ustring.h>
 
+#include "readers/both_sides.h"
+#include "readers/check_drafts.h"
 #include "readers/node_id.h"
+#include "readers/node_ids.h"
 
 namespace depcompare {
 
@@ -91,7 +94,8 @@ class DraftBuilder {
                 .nodes = draft_.nodes.size(),
                 .files = files_,
                 .dependencies = draft_.edges.size(),
-                .analysisTime = draft_.analysisTime};
+                .analysisTime = draft_.analysisTime,
+                .warnings = std::move(draft_.warnings)};
     }
 
   private:
@@ -199,12 +203,15 @@ class DraftBuilder {
 
 }  // namespace
 
-std::array<LoadedGraph, 2> buildGraphs(std::array<GraphDraft, 2> drafts) {
-    std::array<LoadedGraph, 2> graphs;
-    for (std::size_t side = 0; side < graphs.size(); ++side) {
-        graphs[side] = DraftBuilder(std::move(drafts[side])).build();
-    }
-    return graphs;
+std::array<LoadedGraph, 2> buildGraphs(std::array<GraphDraft, 2> drafts,
+                                       const ReadOptions& options) {
+    chooseNodeIDs(drafts, options.nodeID);
+    return onBothSides([&](std::size_t side) {
+        GraphDraft& draft = drafts[side];
+        applyFileTypes(draft, options.fileTypes);
+        addWarnings(draft);
+        return DraftBuilder(std::move(draft)).build();
+    });
 }
 
 }  // namespace depcompare

@@ -4,12 +4,14 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <boost/date_time/posix_time/ptime.hpp>
 
 #include <dependency/graph/graph.h>
 
 #include "readers/graph_draft.h"
+#include "readers/read_options.h"
 
 namespace depcompare {
 
@@ -21,6 +23,7 @@ struct LoadedGraph {
     std::size_t files = 0;
     std::size_t dependencies = 0;
     boost::posix_time::ptime analysisTime;
+    std::vector<std::string> warnings;
 };
 
 /// Makes graphs that depend on what the files say only, and not on the order in which they say it:
@@ -28,6 +31,8 @@ struct LoadedGraph {
 /// rank by the columns of `EdgeColumn`.
 ///
 /// Returns: left, right; each with marked node IDs (see `node_id.h`).
-[[nodiscard]] std::array<LoadedGraph, 2> buildGraphs(std::array<GraphDraft, 2> drafts);
+/// Throws:  `InputError` where the options' node IDs cannot be had.
+[[nodiscard]] std::array<LoadedGraph, 2> buildGraphs(std::array<GraphDraft, 2> drafts,
+                                                     const ReadOptions& options = {});
 
 }  // namespace depcompare

@@ -67,6 +67,11 @@ struct NodePropertyDraft {
     PropertyDraft property;
 };
 
+struct IdCandidate {
+    NodeNumber node = 0;
+    std::string_view id;
+};
+
 struct GraphDraft {
     std::string source;
     TextStore store;
@@ -76,7 +81,14 @@ struct GraphDraft {
     std::vector<PropertyDraft> nodeDefaults;        ///< for nodes that lack the key
     std::vector<PropertyDraft> graphProperties;     ///< a later value of a key holds
     std::vector<EdgeDraft> edges;
+    /// What nodes had better be known by than by their IDs, if it is unique in both files of a
+    /// comparison; of one node's the better first.
+    std::vector<IdCandidate> idCandidates;
+    std::vector<std::string> warnings;
     boost::posix_time::ptime analysisTime;  ///< in UTC; not a time where the file names none
+
+    /// Returns: the number of a text, which the draft keeps from now on.
+    [[nodiscard]] TextNumber textNumber(std::string_view text);
 };
 
 }  // namespace depcompare

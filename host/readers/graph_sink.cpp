@@ -34,12 +34,16 @@ GraphSink::GraphSink(std::string source, const Limits& limits, CurrentLine curre
 NodeNumber GraphSink::addNode(std::string_view id) {
     const NodeNumber node = nodeWithID(id);
     if (states_[node].added) {
-        fail(fmt::format("second node with the ID {}", quoted(id)));
+        fail(fmt::format("second node with the ID {}", inQuotes(id)));
     }
-    if (++addedNodes_ > limits_.nodes) {
-        fail(fmt::format("more than {} nodes", limits_.nodes));
+    return addNodeOnce(id);
+}
+
+NodeNumber GraphSink::addNodeOnce(std::string_view id) {
+    const NodeNumber node = nodeWithID(id);
+    if (!std::exchange(states_[node].added, true) && ++addedNodes_ > limits_.nodes) {
+        failForNodes();
     }
-    states_[node].added = true;
     return node;
 }
 
@@ -62,9 +66,14 @@ void GraphSink::setProperty(NodeNumber node, std::string_view key, std::string_v
         {.node = node, .property = {.key = intern(key), .value = draft_.store.keep(value)}});
 }
 
+void GraphSink::addIdCandidate(NodeNumber node, std::string_view id) {
+    checkText(id);
+    draft_.idCandidates.push_back({.node = node, .id = draft_.store.keep(id)});
+}
+
 std::size_t GraphSink::addEdge(std::string_view upstreamID, std::string_view downstreamID) {
     if (draft_.edges.size() == limits_.edges) {
-        fail(fmt::format("more than {} edges", limits_.edges));
+        fail(fmt::format("more than {} edges (--max-edges)", limits_.edges));
     }
     const auto& nodes = draft_.nodes;
     if (nodes.empty() || nodes[lastUpstream_].id != upstreamID) {
@@ -107,7 +116,7 @@ void GraphSink::setDefaultGraphProperty(std::string_view key, std::string_view v
 }
 
 GraphDraft GraphSink::finish() {
-    requireEndsOfEdges();
+    settleMissingEnds();
     finishNodes();
     finishEdges();
     finishGraphProperties();
@@ -118,9 +127,13 @@ void GraphSink::fail(std::string_view problem) const {
     throw InputError(draft_.source, line(), problem);
 }
 
+void GraphSink::failForNodes() const {
+    fail(fmt::format("more than {} nodes (--max-nodes)", limits_.nodes));
+}
+
 void GraphSink::checkText(std::string_view text) const {
     if (text.size() > limits_.textBytes) {
-        fail(fmt::format("a text of more than {} bytes", limits_.textBytes));
+        fail(fmt::format("a text of more than {} bytes (--max-text-bytes)", limits_.textBytes));
     }
 }
 
@@ -131,11 +144,11 @@ NodeNumber GraphSink::nodeWithID(std::string_view id) {
     }
     checkText(id);
     if (id.find('\u0001') != std::string_view::npos) {
-        fail(fmt::format("the node ID {} contains the character U+0001", quoted(id)));
+        fail(fmt::format("the node ID {} contains the character U+0001", inQuotes(id)));
     }
     // Every node is added or named by an edge, so this bounds the nodes that were only named.
     if (draft_.nodes.size() == limits_.nodes * 2) {
-        fail(fmt::format("more than {} nodes", limits_.nodes));
+        failForNodes();
     }
     const auto node = static_cast<NodeNumber>(draft_.nodes.size());
     draft_.nodes.push_back({.id = draft_.store.keep(id), .name = {}, .type = unset});
@@ -166,19 +179,35 @@ void GraphSink::addGraphProperty(std::string_view key, std::string_view value, b
                                 .isDefault = isDefault});
 }
 
-void GraphSink::requireEndsOfEdges() const {
-    const NodeState* first = nullptr;
-    for (const NodeState& state : states_) {
-        if (!state.added && (first == nullptr || state.edgeLine < first->edgeLine)) {
-            first = &state;
+std::vector<NodeNumber> GraphSink::missingEnds() const {
+    std::vector<NodeNumber> missing;
+    for (NodeNumber node = 0; node < states_.size(); ++node) {
+        if (!states_[node].added) {
+            missing.push_back(node);
         }
     }
-    if (first != nullptr) {
-        const auto node = static_cast<std::size_t>(first - states_.data());
-        throw InputError(draft_.source, first->edgeLine,
-                         fmt::format("the edge's end {} is not declared as a node",
-                                     quoted(draft_.nodes[node].id)));
+    return missing;
+}
+
+void GraphSink::settleMissingEnds() {
+    const auto missing = missingEnds();
+    if (missing.empty()) {
+        return;
     }
+    const auto lineOf = [&](NodeNumber node) { return states_[node].edgeLine; };
+    const NodeNumber first = *std::ranges::min_element(missing, {}, lineOf);
+    const std::string id = inQuotes(draft_.nodes[first].id);
+    if (!addsMissingEnds_) {
+        throw InputError(draft_.source, lineOf(first),
+                         fmt::format("the edge's end {} is not declared as a node", id));
+    }
+    if (addedNodes_ + missing.size() > limits_.nodes) {
+        failForNodes();
+    }
+    warn(missing.size() == 1
+             ? fmt::format("the node {} stands in edges only; it was added", id)
+             : fmt::format("{} nodes stand in edges only and were added, the first is {}",
+                           missing.size(), id));
 }
 
 void GraphSink::finishNodes() {
@@ -228,7 +257,7 @@ void GraphSink::finishGraphProperties() {
     if (!time) {
         throw InputError(
             draft_.source, timestamp->line,
-            fmt::format("the timestamp {} is not a date and time in ISO 8601", quoted(value)));
+            fmt::format("the timestamp {} is not a date and time in ISO 8601", inQuotes(value)));
     }
     draft_.analysisTime = *time;
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "readers/graph_draft.h"
@@ -27,11 +28,15 @@ class GraphSink {
     GraphSink(std::string source, const Limits& limits, CurrentLine currentLine = {});
 
     NodeNumber addNode(std::string_view id);
+    /// Returns: the node with this ID, which is added where it was not before.
+    NodeNumber addNodeOnce(std::string_view id);
     /// A node without a name is called by its ID.
     void setName(NodeNumber node, std::string_view name);
     /// A node without a type is a file.
     void setType(NodeNumber node, std::string_view type);
     void setProperty(NodeNumber node, std::string_view key, std::string_view value);
+    /// What the node had better be known by, where it is unique in both files; the best comes first.
+    void addIdCandidate(NodeNumber node, std::string_view id);
 
     /// Returns: the edge's number.
     std::size_t addEdge(std::string_view upstreamID, std::string_view downstreamID);
@@ -50,7 +55,13 @@ class GraphSink {
     void setDefault(EdgeColumn column, std::string_view text);
     void setDefaultGraphProperty(std::string_view key, std::string_view value);
 
-    /// Throws: `InputError` with the line of the first edge whose end was never added.
+    /// Ends of edges that are never added become nodes, with a warning.
+    void addMissingEnds() { addsMissingEnds_ = true; }
+
+    void warn(std::string warning) { draft_.warnings.push_back(std::move(warning)); }
+
+    /// Throws: `InputError` with the line of the first edge whose end was never added, unless such
+    ///         ends become nodes.
     [[nodiscard]] GraphDraft finish();
 
     [[noreturn]] void fail(std::string_view problem) const;
@@ -69,11 +80,13 @@ class GraphSink {
     };
 
     [[nodiscard]] std::size_t line() const { return currentLine_ ? currentLine_() : 0; }
+    [[noreturn]] void failForNodes() const;
     void checkText(std::string_view text) const;
     NodeNumber nodeWithID(std::string_view id);
     TextNumber intern(std::string_view text);
     void addGraphProperty(std::string_view key, std::string_view value, bool isDefault);
-    void requireEndsOfEdges() const;
+    [[nodiscard]] std::vector<NodeNumber> missingEnds() const;
+    void settleMissingEnds();
     void finishNodes();
     void finishEdges();
     void finishGraphProperties();
@@ -90,6 +103,7 @@ class GraphSink {
     std::array<std::string, edgeColumns> defaultColumns_;
     NodeNumber lastUpstream_ = 0;  // writers tend to list the edges of one node together
     std::size_t addedNodes_ = 0;
+    bool addsMissingEnds_ = false;
 };
 
 }  // namespace depcompare

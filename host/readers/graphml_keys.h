@@ -23,7 +23,9 @@ struct GraphMLKey {
         nodeProperty,
         nodeName,
         nodeType,
+        nodeLabel,  ///< yEd's graphics of a node
         edgeColumn,
+        edgeLabel,  ///< yEd's graphics of an edge
     };
 
     Meaning meaning = Meaning::ignored;

@@ -3,14 +3,14 @@
 #include "readers/graphml_reader.h"
 
 #include <cstdint>
-#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <fmt/format.h>
 
 #include "readers/graph_sink.h"
-#include "readers/graphml_keys.h"
+#include "readers/graphml_values.h"
 #include "readers/input_error.h"
 #include "readers/xml_parser.h"
 
@@ -27,29 +27,13 @@ struct Open {
     bool nested = false;      // of a graph
 };
 
-struct KeyDeclaration {
-    std::string id;
-    std::vector<GraphMLCarrier> carriers;
-    std::string name;
-    bool carriesText = true;
-    std::optional<std::string> defaultValue;
-    std::size_t defaultLine = 0;
-};
-
-/// The text of the open `data` or `default`.
-struct Value {
-    std::string text;
-    bool holdsElements = false;
-    const GraphMLKey* key = nullptr;
-    std::size_t line = 0;  // where it begins; 0 where nobody will ask
-};
-
 class GraphMLReader final : public XmlEvents {
   public:
     explicit GraphMLReader(Input& input)
-        : input_(input), sink_(input.name(), input.limits(), [this] {
-              return value_.line != 0 ? value_.line : xml_.line();
-          }) {}
+        : input_(input),
+          sink_(input.name(), input.limits(),
+                [this] { return values_.line() != 0 ? values_.line() : xml_.line(); }),
+          values_(sink_, input.limits()) {}
 
     GraphDraft read() {
         xml_.parse(input_, *this);
@@ -59,6 +43,7 @@ class GraphMLReader final : public XmlEvents {
     void start(std::string_view element, const XmlAttributes& attributes) override;
     void end() override;
     void text(std::string_view part) override;
+    void comment(std::string_view text) override;
 
   private:
     bool startChild(std::string_view element, const XmlAttributes& attributes);
@@ -70,11 +55,6 @@ class GraphMLReader final : public XmlEvents {
     void startNode(const XmlAttributes& attributes);
     void startEdge(const XmlAttributes& attributes);
     void startData(GraphMLCarrier carrier, const XmlAttributes& attributes);
-    void startKey(const XmlAttributes& attributes);
-    void startValue(Element element, const GraphMLKey* key);
-    void endData(std::size_t number);
-    void endKey();
-    void setDefault(const GraphMLKey& key, const std::string& value);
     std::string_view require(const XmlAttributes& attributes, std::string_view element,
                              std::string_view attribute) const;
     void open(Element element) { open_.push_back({.element = element}); }
@@ -86,12 +66,10 @@ class GraphMLReader final : public XmlEvents {
     Input& input_;
     XmlParser xml_;
     GraphSink sink_;
-    GraphMLKeys keys_;
+    GraphMLValues values_;
     std::vector<Open> open_{Open{}};
     std::size_t passedOver_ = 0;  // how many elements that have no meaning are open
     std::string prefix_;          // with its colon
-    KeyDeclaration key_;
-    Value value_;
 };
 
 void GraphMLReader::start(std::string_view element, const XmlAttributes& attributes) {
@@ -100,7 +78,7 @@ void GraphMLReader::start(std::string_view element, const XmlAttributes& attribu
     }
     ++passedOver_;
     if (inValue()) {
-        value_.holdsElements = true;
+        values_.startElement(element.substr(element.rfind(':') + 1));
     }
 }
 
@@ -144,7 +122,7 @@ bool GraphMLReader::startDocument(std::string_view element) {
     const std::size_t colon = element.rfind(':');
     const std::size_t nameBegin = colon == std::string_view::npos ? 0 : colon + 1;
     if (element.substr(nameBegin) != "graphml") {
-        sink_.fail(fmt::format("not GraphML: the outermost element is {}", quoted(element)));
+        sink_.fail(fmt::format("not GraphML: the outermost element is {}", inQuotes(element)));
     }
     prefix_ = element.substr(0, nameBegin);
     open(Element::graphml);
@@ -153,7 +131,9 @@ bool GraphMLReader::startDocument(std::string_view element) {
 
 bool GraphMLReader::startInGraphML(std::string_view element, const XmlAttributes& attributes) {
     if (element == "key") {
-        startKey(attributes);
+        require(attributes, "key", "id");
+        values_.startKey(attributes);
+        open(Element::key);
     } else if (element == "graph") {
         startGraph(attributes, false);
     } else {
@@ -179,7 +159,8 @@ bool GraphMLReader::startInKey(std::string_view element) {
     if (element != "default") {
         return false;
     }
-    startValue(Element::defaultValue, nullptr);
+    values_.startDefault(xml_.line());
+    open(Element::defaultValue);
     return true;
 }
 
@@ -202,121 +183,62 @@ void GraphMLReader::startEdge(const XmlAttributes& attributes) {
         directed ? *directed == "false" || *directed == "0" : open_.back().undirected;
     if (undirected) {
         sink_.fail(
-            fmt::format("undirected edge between {} and {}", quoted(source), quoted(target)));
+            fmt::format("undirected edge between {} and {}", inQuotes(source), inQuotes(target)));
     }
-    open_.push_back({.element = Element::edge, .number = sink_.addEdge(source, target)});
+    const std::size_t edge = sink_.addEdge(source, target);
+    for (const auto& [port, column] : {std::pair("sourceport", EdgeColumn::upstreamComponent),
+                                       std::pair("targetport", EdgeColumn::downstreamComponent)}) {
+        if (const auto name = attributes.find(port)) {
+            sink_.set(edge, column, *name);
+        }
+    }
+    open_.push_back({.element = Element::edge, .number = edge});
 }
 
 void GraphMLReader::startData(GraphMLCarrier carrier, const XmlAttributes& attributes) {
-    startValue(Element::data, &keys_.find(carrier, require(attributes, "data", "key")));
-}
-
-void GraphMLReader::startKey(const XmlAttributes& attributes) {
-    const std::string_view id = require(attributes, "key", "id");
-    const auto name = attributes.find("attr.name");
-    // Keys without a name that carry another tool's graphics say so in an attribute of that tool.
-    key_ = {.id = std::string(id),
-            .carriers = graphMLCarriers(attributes.find("for")),
-            .name = std::string(name.value_or(id)),
-            .carriesText = name || !attributes.find("yfiles.type"),
-            .defaultValue = {},
-            .defaultLine = 0};
-    open(Element::key);
-}
-
-void GraphMLReader::startValue(Element element, const GraphMLKey* key) {
-    open(element);
-    value_.text.clear();
-    value_.holdsElements = false;
-    value_.key = key;
-    // Asking for the line of every value would slow the reading down.
-    const bool mayBeTime = key == nullptr || key->meaning == GraphMLKey::Meaning::graphProperty;
-    value_.line = mayBeTime ? xml_.line() : 0;
+    values_.startData(carrier, require(attributes, "data", "key"), xml_);
+    open(Element::data);
 }
 
 void GraphMLReader::text(std::string_view part) {
-    if (passedOver_ != 0 || !inValue()) {
-        return;
+    if (inValue()) {
+        values_.text(part);
     }
-    if (value_.text.size() + part.size() > input_.limits().textBytes) {
-        sink_.fail(fmt::format("a text of more than {} bytes", input_.limits().textBytes));
+}
+
+void GraphMLReader::comment(std::string_view text) {
+    if (open_.size() <= 2 && text.find("Created by igraph") != std::string_view::npos) {
+        values_.expectIgraph();
     }
-    value_.text += part;
 }
 
 void GraphMLReader::end() {
     if (passedOver_ != 0) {
         --passedOver_;
+        if (inValue()) {
+            values_.endElement();
+        }
         return;
     }
-    const Element element = open_.back().element;
+    const Open ended = open_.back();
     open_.pop_back();
-    if (element == Element::key) {
-        endKey();
-    } else if (element == Element::data && !value_.holdsElements) {
-        endData(open_.back().number);
-    } else if (element == Element::defaultValue && !value_.holdsElements) {
-        key_.defaultValue = value_.text;
-        key_.defaultLine = value_.line;
-    }
-    value_.line = 0;
-}
-
-void GraphMLReader::endData(std::size_t number) {
-    const GraphMLKey& key = *value_.key;
-    const auto node = static_cast<NodeNumber>(number);
-    switch (key.meaning) {
-        case GraphMLKey::Meaning::ignored:
+    switch (ended.element) {
+        case Element::key:
+            values_.endKey();
             break;
-        case GraphMLKey::Meaning::graphProperty:
-            sink_.setGraphProperty(key.property, value_.text);
+        case Element::defaultValue:
+            values_.endDefault();
             break;
-        case GraphMLKey::Meaning::nodeProperty:
-            sink_.setProperty(node, key.property, value_.text);
+        case Element::data:
+            values_.endData(open_.back().number);
             break;
-        case GraphMLKey::Meaning::nodeName:
-            sink_.setName(node, value_.text);
+        case Element::node:
+            values_.endNode(static_cast<NodeNumber>(ended.number));
             break;
-        case GraphMLKey::Meaning::nodeType:
-            sink_.setType(node, value_.text);
-            break;
-        case GraphMLKey::Meaning::edgeColumn:
-            sink_.set(number, key.column, value_.text);
-            break;
-    }
-}
-
-void GraphMLReader::endKey() {
-    for (const GraphMLCarrier carrier : key_.carriers) {
-        const GraphMLKey key = key_.carriesText ? graphMLKey(carrier, key_.name) : GraphMLKey{};
-        if (!keys_.declare(carrier, key_.id, key)) {
-            sink_.fail(fmt::format("key {} is declared twice, or after its use", quoted(key_.id)));
-        }
-        if (key_.defaultValue) {
-            value_.line = key_.defaultLine;
-            setDefault(key, *key_.defaultValue);
-        }
-    }
-}
-
-void GraphMLReader::setDefault(const GraphMLKey& key, const std::string& value) {
-    switch (key.meaning) {
-        case GraphMLKey::Meaning::ignored:
-            break;
-        case GraphMLKey::Meaning::graphProperty:
-            sink_.setDefaultGraphProperty(key.property, value);
-            break;
-        case GraphMLKey::Meaning::nodeProperty:
-            sink_.setDefaultProperty(key.property, value);
-            break;
-        case GraphMLKey::Meaning::nodeName:
-            sink_.setDefaultName(value);
-            break;
-        case GraphMLKey::Meaning::nodeType:
-            sink_.setDefaultType(value);
-            break;
-        case GraphMLKey::Meaning::edgeColumn:
-            sink_.setDefault(key.column, value);
+        case Element::document:
+        case Element::graphml:
+        case Element::graph:
+        case Element::edge:
             break;
     }
 }

@@ -10,7 +10,7 @@ namespace depcompare {
 /// Returns: whether a file that begins like this is XML.
 [[nodiscard]] bool looksLikeGraphML(std::string_view firstBytes);
 
-/// Nested graphs are read flat, without their data; ports, hyperedges and elements of other tools
+/// Nested graphs are read flat, without their data; hyperedges and elements of other tools
 /// are passed over, and so is data that holds elements. The file is read in pieces and never held
 /// as a whole.
 ///

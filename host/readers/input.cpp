@@ -1,105 +1,85 @@
 #include "readers/input.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
-#include <system_error>
 #include <utility>
 
 #include <fmt/format.h>
 
+#include "readers/gunzip.h"
 #include "readers/input_error.h"
 
 namespace depcompare {
 
 namespace {
 
-constexpr int noFile = -1;
+/// Bytes that were looked at, and then the others.
+class PrefixedBytes final : public ByteSource {
+  public:
+    PrefixedBytes(std::string prefix, std::unique_ptr<ByteSource> rest)
+        : prefix_(textBytes(std::move(prefix))), rest_(std::move(rest)) {}
 
-std::string lastProblem() {
-    return std::generic_category().message(errno);
-}
+    std::size_t read(std::span<char> target) override {
+        const std::size_t count = prefix_->read(target);
+        return count != 0 ? count : rest_->read(target);
+    }
+
+  private:
+    std::unique_ptr<ByteSource> prefix_;
+    std::unique_ptr<ByteSource> rest_;
+};
 
 }  // namespace
 
-Input::Input(std::string name, int file, std::string buffered, const Limits& limits)
-    : name_(std::move(name)), limits_(limits), file_(file), buffered_(std::move(buffered)) {}
-
-Input::Input(Input&& other) noexcept
-    : name_(std::move(other.name_)),
-      limits_(other.limits_),
-      file_(std::exchange(other.file_, noFile)),
-      buffered_(std::move(other.buffered_)),
-      taken_(other.taken_),
-      total_(other.total_) {}
-
-Input::~Input() {
-    if (file_ > STDIN_FILENO) {
-        ::close(file_);
-    }
-}
-
 Input Input::open(const std::string& path, const Limits& limits) {
-    if (path == "-") {
-        return {"standard input", STDIN_FILENO, {}, limits};
-    }
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the system's interface.
-    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (file == noFile) {
-        throw InputError(path, 0, lastProblem());
-    }
-    return {path, file, {}, limits};
+    const std::string name = path == "-" ? "standard input" : path;
+    return {name, fileBytes(path, name), limits};
 }
 
 Input Input::fromText(std::string name, std::string text, const Limits& limits) {
-    return {std::move(name), noFile, std::move(text), limits};
+    return {std::move(name), textBytes(std::move(text)), limits};
 }
 
 std::string_view Input::peek() {
-    constexpr std::size_t wanted = 4096;
-    while (file_ != noFile && buffered_.size() < wanted) {
-        const std::size_t filled = buffered_.size();
-        buffered_.resize(wanted);
-        const std::size_t added = readFile(std::span(buffered_).subspan(filled));
-        buffered_.resize(filled + added);
-        if (added == 0) {
-            break;
+    constexpr std::size_t wanted = 1U << 16U;
+    if (!std::exchange(opened_, true)) {
+        fill(2);
+        if (looksPacked(buffered_)) {
+            source_ = unpackedBytes(
+                std::make_unique<PrefixedBytes>(std::exchange(buffered_, {}), std::move(source_)),
+                name_);
         }
+        fill(wanted);
     }
     return std::string_view(buffered_).substr(0, wanted);
 }
 
+void Input::fill(std::size_t wanted) {
+    for (std::size_t added = 1; added != 0 && buffered_.size() < wanted;) {
+        const std::size_t filled = buffered_.size();
+        buffered_.resize(wanted);
+        added = source_->read(std::span(buffered_).subspan(filled));
+        buffered_.resize(filled + added);
+    }
+}
+
 std::size_t Input::read(std::span<char> target) {
+    if (!opened_) {
+        static_cast<void>(peek());
+    }
     std::size_t count = 0;
     if (taken_ < buffered_.size()) {
         count = std::min(target.size(), buffered_.size() - taken_);
         std::copy_n(buffered_.data() + taken_, count, target.data());
         taken_ += count;
     } else {
-        count = readFile(target);
+        count = source_->read(target);
     }
     total_ += count;
     if (total_ > limits_.bytes) {
-        throw InputError(name_, 0, fmt::format("larger than {} bytes", limits_.bytes));
+        throw InputError(name_, 0,
+                         fmt::format("larger than {} bytes (--max-input-bytes)", limits_.bytes));
     }
     return count;
-}
-
-std::size_t Input::readFile(std::span<char> target) const {
-    if (file_ == noFile) {
-        return 0;
-    }
-    for (;;) {
-        const ssize_t count = ::read(file_, target.data(), target.size());
-        if (count >= 0) {
-            return static_cast<std::size_t>(count);
-        }
-        if (errno != EINTR) {
-            throw InputError(name_, 0, lastProblem());
-        }
-    }
 }
 
 }  // namespace depcompare

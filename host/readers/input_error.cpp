@@ -20,7 +20,7 @@ bool continuesCharacter(char byte) {
 InputError::InputError(std::string_view source, std::size_t line, std::string_view problem)
     : std::runtime_error(located(source, line, problem)) {}
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     constexpr std::size_t longest = 120;
     if (text.size() <= longest) {
         return fmt::format("\"{}\"", text);

@@ -14,6 +14,6 @@ class InputError : public std::runtime_error {
 };
 
 /// Returns: the text in quotation marks, a long one without its middle.
-[[nodiscard]] std::string quoted(std::string_view text);
+[[nodiscard]] std::string inQuotes(std::string_view text);
 
 }  // namespace depcompare

@@ -1,6 +1,5 @@
 #pragma once
 // Chooses the reader for an input.
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +11,9 @@ namespace depcompare {
 
 /// Returns: the names of the formats that can be asked for, without `auto`.
 [[nodiscard]] std::vector<std::string> inputFormats();
+
+/// Returns: what each format is, for people, in lines that end in a line break.
+[[nodiscard]] std::string describedFormats();
 
 /// `format` is one of `inputFormats()`, or `auto`: by the content, then by the file's name.
 ///

@@ -56,6 +56,10 @@ XmlParser::XmlParser() : parser_(XML_ParserCreate(nullptr)) {
         auto& parser = *static_cast<XmlParser*>(self);
         parser.guarded([&] { parser.events_->text({text, static_cast<std::size_t>(length)}); });
     });
+    XML_SetCommentHandler(parser_.get(), [](void* self, const char* text) {
+        auto& parser = *static_cast<XmlParser*>(self);
+        parser.guarded([&] { parser.events_->comment(text); });
+    });
     XML_SetEntityDeclHandler(parser_.get(), [](void* self, const char*, int, const char*, int,
                                                const char*, const char*, const char*, const char*) {
         static_cast<XmlParser*>(self)->refuse("entity declarations are not accepted");
@@ -95,7 +99,8 @@ std::size_t XmlParser::line() const {
 void XmlParser::startElement(const char* name, const char** attributes) {
     guarded([&] {
         if (++depth_ > input_->limits().nestingDepth) {
-            fail(fmt::format("elements nested deeper than {}", input_->limits().nestingDepth));
+            fail(fmt::format("elements nested deeper than {} (--max-nesting)",
+                             input_->limits().nestingDepth));
         }
         events_->start(name, XmlAttributes(attributes));
     });

@@ -30,6 +30,7 @@ class XmlEvents {
     virtual void start(std::string_view element, const XmlAttributes& attributes) = 0;
     virtual void end() = 0;
     virtual void text(std::string_view part) = 0;
+    virtual void comment(std::string_view /*text*/) {}
 
   protected:
     XmlEvents() = default;

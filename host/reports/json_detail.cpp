@@ -75,6 +75,12 @@ void writeSide(const SideLedger& side, JsonWriter& json) {
     json.member("compared", side.compared);
     json.member("folded", side.folded);
     json.member("leavingOtherNodes", side.leavingOthers);
+    json.key("warnings");
+    json.beginArray();
+    for (const std::string& warning : side.warnings) {
+        json.text(warning);
+    }
+    json.endArray();
     json.endObject();
 }
 

@@ -6,14 +6,12 @@
 #include <variant>
 #include <vector>
 
-#include <boost/date_time/posix_time/posix_time.hpp>
-
 #include <comparisons/side.h>
 #include <fl/i18n/locale.h>
-#include <fl/i18n/ustring.h>
 
 #include "readers/node_id.h"
 #include "reports/json_detail.h"
+#include "reports/json_overview.h"
 #include "reports/json_writer.h"
 
 namespace depcompare {
@@ -55,9 +53,10 @@ class JsonReport {
         json_.endArray();
         for (const Side side : sides) {
             json_.key(memberOf(side));
-            writeInput(indexOf(side));
+            writeJsonInput(report_, indexOf(side), json_);
         }
-        writeSummary();
+        json_.key("summary");
+        writeJsonSummary(report_.summary, json_);
         json_.key("ledger");
         writeJsonLedger(report_.ledger, json_);
         json_.key("tree");
@@ -80,45 +79,6 @@ class JsonReport {
     }
 
   private:
-    void writeInput(std::size_t side) {
-        const LoadedGraph& input = report_.inputs[side];
-        json_.beginObject();
-        json_.member("source", fl::i18n::utf8_to_ustring(report_.arguments[side]));
-        json_.member("nodes", input.nodes);
-        json_.member("files", input.files);
-        json_.member("dependencies", input.dependencies);
-        json_.key("analysisTime");
-        if (input.analysisTime.is_not_a_date_time()) {
-            json_.null();
-        } else {
-            const auto fraction = boost::posix_time::time_duration(
-                0, 0, 0, input.analysisTime.time_of_day().fractional_seconds());
-            json_.text(boost::posix_time::to_iso_extended_string(input.analysisTime - fraction));
-        }
-        json_.endObject();
-    }
-
-    void writeSummary() {
-        const Summary& summary = report_.summary;
-        json_.key("summary");
-        json_.beginObject();
-        for (const auto& [name, counts] :
-             {std::pair<std::string_view, const EditCounts&>{"files", summary.files},
-              {"groups", summary.groups},
-              {"dependencies", summary.dependencies},
-              {"fileProperties", summary.fileProperties},
-              {"graphProperties", summary.graphProperties}}) {
-            json_.key(name);
-            json_.beginObject();
-            json_.member("added", counts.added);
-            json_.member("removed", counts.removed);
-            json_.member("changed", counts.changed);
-            json_.member("unchanged", counts.unchanged);
-            json_.endObject();
-        }
-        json_.endObject();
-    }
-
     /// Returns: the place of the entry behind this one and all below it.
     std::size_t writeEntry(std::size_t index) {
         const auto& entry = report_.tree->entries()[index];

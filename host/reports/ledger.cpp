@@ -53,7 +53,8 @@ SideLedger contentOf(const LoadedGraph& input) {
                       .dependencies = input.dependencies,
                       .compared = 0,
                       .folded = 0,
-                      .leavingOthers = 0};
+                      .leavingOthers = 0,
+                      .warnings = input.warnings};
     for (const auto& node : input.graph->getNodes()) {
         const auto type = node->getType();
         if (*type == *Type::FILE()) {

@@ -5,6 +5,7 @@
 #include <map>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "presentation/presented_tree.h"
 #include "readers/build_graphs.h"
@@ -22,6 +23,8 @@ struct SideLedger {
     std::size_t compared = 0;  ///< those that have a row
     std::size_t folded = 0;    ///< stood for by another of their group with the same pairing key
     std::size_t leavingOthers = 0;  ///< of nodes that are no files
+
+    std::vector<std::string> warnings;  ///< what looked odd when the file was read
 };
 
 struct Ledger {

@@ -50,6 +50,9 @@ class Ending {
                 writeBroken(nodes, 0);
                 writeBroken(dependencies, indent);
             }
+            for (const std::string& warning : sides[side].warnings) {
+                writeBroken("Warning: " + visible(warning), indent);
+            }
         }
         output_.write("\n");
     }

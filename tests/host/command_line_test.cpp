@@ -25,7 +25,7 @@ TEST(ParseCommandLine, everyOptionArrives) {
     const auto plain = std::get<Options>(parsed({"l", "-"}));
     EXPECT_EQ(plain.inputs, (std::array<std::string, 2>{"l", "-"}));
     EXPECT_EQ(plain.format, Format::text);
-    EXPECT_EQ(plain.inputFormat, "auto");
+    EXPECT_EQ(plain.reading.format, "auto");
     EXPECT_FALSE(plain.outputFile || plain.locale || plain.quiet);
 
     const auto full = std::get<Options>(parsed(
@@ -34,11 +34,39 @@ TEST(ParseCommandLine, everyOptionArrives) {
     EXPECT_EQ(full.inputs, (std::array<std::string, 2>{"l", "r"}));
     EXPECT_EQ(full.format, Format::json);
     EXPECT_EQ(full.outputFile, "out");
-    EXPECT_EQ(full.inputFormat, "graphml");
+    EXPECT_EQ(full.reading.format, "graphml");
     EXPECT_EQ(full.locale, "de_DE");
     EXPECT_EQ(full.colour, When::always);
     EXPECT_EQ(full.progress, When::never);
     EXPECT_TRUE(full.quiet);
+}
+
+TEST(ParseCommandLine, furtherReportsArrive) {
+    const auto options = std::get<Options>(
+        parsed({"--report", "html=a=b.html", "l", "--report=json=c", "r", "--max-bytes", "65536"}));
+    ASSERT_EQ(options.reports.size(), 2U);
+    EXPECT_EQ(options.reports[0].format, Format::html);
+    EXPECT_EQ(options.reports[0].path, "a=b.html");
+    EXPECT_EQ(options.reports[1].format, Format::json);
+    EXPECT_EQ(options.reports[1].path, "c");
+    EXPECT_EQ(options.mostBytes, 65536U);
+}
+
+TEST(ParseCommandLine, theWayOfReadingArrives) {
+    const auto options = std::get<Options>(
+        parsed({"--node-id", "name", "--file-type", "lib", "l", "r", "--file-type=app",
+                "--max-input-bytes", "2G", "--max-nesting=9", "--max-nodes", "10", "--max-edges",
+                "20K", "--max-text-bytes", "50"}));
+    const ReadOptions& reading = options.reading;
+    EXPECT_EQ(options.inputs, (std::array<std::string, 2>{"l", "r"}));
+    EXPECT_EQ(reading.nodeID, "name");
+    EXPECT_EQ(reading.fileTypes, (std::vector<std::string>{"lib", "app"}));
+    EXPECT_EQ(reading.limits.bytes, std::uint64_t{2} << 30U);
+    EXPECT_EQ(reading.limits.nestingDepth, 9U);
+    EXPECT_EQ(reading.limits.nodes, 10U);
+    EXPECT_EQ(reading.limits.edges, 20U << 10U);
+    EXPECT_EQ(reading.limits.textBytes, 50U);
+    EXPECT_TRUE(std::get<Options>(parsed({"--convert", "jgf", "l"})).convertToJGF);
 }
 
 TEST(ParseCommandLine, filtersStandInTheOrderOfTheirUseAndNoneTwice) {
@@ -70,10 +98,17 @@ TEST(ParseCommandLine, mistakesAreToldInOneLine) {
         {{"l", "r", "--nope"}, "The following argument was not expected: --nope"},
         {{"-", "-"}, "only one of the two graphs can come from standard input"},
         {{"-f", "yaml", "l", "r"}, "--format: yaml not in {text,json,html,markdown,summary}"},
+        {{"l", "r", "--report", "pdf=a"}, "--report: pdf=a is not a format, = and a file"},
+        {{"l", "r", "--report", "json="}, "--report: json= is not a format, = and a file"},
+        {{"l", "r", "-o", "a", "--report", "json=a"}, "two reports would go to a"},
+        {{"l", "r", "--max-bytes", "10"},
+         "--max-bytes: less than 4000 leaves no room for a report"},
         {{"--filter", "x", "l", "r"}, "--filter: x not in {nonstructural,unchanged}"},
         {{"--filter", "unchanged", "--no-filter", "l", "r"}, "--filter excludes --no-filter"},
-        {{"-f", "html", "l", "r"}, "--format html: not available yet"},
         {{"--no-filter", "l", "r", "--filter=nonstructural"}, "--filter excludes --no-filter"},
+        {{"--convert", "jgf", "l", "r"}, "--convert takes one graph"},
+        {{"--convert", "dot", "l"}, "--convert: dot not in {jgf}"},
+        {{"l", "r", "--max-nodes", "0"}, "--max-nodes: Value 0 not in range 1 to 2000000000"},
         {{"l", "r", "--filter"}, "--filter: 1 required nonstructural|unchanged missing"},
     };
     for (const auto& [words, expected] : cases) {
@@ -82,7 +117,10 @@ TEST(ParseCommandLine, mistakesAreToldInOneLine) {
 }
 
 TEST(ParseCommandLine, helpAndVersionNeedNoGraphs) {
-    EXPECT_NE(std::get<Information>(parsed({"--help"})).text.find("LEFT RIGHT"), std::string::npos);
+    EXPECT_NE(std::get<Information>(parsed({"--list-formats"})).text.find("cyclonedx\n"),
+              std::string::npos);
+    EXPECT_NE(std::get<Information>(parsed({"--help"})).text.find("LEFT [RIGHT]"),
+              std::string::npos);
     EXPECT_EQ(std::get<Information>(parsed({"--version"})).text.substr(0, 11), "depcompare ");
 }
 

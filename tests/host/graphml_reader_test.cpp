@@ -7,23 +7,12 @@
 namespace depcompare {
 namespace {
 
+using test::expectRead;
 using test::graphML;
 using test::read;
 
-struct Case {
-    const char* about;
-    std::string file;
-    std::string expected;
-};
-
-void check(std::initializer_list<Case> cases) {
-    for (const Case& example : cases) {
-        EXPECT_EQ(read(example.file), example.expected) << example.about;
-    }
-}
-
 TEST(GraphMLReader, nodesHaveNameTypeAndSortedProperties) {
-    check({
+    expectRead({
         {"by itself", graphML("<node id='a'/>"), "a \"a\" [file]\n"},
         {"everything",
          graphML("<node id='a'><data key='z'>1</data><data key='type'>lib</data>"
@@ -76,7 +65,7 @@ TEST(GraphMLReader, dependencyIDsStayInOrderPastOneDigit) {
 }
 
 TEST(GraphMLReader, graphDataAreItsPropertiesAndItsTime) {
-    check({
+    expectRead({
         {"sorted, the last value holds",
          graphML("<data key='b'>2</data><data key='a'>0</data><data key='a'>1</data>"),
          "a=1\nb=2\n"},
@@ -93,7 +82,7 @@ TEST(GraphMLReader, keysAreFoundByElementAndID) {
     const std::string graph = "<graph>" + data + "<node id='n'>" + data +
                               "</node><edge source='n' target='n'>" + data +
                               "</edge></graph></graphml>";
-    check({
+    expectRead({
         {"one ID for several keys",
          "<graphml><key id='d0' for='node' attr.name='name'/>"
          "<key id='d0' for='edge' attr.name='type'/><key id='d0' for='graph' attr.name='g'/>" +
@@ -111,7 +100,7 @@ TEST(GraphMLReader, keysAreFoundByElementAndID) {
 }
 
 TEST(GraphMLReader, defaultsStandInForMissingValues) {
-    check({
+    expectRead({
         {"of nodes",
          "<graphml><key id='t' for='node' attr.name='type'><desc>d</desc><default>lib</default>"
          "</key><key id='n' for='node' attr.name='name'><default>N</default></key>"
@@ -131,16 +120,16 @@ TEST(GraphMLReader, defaultsStandInForMissingValues) {
 }
 
 TEST(GraphMLReader, whatOtherToolsAddIsPassedOver) {
-    check({
+    expectRead({
         {"nested graphs are flat, without their data",
          graphML("<node id='a'><graph edgedefault='directed'><data key='k'>1</data>"
                  "<node id='b'><data key='name'>B</data></node><edge source='b' target='c'/>"
                  "</graph><data key='name'>A</data></node><node id='c'/>"),
          "a \"A\" [file]\nb \"B\" [file]\nc \"c\" [file]\n0000000 b -> c [depends]\n"},
-        {"ports, hyperedges, descriptions",
+        {"hyperedges, descriptions, and ports that no edge uses",
          graphML("<desc>d</desc><node id='a'><desc/><port name='p'><data key='x'>1</data></port>"
                  "</node><hyperedge><endpoint node='zz'/><data key='x'>1</data></hyperedge>"
-                 "<edge source='a' target='a' sourceport='p'><desc/></edge>"),
+                 "<edge source='a' target='a'><desc/></edge>"),
          "a \"a\" [file]\n0000000 a -> a [depends]\n"},
         {"data that holds elements, and a key for graphics",
          "<?xml version='1.0' standalone='no'?><graphml xmlns:y='http://y'>"
@@ -174,9 +163,9 @@ TEST(GraphMLReader, badInputIsRefusedWithItsLine) {
         }
         return nested;
     }();
-    check({
+    expectRead({
         {"empty", "", "in: neither content nor name tell the format; --input-format can name it"},
-        {"not XML", "digraph {}",
+        {"not XML", "text",
          "in: neither content nor name tell the format; --input-format can name it"},
         {"cut off", "<graphml>\n<graph><node id='a'/>\n",
          "in:3: not well-formed XML: no element found"},
@@ -194,7 +183,7 @@ TEST(GraphMLReader, badInputIsRefusedWithItsLine) {
          "<!DOCTYPE graphml SYSTEM 'x'>\n<graphml><graph><node id='a'><data key='k'>&x;</data>"
          "</node></graph></graphml>",
          "in:2: undefined entity"},
-        {"depth", graphML(tooDeep), "in:3: elements nested deeper than 256"},
+        {"depth", graphML(tooDeep), "in:3: elements nested deeper than 256 (--max-nesting)"},
         {"a second node", graphML("<node id='a'/>\n<node id='b'/>\n<node id='a'/>"),
          "in:4: second node with the ID \"a\""},
         {"a second node in a nested graph",
@@ -229,17 +218,25 @@ TEST(GraphMLReader, badInputIsRefusedWithItsLine) {
     });
 }
 
+TEST(GraphMLReader, portsAreTheComponentsOfAnEdgeUnlessItsDataNameThem) {
+    expectRead({{"both",
+                 graphML("<node id='a'/><edge source='a' target='a' sourceport='p' "
+                         "targetport='q'/><edge source='a' target='a' sourceport='p'>"
+                         "<data key='upstream_component'>c</data></edge>"),
+                 "a \"a\" [file]\n0000000 a/c -> a [depends]\n0000001 a/p -> a/q [depends]\n"}});
+}
+
 TEST(GraphMLReader, aLimitThatIsExceededIsNamed) {
     const std::string file = graphML(
         "<node id='a'/><node id='b'><data key='k'>12345678</data><data key='l'/></node>"
         "<edge source='a' target='b'/><edge source='a' target='b'/>");
     const std::pair<Limits, const char*> cases[] = {
-        {{.bytes = 200}, "in: larger than 200 bytes"},
-        {{.nodes = 1}, "in:2: more than 1 nodes"},
-        {{.edges = 1}, "in:2: more than 1 edges"},
+        {{.bytes = 200}, "in: larger than 200 bytes (--max-input-bytes)"},
+        {{.nodes = 1}, "in:2: more than 1 nodes (--max-nodes)"},
+        {{.edges = 1}, "in:2: more than 1 edges (--max-edges)"},
         {{.properties = 1}, "in:2: more than 1 properties of one node"},
-        {{.textBytes = 7}, "in:2: a text of more than 7 bytes"},
-        {{.nestingDepth = 3}, "in:2: elements nested deeper than 3"},
+        {{.textBytes = 7}, "in:2: a text of more than 7 bytes (--max-text-bytes)"},
+        {{.nestingDepth = 3}, "in:2: elements nested deeper than 3 (--max-nesting)"},
     };
     for (const auto& [limits, expected] : cases) {
         EXPECT_EQ(read(file, limits), expected);

@@ -8,6 +8,7 @@
 #include <depcompare/messages/messages.h>
 #include <fl/i18n/ustring.h>
 #include <fmt/format.h>
+#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include "readers/input.h"
@@ -107,6 +108,29 @@ std::string read(const std::string& file, const Limits& limits) {
         return textOf(load(file, limits));
     } catch (const InputError& error) {
         return error.what();
+    }
+}
+
+std::array<LoadedGraph, 2> loadPair(const std::string& left, const std::string& right,
+                                    const ReadOptions& options) {
+    std::array<GraphDraft, 2> drafts{draftOf("old", left, options.limits),
+                                     draftOf("new", right, options.limits)};
+    return buildGraphs(std::move(drafts), options);
+}
+
+std::string readPair(const std::string& left, const std::string& right,
+                     const ReadOptions& options) {
+    try {
+        const auto loaded = loadPair(left, right, options);
+        return textOf(loaded[0]) + textOf(loaded[1]);
+    } catch (const InputError& error) {
+        return error.what();
+    }
+}
+
+void expectRead(std::initializer_list<ReadCase> cases) {
+    for (const ReadCase& example : cases) {
+        EXPECT_EQ(read(example.file), example.expected) << example.about;
     }
 }
 

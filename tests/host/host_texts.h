@@ -1,5 +1,7 @@
 #pragma once
 // Files in, texts out: what the host's tests have in common.
+#include <array>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,6 +10,7 @@
 
 #include "readers/build_graphs.h"
 #include "readers/limits.h"
+#include "readers/read_options.h"
 #include "reports/report.h"
 #include "reports/text_report.h"
 
@@ -18,6 +21,10 @@ namespace depcompare::test {
 
 /// Reads a file named `in`.
 [[nodiscard]] LoadedGraph load(const std::string& file, const Limits& limits = {});
+
+/// Reads two files, `old` and `new`, as a pair.
+[[nodiscard]] std::array<LoadedGraph, 2> loadPair(const std::string& left, const std::string& right,
+                                                  const ReadOptions& options = {});
 
 /// Returns: one line for each property, node and dependency, with IDs as read:
 ///
@@ -31,6 +38,20 @@ namespace depcompare::test {
 
 /// Returns: `textOf` the graph, or the message with which the file is refused.
 [[nodiscard]] std::string read(const std::string& file, const Limits& limits = {});
+
+/// Returns: `textOf` both graphs, one after the other, or the message with which they are refused.
+[[nodiscard]] std::string readPair(const std::string& left, const std::string& right,
+                                   const ReadOptions& options = {});
+
+/// What a file is refused with, or becomes.
+struct ReadCase {
+    const char* about;
+    std::string file;
+    std::string expected;
+};
+
+/// Expects of each file what `read` is to return.
+void expectRead(std::initializer_list<ReadCase> cases);
 
 /// Compares two files, `old` and `new`.
 [[nodiscard]] Report compare(const std::string& left, const std::string& right,

@@ -1,0 +1,12 @@
+#include "reader_fuzzing.h"
+#include "readers/dependency_cruiser_reader.h"
+
+extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
+    depcompare::fuzz::prepare();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    depcompare::fuzz::tryReader(depcompare::readDependencyCruiser, data, size);
+    return 0;
+}

@@ -1,0 +1,54 @@
+#include "reader_fuzzing.h"
+
+#include <array>
+#include <cstdlib>
+#include <string>
+#include <utility>
+
+#include <depcompare/messages/messages.h>
+#include <dependency/comparisons/compare_graphs.h>
+
+#include "readers/build_graphs.h"
+#include "readers/input_error.h"
+#include "reports/summary.h"
+
+namespace depcompare::fuzz {
+
+namespace {
+
+// Small, so that a few bytes that ask for much do not cost a run its time.
+constexpr Limits limits{.bytes = 1U << 20U,
+                        .nodes = 10'000,
+                        .edges = 10'000,
+                        .properties = 1'000,
+                        .textBytes = 1U << 16U,
+                        .nestingDepth = 64};
+
+GraphDraft draftOf(GraphDraft (*read)(Input& input), const std::string& text) {
+    Input input = Input::fromText("fuzz", text, limits);
+    return read(input);
+}
+
+}  // namespace
+
+void prepare() {
+    messages::registerMessages();
+}
+
+void tryReader(GraphDraft (*read)(Input& input), const std::uint8_t* data, std::size_t size) {
+    const std::string text(data, data + size);
+    std::array<GraphDraft, 2> drafts;
+    try {
+        drafts = {draftOf(read, text), draftOf(read, text)};
+    } catch (const InputError&) {
+        return;
+    }
+    const auto loaded = buildGraphs(std::move(drafts));
+    const auto comparison =
+        dependency::comparisons::compareGraphs(loaded[0].graph, loaded[1].graph);
+    if (summarize(*comparison).showsDifference) {
+        std::abort();
+    }
+}
+
+}  // namespace depcompare::fuzz

@@ -1,0 +1,54 @@
+#pragma once
+// A comparison under every choice of filters, for readers who switch filters themselves.
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include <comparisons/viewmodel/parameter_table.h>
+
+#include "presentation/presented_tree.h"
+
+namespace depcompare {
+
+/// A bit for each choice of filters, by its place among all of them.
+using Choices = std::uint8_t;
+
+/// Returns: the table of a detail, or those of its parts, one after the other.
+[[nodiscard]] std::vector<::comparisons::viewmodel::parameter::tessel::ParameterTable> tablesOf(
+    const PresentedTree::ViewModel& viewModel);
+
+/// One table of an entry's detail, all its rows, and by row under which choices it is visible.
+struct SwitchedTable {
+    ::comparisons::viewmodel::parameter::tessel::ParameterTable table;
+    std::vector<Choices> choices;
+};
+
+/// Lifetime: the tables are valid as long as this.
+struct SwitchedDetail {
+    std::unique_ptr<PresentedTree::ViewModel> viewModel;
+    std::vector<SwitchedTable> tables;  ///< in display order; several for a combined detail
+};
+
+class SwitchedTrees {
+  public:
+    using Match = PresentedTree::Match;
+
+    /// Requires: `comparison` non-null.
+    explicit SwitchedTrees(
+        const std::shared_ptr<const dependency::comparisons::GraphComparison>& comparison);
+
+    /// Returns: a tree for each choice of filters, the one without any first. Entries have the same
+    ///          places in all of them.
+    [[nodiscard]] const std::vector<std::unique_ptr<const PresentedTree>>& trees() const {
+        return trees_;
+    }
+    [[nodiscard]] const PresentedTree& unfiltered() const { return *trees_.front(); }
+
+    [[nodiscard]] Choices choicesThatShow(std::size_t entry) const;
+    [[nodiscard]] SwitchedDetail detail(std::size_t entry) const;
+
+  private:
+    std::vector<std::unique_ptr<const PresentedTree>> trees_;
+};
+
+}  // namespace depcompare

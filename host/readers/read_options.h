@@ -1,0 +1,17 @@
+#pragma once
+// How inputs are to be read.
+#include <string>
+#include <vector>
+
+#include "readers/limits.h"
+
+namespace depcompare {
+
+struct ReadOptions {
+    std::string format = "auto";              ///< "auto", or one of `inputFormats()`
+    std::string nodeID = "auto";              ///< "auto", "id", "name", or the key of a property
+    std::vector<std::string> fileTypes = {};  ///< types that make a node a file, beside `file`
+    Limits limits = {};
+};
+
+}  // namespace depcompare

@@ -1,0 +1,14 @@
+#pragma once
+// Text of graphs in HTML, outside of scripts.
+#include <string>
+#include <string_view>
+
+namespace depcompare {
+
+/// Returns: UTF-8 for the content of an element or a quoted attribute, that no browser takes for
+///          markup and that cannot turn the direction of what is around it; see `visible`. Very long
+///          text is cut, which then is said.
+[[nodiscard]] std::string htmlText(std::u16string_view text);
+[[nodiscard]] std::string htmlText(std::string_view utf8);
+
+}  // namespace depcompare

@@ -1,0 +1,143 @@
+// Text of graphs in the document: only ever as text, with nothing in it that could turn or hide
+// what stands around it.
+
+/** What a browser would obey instead of show. */
+const unsafeText = /[\u0000-\u001f\u007f-\u009f\u061c\u200b-\u200f\u2028-\u202e\u2066-\u2069\ufeff]/;
+const unsafeTexts = new RegExp(unsafeText.source, "g");
+
+/** Longer texts are cut where there is no room for them. */
+export const longText = 240;
+
+/**
+ * @param {string} letter
+ * @returns {string}
+ */
+function escapeOf(letter) {
+  const known = { "\n": "\\n", "\r": "\\r", "\t": "\\t" }[letter];
+  if (known) {
+    return known;
+  }
+  const code = letter.charCodeAt(0);
+  return code < 0x100 ? `\\x${code.toString(16).padStart(2, "0")}`
+                      : `\\u${code.toString(16).padStart(4, "0")}`;
+}
+
+/**
+ * The text with control characters and marks of direction written as escapes.
+ * @param {string} text
+ * @returns {string}
+ */
+export function visibleText(text) {
+  return unsafeText.test(text) ? text.replace(unsafeTexts, escapeOf) : text;
+}
+
+/**
+ * The text, or its beginning and end where it is longer than `room`; the end of a path says more
+ * than its beginning.
+ * @param {string} text
+ * @param {number} room in UTF-16 units
+ * @returns {string}
+ */
+export function clipped(text, room = longText) {
+  if (text.length <= room) {
+    return text;
+  }
+  const head = Math.floor(room / 3);
+  const clip = text.slice(0, head) + "\u2026" + text.slice(text.length - (room - head - 1));
+  return clip.replace(/[\ud800-\udbff](?![\udc00-\udfff])/g, "")
+      .replace(/(?<![\ud800-\udbff])[\udc00-\udfff]/g, "");
+}
+
+/**
+ * @typedef {Node | string | number | null | undefined | false} Content
+ */
+
+/**
+ * Makes an element. Attributes that are false or missing are left out, "on" ones are listeners.
+ * @param {string} name
+ * @param {Record<string, any>} attributes
+ * @param {...Content} content
+ * @returns {HTMLElement}
+ */
+export function element(name, attributes = {}, ...content) {
+  const made = document.createElement(name);
+  for (const [key, value] of Object.entries(attributes)) {
+    if (key.startsWith("on")) {
+      made.addEventListener(key.slice(2), value);
+    } else if (value !== false && value !== undefined && value !== null) {
+      made.setAttribute(key, value === true ? "" : String(value));
+    }
+  }
+  for (const part of content) {
+    if (part instanceof Node) {
+      made.append(part);
+    } else if (part !== null && part !== undefined && part !== false) {
+      made.append(String(part));
+    }
+  }
+  return made;
+}
+
+/**
+ * Text of a graph, apart from the direction of what is around it.
+ * @param {string} text
+ * @param {string} kind its class
+ * @returns {HTMLElement}
+ */
+export function graphText(text, kind = "text") {
+  return element("bdi", { class: kind }, visibleText(text));
+}
+
+/**
+ * A path whose folders step back behind the name.
+ * @param {string} path
+ * @param {number} room
+ * @returns {HTMLElement}
+ */
+export function pathText(path, room = longText) {
+  const shown = visibleText(clipped(path, room));
+  const end = shown.lastIndexOf("/", shown.length - 2) + 1;
+  return element("bdi", { class: "path" },
+                 end > 0 && element("span", { class: "folder" }, shown.slice(0, end)),
+                 element("span", { class: "base" }, shown.slice(end) || "\u00a0"));
+}
+
+/**
+ * All of a text, however long: what is too long opens at a click.
+ * @param {string} text
+ * @param {(text: string) => HTMLElement} show
+ * @returns {HTMLElement}
+ */
+export function wholeText(text, show = graphText) {
+  if (text.length <= 4 * longText) {
+    return show(text);
+  }
+  const box = element("details", { class: "long" },
+                      element("summary", {}, graphText(clipped(text)),
+                              ` (${plainNumber(text.length)} characters)`));
+  box.addEventListener("toggle", () => {
+    if (box.childElementCount === 1) {
+      box.append(element("div", { class: "whole" }, graphText(text)));
+    }
+  });
+  return box;
+}
+
+/**
+ * @param {number} number
+ * @returns {string}
+ */
+export function plainNumber(number) {
+  return number.toLocaleString("en-US");
+}
+
+/**
+ * The number with the word that goes with it.
+ * @param {number} number
+ * @param {string} one
+ * @param {string} several
+ * @returns {string}
+ */
+export function counted(number, one, several = one + "s") {
+  return `${plainNumber(number)} ${number === 1 ? one : several}`;
+}

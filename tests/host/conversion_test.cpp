@@ -1,0 +1,71 @@
+// Whatever can be read can be written, and reading that gives the same graph.
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "host_texts.h"
+#include "readers/load_graphs.h"
+#include "writers/jgf_writer.h"
+
+namespace depcompare {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string jgfOf(const LoadedGraph& loaded) {
+    std::string text;
+    Output output([&](std::string_view part) { text += part; });
+    writeJGF(*loaded.graph, output);
+    output.flush();
+    return text;
+}
+
+std::vector<fs::path> sampleFiles() {
+    std::vector<fs::path> files;
+    for (const char* folder : {EXAMPLES, TEST_DATA}) {
+        for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+            const std::string name = entry.path().filename().string();
+            if (entry.is_regular_file() && !name.starts_with("true_numbers") &&
+                !name.ends_with(".md")) {
+                files.push_back(entry.path());
+            }
+        }
+    }
+    std::ranges::sort(files);
+    return files;
+}
+
+void expectLossless(const LoadedGraph& loaded, const std::string& about) {
+    const std::string written = jgfOf(loaded);
+    const LoadedGraph again = test::load(written);
+    // Of files this large no difference should be printed.
+    EXPECT_TRUE(test::textOf(again) == test::textOf(loaded)) << about;
+    EXPECT_TRUE(jgfOf(again) == written) << about;
+}
+
+TEST(Conversion, everySampleSurvivesIt) {
+    const auto files = sampleFiles();
+    EXPECT_GE(files.size(), 30U);
+    for (const fs::path& file : files) {
+        expectLossless(loadGraph(file.string(), {}), file.filename().string());
+    }
+}
+
+TEST(Conversion, oddTextsSurviveIt) {
+    for (const char* file : {
+             R"({"graph": {"nodes": {"\u0000\"\\\n\u20ac\ud83d\ude00": {"label": "",
+                 "metadata": {"type": "", "properties": {"type": "t", "properties": "p", "": ""}}},
+                 "file": {"metadata": {"type": "file"}}},
+                 "edges": [{"source": "file", "target": "file", "relation": ""}],
+                 "metadata": {"label": "x", "timestamp": "2024-05-06", "nodes": "y"}}})",
+             "<graphml><graph><node id=' '><data key='properties'>{}</data>"
+             "<data key='label'>&#xD;</data></node></graph></graphml>"}) {
+        expectLossless(test::load(file), file);
+    }
+}
+
+}  // namespace
+}  // namespace depcompare

@@ -1,0 +1,82 @@
+#include "readers/input.h"
+
+#include <zlib.h>
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "host_texts.h"
+#include "readers/input_error.h"
+
+namespace depcompare {
+namespace {
+
+std::string packed(std::string text) {
+    std::string result(compressBound(static_cast<uLong>(text.size())) + 32, '\0');
+    z_stream stream{};
+    constexpr int gzip = 16;
+    EXPECT_EQ(deflateInit2(&stream, 9, Z_DEFLATED, MAX_WBITS + gzip, 8, Z_DEFAULT_STRATEGY), Z_OK);
+    stream.next_in = reinterpret_cast<Bytef*>(text.data());
+    stream.avail_in = static_cast<uInt>(text.size());
+    stream.next_out = reinterpret_cast<Bytef*>(result.data());
+    stream.avail_out = static_cast<uInt>(result.size());
+    EXPECT_EQ(deflate(&stream, Z_FINISH), Z_STREAM_END);
+    result.resize(stream.total_out);
+    deflateEnd(&stream);
+    return result;
+}
+
+std::string contentOf(const std::string& bytes, const Limits& limits = {}) {
+    std::string content;
+    try {
+        Input input = Input::fromText("in", bytes, limits);
+        std::string piece(1000, '\0');
+        for (std::size_t count = input.read(piece); count != 0; count = input.read(piece)) {
+            content.append(piece, 0, count);
+        }
+    } catch (const InputError& error) {
+        return error.what();
+    }
+    return content;
+}
+
+TEST(Input, whatGzipPackedIsUnpacked) {
+    std::string large;
+    for (int i = 0; i < 100'000; ++i) {
+        large += std::to_string(i);
+    }
+    EXPECT_EQ(contentOf(packed("text")), "text");
+    EXPECT_EQ(contentOf(packed("")), "");
+    EXPECT_EQ(contentOf(packed(large)), large);
+    EXPECT_EQ(contentOf(packed(large) + packed("") + packed("more")), large + "more");
+    EXPECT_EQ(contentOf("\x1F"), "\x1F");
+    EXPECT_EQ(test::read(packed(test::graphML("<node id='a'/>"))), "a \"a\" [file]\n");
+}
+
+TEST(Input, everyCutThroughPackedBytesIsAnError) {
+    const std::string whole = packed("some text that is packed");
+    for (std::size_t length = 2; length < whole.size(); ++length) {
+        EXPECT_EQ(contentOf(whole.substr(0, length)), "in: the gzip data end too early") << length;
+    }
+}
+
+TEST(Input, damagedPackedBytesAreAnError) {
+    std::string damaged = packed("some text that is packed");
+    damaged[damaged.size() - 6] ^= 1;
+    EXPECT_EQ(contentOf(damaged), "in: damaged gzip data: incorrect data check");
+    EXPECT_EQ(contentOf(packed("text") + "junk"), "in: damaged gzip data: incorrect header check");
+}
+
+TEST(Input, theLimitOfBytesCountsThemUnpacked) {
+    const Limits limits{.bytes = 100'000};
+    const std::string bomb = packed(std::string(10'000'000, ' '));
+    ASSERT_LT(bomb.size(), limits.bytes);
+    const std::string expected = "in: larger than 100000 bytes (--max-input-bytes)";
+    EXPECT_EQ(contentOf(bomb, limits), expected);
+    EXPECT_EQ(contentOf(std::string(100'001, ' '), limits), expected);
+    EXPECT_EQ(contentOf(std::string(100'000, ' '), limits).size(), 100'000U);
+}
+
+}  // namespace
+}  // namespace depcompare
