@@ -115,7 +115,10 @@ Visibility PresentedTree::visibility() const {
 
 std::unique_ptr<PresentedTree::ViewModel> PresentedTree::makeViewModel(Match match) const {
     const auto& detail = compared(match).detail;
-    return detail.valid() ? registry_.create(detail.get()) : nullptr;
+    if (!detail.valid()) {
+        return nullptr;
+    }
+    return registry_.create(detail.get());
 }
 
 const PresentedTree::Numbers& PresentedTree::numbers(Match match) const {
