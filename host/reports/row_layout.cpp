@@ -38,7 +38,7 @@ std::u16string shortenedChange(const TextCell& cell, std::size_t columns) {
 
 /// Returns: empty where shortening would hide what changed.
 std::u16string shortenedCell(const TextCell& cell, std::size_t columns) {
-    const std::u16string text = cell.text();
+    std::u16string text = cell.text();
     if (displayWidth(text) <= columns) {
         return text;
     }

@@ -15,7 +15,6 @@ namespace depcompare {
 
 namespace {
 
-using ::comparisons::EditType;
 using dependency::comparisons::ParallelDependencies;
 using Match = PresentedTree::Match;
 using Entry = PresentedTree::Entry;
