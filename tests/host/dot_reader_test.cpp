@@ -1,5 +1,6 @@
 #include "readers/dot_reader.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include "host_texts.h"
@@ -128,9 +129,9 @@ TEST(DOTReader, charactersAcrossPiecesOfTheFileStayWhole) {
     for (int i = 0; i < 50'000; ++i) {
         name += "\xE2\x82\xAC";
     }
+    const std::string expected = fmt::format("{0} \"{0}\" [file]\n", name);
     for (const char* before : {"", " ", "  ", "\xEF\xBB\xBF"}) {
-        EXPECT_EQ(test::read(before + ("digraph { \"" + name) + "\" }"),
-                  name + " \"" + name + "\" [file]\n");
+        EXPECT_EQ(test::read(fmt::format("{}digraph {{ \"{}\" }}", before, name)), expected);
     }
 }
 
