@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include "host_texts.h"
@@ -17,8 +18,8 @@ using test::readPair;
 std::string cycloneDX(const std::vector<std::pair<std::string, std::string>>& components) {
     std::string text;
     for (const auto& [ref, url] : components) {
-        text += (text.empty() ? "" : ",") + (R"({"name": ")" + ref + R"(", "bom-ref": ")" + ref +
-                                             R"(", "purl": ")" + url + "\"}");
+        text += fmt::format(R"({}{{"name": "{}", "bom-ref": "{}", "purl": "{}"}})",
+                            text.empty() ? "" : ",", ref, ref, url);
     }
     return R"({"bomFormat": "CycloneDX", "components": [)" + text + "]}";
 }

@@ -20,18 +20,23 @@ namespace {
 using test::compare;
 using test::graphML;
 
-const std::string older = graphML(
-    "<data key='timestamp'>2026-01-01</data><data key='tool'>1</data>"
-    "<node id='a'><data key='checksum'>1</data><data key='k'>1</data><data key='same'/></node>"
-    "<node id='b'/><node id='x'><data key='type'>lib</data></node>"
-    "<edge source='a' target='b'/><edge source='a' target='x'/>");
-const std::string newer = graphML(
-    "<data key='timestamp'>2026-02-01</data><data key='tool'>1</data>"
-    "<node id='a'><data key='checksum'>2</data><data key='k'>2</data><data key='same'/>"
-    "<data key='new'/></node>"
-    "<node id='b'/><node id='x'><data key='type'>lib</data><data key='name'>X</data></node>"
-    "<edge source='a' target='b'/><edge source='a' target='x'/>"
-    "<edge source='a' target='b'><data key='upstream_component'>f</data></edge>");
+std::string older() {
+    return graphML(
+        "<data key='timestamp'>2026-01-01</data><data key='tool'>1</data>"
+        "<node id='a'><data key='checksum'>1</data><data key='k'>1</data><data key='same'/></node>"
+        "<node id='b'/><node id='x'><data key='type'>lib</data></node>"
+        "<edge source='a' target='b'/><edge source='a' target='x'/>");
+}
+
+std::string newer() {
+    return graphML(
+        "<data key='timestamp'>2026-02-01</data><data key='tool'>1</data>"
+        "<node id='a'><data key='checksum'>2</data><data key='k'>2</data><data key='same'/>"
+        "<data key='new'/></node>"
+        "<node id='b'/><node id='x'><data key='type'>lib</data><data key='name'>X</data></node>"
+        "<edge source='a' target='b'/><edge source='a' target='x'/>"
+        "<edge source='a' target='b'><data key='upstream_component'>f</data></edge>");
+}
 
 std::string pageOf(const Report& report) {
     std::string text;
@@ -65,7 +70,7 @@ std::vector<std::string> rowsOf(const PresentedTree& tree, std::size_t entry) {
 }
 
 TEST(SwitchedTrees, everyChoiceShowsTheEntriesAndRowsOfItsOwnTree) {
-    const Report report = compare(older, newer);
+    const Report report = compare(older(), newer());
     const SwitchedTrees trees(report.comparison);
     const auto choices = allChoicesOfFilters();
     ASSERT_EQ(choices.size(), 4U);
@@ -91,7 +96,7 @@ TEST(SwitchedTrees, everyChoiceShowsTheEntriesAndRowsOfItsOwnTree) {
 }
 
 TEST(PageReport, thePlainPartHasTheCountsAndTheVisibleChanges) {
-    const std::string page = pageOf(compare(older, newer, filtersNamed({"nonstructural"})));
+    const std::string page = pageOf(compare(older(), newer(), filtersNamed({"nonstructural"})));
     const std::size_t begin = page.find("<ul class=\"changes\">");
     std::string plain = page.substr(begin, page.find("</section>", begin) - begin);
     for (std::size_t i = 0; (i = plain.find('<')) != plain.npos;) {
@@ -100,7 +105,7 @@ TEST(PageReport, thePlainPartHasTheCountsAndTheVisibleChanges) {
     EXPECT_EQ(plain, "\na~ \u2192 b+ depends f\n\n\n");
     EXPECT_NE(page.find("<tr><th scope=\"row\">Dependencies</th><td>1</td><td>0</td><td>0</td>"),
               std::string::npos);
-    EXPECT_NE(pageOf(compare(older, older)).find("<p>No differences.</p>"), std::string::npos);
+    EXPECT_NE(pageOf(compare(older(), older())).find("<p>No differences.</p>"), std::string::npos);
 }
 
 TEST(PageReport, aLongPlainPartEndsAndSaysSo) {
