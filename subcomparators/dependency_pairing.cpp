@@ -110,6 +110,10 @@ void DependencyPairing::add(const std::shared_ptr<graph::Dependency>& dependency
                            .equal = nullptr});
 }
 
+void DependencyPairing::sortCandidates() {
+    std::ranges::sort(candidates_, {}, [&](const Candidate& c) { return orderOf(c); });
+}
+
 bool DependencyPairing::collectPairs(const ItemEdit& edit) {
     if (!trusted_ || edit.isChanged() || !hasBothSides(edit)) {
         return false;
@@ -124,7 +128,7 @@ bool DependencyPairing::collectPairs(const ItemEdit& edit) {
         }
         candidates_.back().equal = &*right++;
     }
-    std::ranges::sort(candidates_, {}, [&](const Candidate& c) { return orderOf(c); });
+    sortCandidates();
     const auto sameKey = [&](const Candidate& a, const Candidate& b) {
         return a.type->getID() == b.type->getID() && keyOf(a) == keyOf(b);
     };
@@ -141,7 +145,7 @@ void DependencyPairing::collect(const ItemEdit& edit) {
             }
         }
     }
-    std::ranges::sort(candidates_, {}, [&](const Candidate& c) { return orderOf(c); });
+    sortCandidates();
 }
 
 DependencyComparison DependencyPairing::comparisonOf(std::span<const Candidate> sameType) const {

@@ -1,6 +1,5 @@
 #pragma once
 // The dependencies of two groups, paired within their types.
-#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -10,11 +9,9 @@
 #include <comparisons/combined_comparison.h>
 #include <dependency/comparisons/dependency_subcomparator.h>
 
-namespace dependency::comparisons {
+#include "subcomparators/edit_states.h"
 
-/// Whether an edit whose state says that its sides are equal is believed: those of a comparison of
-/// ours are, those that a caller made need not be.
-enum class EditStates : std::uint8_t { unchecked, trusted };
+namespace dependency::comparisons {
 
 /// Pairs the groups of many edits, one after the other.
 class DependencyPairing {
@@ -44,6 +41,7 @@ class DependencyPairing {
                 (*candidate.dependency)->getID()};
     }
     void add(const std::shared_ptr<graph::Dependency>& dependency, ::comparisons::Side side);
+    void sortCandidates();
     void collect(const ItemEdit& edit);
     // The left side of equal groups, each dependency with its right one.
     // Returns: false where that may be wrong, since dependencies share a pairing key.

@@ -9,6 +9,7 @@
 
 #include "subcomparators/dependency_pairing.h"
 #include "subcomparators/displayed_names.h"
+#include "subcomparators/edit_states.h"
 
 namespace dependency::comparisons {
 

@@ -13,6 +13,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include "reports/counts_table.h"
 #include "reports/markdown_item.h"
 #include "reports/markdown_text.h"
 #include "reports/text_ending.h"
@@ -95,13 +96,7 @@ class MarkdownReport {
     void writeCounts() {
         take(fmt::format("### Dependencies: {} \u2192 {}\n\n", sourceOf(0), sourceOf(1)));
         take("| | added | removed | changed | unchanged |\n|---|--:|--:|--:|--:|\n");
-        const Summary& summary = report_.summary;
-        for (const auto& [kind, counts] :
-             {std::pair<std::string_view, const EditCounts&>{"Files", summary.files},
-              {"Groups", summary.groups},
-              {"Dependencies", summary.dependencies},
-              {"File properties", summary.fileProperties},
-              {"Graph properties", summary.graphProperties}}) {
+        for (const auto& [kind, counts] : countsByKind(report_.summary)) {
             take(fmt::format("| {} | {} | {} | {} | {} |\n", kind, counts.added, counts.removed,
                              counts.changed, counts.unchanged));
         }

@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include "reports/counts_table.h"
 #include "reports/entry_label.h"
 #include "reports/html_text.h"
 #include "reports/json_detail.h"
@@ -168,12 +169,7 @@ void writeCountsTable(const Summary& summary, Output& output) {
         output.print("{}</th>", nameOf(type));
     }
     output.write("</tr></thead><tbody>\n");
-    for (const auto& [kind, counts] :
-         {std::pair<std::string_view, const EditCounts&>{"Files", summary.files},
-          {"Groups", summary.groups},
-          {"Dependencies", summary.dependencies},
-          {"File properties", summary.fileProperties},
-          {"Graph properties", summary.graphProperties}}) {
+    for (const auto& [kind, counts] : countsByKind(summary)) {
         output.print(
             "<tr><th scope=\"row\">{}</th><td>{}</td><td>{}</td><td>{}</td><td>{}</td></tr>\n",
             kind, counts.added, counts.removed, counts.changed, counts.unchanged);
