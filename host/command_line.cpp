@@ -1,17 +1,23 @@
 #include "command_line.h"
 
+#include <algorithm>
 #include <array>
+#include <optional>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <fmt/format.h>
 #include <CLI/CLI.hpp>
 
+#include "git_arguments.h"
 #include "presentation/enabled_filters.h"
 #include "reading_options.h"
 #include "reports/markdown_report.h"
+#include "reports/visible_text.h"
 
 namespace depcompare {
 
@@ -31,6 +37,9 @@ constexpr std::array<Choice<Format>, 5> formats{{{"text", Format::text},
 
 constexpr std::array<Choice<When>, 3> occasions{
     {{"auto", When::automatic}, {"always", When::always}, {"never", When::never}}};
+
+constexpr std::array<Choice<FailOn>, 3> causes{
+    {{"any", FailOn::any}, {"structural", FailOn::structural}, {"none", FailOn::none}}};
 
 CLI::Option* restrict(CLI::Option* option, const std::vector<std::string>& names) {
     return option->check(CLI::IsMember(names).description(""))
@@ -61,9 +70,7 @@ void describe(CLI::App& app, Options& options) {
     app.set_version_flag("--version", "depcompare " DEPCOMPARE_VERSION);
     app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
 
-    app.add_option("LEFT", options.inputs[0], "The old graph; - is standard input")
-        ->required()
-        ->type_name("");
+    app.add_option("LEFT", options.inputs[0], "The old graph; - is standard input")->type_name("");
     app.add_option("RIGHT", options.inputs[1], "The new graph; - is standard input")->type_name("");
     addChoice(app, "-f,--format", options.format, formats, "What to write [text]");
     app.add_option("-o,--output", options.outputFile, "Write there, whole or not at all")
@@ -74,6 +81,8 @@ void describe(CLI::App& app, Options& options) {
     addChoice(app, "--progress", options.progress, occasions,
               "A progress line on standard error [auto]");
     app.add_flag("-q,--quiet", options.quiet, "Write nothing, answer by exit status");
+    addChoice(app, "--fail-on", options.failOn, causes,
+              "Exit status 1 for these visible differences [any]");
 }
 
 void describeFilters(CLI::App& app, std::vector<std::string>& names, bool& none) {
@@ -85,12 +94,20 @@ void describeFilters(CLI::App& app, std::vector<std::string>& names, bool& none)
     app.add_flag("--no-filter", none, "Show everything")->excludes(filter);
 }
 
-void addConversion(CLI::App& app, bool& convertToJGF) {
-    app.add_option_function<std::string>(
-           "--convert", [&](const std::string& /*format*/) { convertToJGF = true; },
-           "Write the graph LEFT, the only one, in this format instead of comparing")
-        ->check(CLI::IsMember({"jgf"}).description(""))
-        ->type_name("jgf");
+void addConversions(CLI::App& app, Options& options) {
+    auto* const convert = app.add_option_function<std::string>(
+        "--convert", [&](const std::string& /*format*/) { options.conversion = GraphForm::jgf; },
+        "Write the graph LEFT, the only one, in this format instead of comparing");
+    restrict(convert, {"jgf"});
+    app.add_flag_callback(
+           "--textconv",
+           [&] {
+               options.conversion = GraphForm::lines;
+               // Git has files converted too that hold nothing yet.
+               options.reading.emptyInputs = true;
+           },
+           "Write the graph LEFT, the only one, as lines that git diff can compare")
+        ->excludes(convert);
 }
 
 std::string firstLine(const std::string& text) {
@@ -140,13 +157,47 @@ void checkReports(const Options& options) {
 }
 
 void check(const Options& options) {
-    if (options.convertToJGF != options.inputs[1].empty()) {
-        throw UsageError(options.convertToJGF ? "--convert takes one graph" : "RIGHT is required");
+    if (options.conversion.has_value() != options.inputs[1].empty()) {
+        throw UsageError(options.conversion ? "--convert and --textconv take one graph"
+                                            : "RIGHT is required");
     }
     if (options.inputs[0] == "-" && options.inputs[1] == "-") {
         throw UsageError("only one of the two graphs can come from standard input");
     }
     checkReports(options);
+}
+
+void addGit(CLI::App& app) {
+    const std::string description = "Compare as git asks; all that follows is from git";
+    app.add_flag("--git", description);
+}
+
+// All words behind --git are git's own: a path among them is no option, whatever its name.
+using Words = std::span<const char* const>;
+
+std::pair<Words, std::optional<Words>> splitAtGit(Words words) {
+    const auto git = std::ranges::find_if(
+        words, [](const char* word) { return word == std::string_view("--git"); });
+    if (git == words.end()) {
+        return {words, std::nullopt};
+    }
+    const auto own = static_cast<std::size_t>(git - words.begin()) + 1;
+    return {words.first(own), words.subspan(own)};
+}
+
+std::optional<Information> takeGitWords(Words words, Options& options) {
+    if (!options.inputs[0].empty() || options.conversion) {
+        throw UsageError("--git has to be the last word before those that git adds");
+    }
+    auto git = gitArguments(words);
+    if (!git) {
+        return Information{
+            fmt::format("* Unmerged path {}\n", visible(std::string_view(words[0])))};
+    }
+    options.inputs = std::move(git->paths);
+    options.names = std::move(git->names);
+    options.reading.emptyInputs = true;
+    return std::nullopt;
 }
 
 }  // namespace
@@ -155,20 +206,33 @@ std::variant<Options, Information> parseCommandLine(int argc, const char* const*
     Options options;
     std::vector<std::string> filters;
     bool withoutFilters = false;
+    const auto [words, gitWords] = splitAtGit({argv, static_cast<std::size_t>(argc)});
+    if (gitWords) {
+        // Git takes any other status for a failure.
+        options.failOn = FailOn::none;
+    }
     CLI::App app("", "depcompare");
     describe(app, options);
     describeReports(app, options);
     describeFilters(app, filters, withoutFilters);
     addReadingOptions(app, options.reading);
-    addConversion(app, options.convertToJGF);
+    addConversions(app, options);
+    addGit(app);
+    app.get_option("LEFT")->required(!gitWords);
     try {
-        app.parse(argc, argv);
+        app.parse(static_cast<int>(words.size()), words.data());
     } catch (const CLI::CallForHelp&) {
         return Information{app.help()};
     } catch (const CLI::CallForVersion& version) {
         return Information{std::string(version.what()) + "\n"};
     } catch (const CLI::ParseError& error) {
         throw UsageError(firstLine(error.what()));
+    }
+    options.names = options.inputs;
+    if (gitWords) {
+        if (auto information = takeGitWords(*gitWords, options)) {
+            return *std::move(information);
+        }
     }
     check(options);
     if (withoutFilters || !filters.empty()) {

@@ -21,6 +21,7 @@
 #include "command_line.h"
 #include "output.h"
 #include "progress.h"
+#include "readers/input.h"
 #include "readers/load_graphs.h"
 #include "reports/counts_table.h"
 #include "reports/json_report.h"
@@ -31,6 +32,7 @@
 #include "reports/visible_text.h"
 #include "terminal.h"
 #include "writers/jgf_writer.h"
+#include "writers/lines_writer.h"
 
 namespace depcompare {
 
@@ -74,15 +76,22 @@ void warn(const LoadedGraph& input, const Options& options) {
     }
 }
 
+Input openInput(const Options& options, std::size_t side) {
+    const std::string& name = options.names[side];
+    return Input::open(options.inputs[side], name == "-" ? "standard input" : name,
+                       options.reading.limits);
+}
+
 Report compare(const Options& options) {
     Progress progress(options.quiet ? When::never : options.progress);
-    auto inputs = loadGraphs(options.inputs, options.reading,
+    // Both are opened before either is read: a missing file must not wait for standard input.
+    auto inputs = loadGraphs({openInput(options, 0), openInput(options, 1)}, options.reading,
                              [&](const std::string& name) { progress.stage(name); });
     for (const LoadedGraph& input : inputs) {
         warn(input, options);
     }
     progress.stage("comparing");
-    Report report = compareInputs(std::move(inputs), options.inputs, options.filters);
+    Report report = compareInputs(std::move(inputs), options.names, options.filters);
     if (!options.quiet) {
         completeLedger(report);
     }
@@ -151,9 +160,30 @@ void deliverReports(const Report& report, const Options& options) {
 }
 
 void convert(const Options& options) {
-    const LoadedGraph input = loadGraph(options.inputs[0], options.reading);
+    const LoadedGraph input = loadGraph(openInput(options, 0), options.reading);
     warn(input, options);
-    deliver(options, [&](Output& output) { writeJGF(*input.graph, output); });
+    deliver(options, [&](Output& output) {
+        switch (*options.conversion) {
+            case GraphForm::jgf:
+                writeJGF(*input.graph, output);
+                break;
+            case GraphForm::lines:
+                writeLines(*input.graph, output);
+                break;
+        }
+    });
+}
+
+bool fails(const Report& report, FailOn failOn) {
+    switch (failOn) {
+        case FailOn::any:
+            return report.tree->showsDifference();
+        case FailOn::structural:
+            return report.tree->showsStructuralDifference();
+        case FailOn::none:
+            break;
+    }
+    return false;
 }
 
 int perform(int argc, const char* const* argv) {
@@ -165,7 +195,7 @@ int perform(int argc, const char* const* argv) {
     const auto& options = std::get<Options>(parsed);
     setLocale(options);
     messages::registerMessages();
-    if (options.convertToJGF) {
+    if (options.conversion) {
         convert(options);
         return noDifference;
     }
@@ -173,7 +203,7 @@ int perform(int argc, const char* const* argv) {
     if (!options.quiet) {
         deliverReports(report, options);
     }
-    return report.tree->showsDifference() ? someDifference : noDifference;
+    return fails(report, options.failOn) ? someDifference : noDifference;
 }
 
 void complain(std::string_view problem) noexcept {

@@ -69,15 +69,16 @@ std::unique_ptr<PresentedTree::ViewModel> PresentedTree::shownDetail(Match match
 }
 
 bool PresentedTree::showsDifference() const {
+    return std::ranges::any_of(entries(),
+                               [&](const Entry& entry) { return showsDifference(entry); });
+}
+
+bool PresentedTree::showsStructuralDifference() const {
     return std::ranges::any_of(entries(), [&](const Entry& entry) {
-        if (entry.visible == 0) {
-            return false;
-        }
-        if (entry.match->getEditTypes().front() != EditType::unchanged) {
-            return true;
-        }
-        const auto metrics = this->metrics(entry.match);
-        return metrics && showDifference(*metrics);
+        const auto& edit = compared(entry.match).edit;
+        const bool ownsProperties =
+            hasBothSides(edit) && !std::holds_alternative<ParallelDependencies>(anySide(edit));
+        return !ownsProperties && showsDifference(entry);
     });
 }
 
@@ -142,6 +143,17 @@ PresentedTree::Numbers PresentedTree::countNumbers(Match match) const {
     }
     numbers.metrics = viewModel->metrics();
     return numbers;
+}
+
+bool PresentedTree::showsDifference(const Entry& entry) const {
+    if (entry.visible == 0) {
+        return false;
+    }
+    if (entry.match->getEditTypes().front() != EditType::unchanged) {
+        return true;
+    }
+    const auto metrics = this->metrics(entry.match);
+    return metrics && showDifference(*metrics);
 }
 
 void PresentedTree::hideEntries() {

@@ -76,6 +76,9 @@ class PresentedTree final : public dependency::comparisons::FilteredGraphTree {
     ///          entry.
     [[nodiscard]] bool showsDifference() const;
 
+    /// Returns: the same, but for properties of files and of the graph.
+    [[nodiscard]] bool showsStructuralDifference() const;
+
     /// Returns: by index of the entry, whether it or anything below it is visible.
     [[nodiscard]] std::vector<bool> leadsToVisible() const;
 
@@ -95,6 +98,7 @@ class PresentedTree final : public dependency::comparisons::FilteredGraphTree {
     [[nodiscard]] std::unique_ptr<ViewModel> makeViewModel(Match match) const;
     [[nodiscard]] const Numbers& numbers(Match match) const;
     [[nodiscard]] Numbers countNumbers(Match match) const;
+    [[nodiscard]] bool showsDifference(const Entry& entry) const;
     void hideEntries();
 
     std::shared_ptr<const dependency::comparisons::GraphComparison> comparison_;

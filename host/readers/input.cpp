@@ -30,9 +30,12 @@ class PrefixedBytes final : public ByteSource {
 
 }  // namespace
 
-Input Input::open(const std::string& path, const Limits& limits) {
-    const std::string name = path == "-" ? "standard input" : path;
+Input Input::open(const std::string& path, const std::string& name, const Limits& limits) {
     return {name, fileBytes(path, name), limits};
+}
+
+Input Input::open(const std::string& path, const Limits& limits) {
+    return open(path, path == "-" ? "standard input" : path, limits);
 }
 
 Input Input::fromText(std::string name, std::string text, const Limits& limits) {

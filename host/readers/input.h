@@ -14,9 +14,12 @@ namespace depcompare {
 
 class Input {
   public:
-    /// Opens the file, or standard input for "-".
+    /// Opens the file, or standard input for "-". Messages call it `name`.
     ///
     /// Throws: `InputError` where it cannot be opened.
+    [[nodiscard]] static Input open(const std::string& path, const std::string& name,
+                                    const Limits& limits = {});
+    /// The same, under the name that it has.
     [[nodiscard]] static Input open(const std::string& path, const Limits& limits = {});
     [[nodiscard]] static Input fromText(std::string name, std::string text,
                                         const Limits& limits = {});

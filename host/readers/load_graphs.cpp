@@ -10,22 +10,30 @@
 
 namespace depcompare {
 
-std::array<LoadedGraph, 2> loadGraphs(const std::array<std::string, 2>& paths,
-                                      const ReadOptions& options,
+namespace {
+
+GraphDraft readDraft(Input& input, const ReadOptions& options) {
+    if (options.emptyInputs && input.peek().empty()) {
+        GraphDraft draft;
+        draft.source = input.name();
+        return draft;
+    }
+    return readGraph(input, options.format);
+}
+
+}  // namespace
+
+std::array<LoadedGraph, 2> loadGraphs(std::array<Input, 2> inputs, const ReadOptions& options,
                                       const std::function<void(const std::string&)>& stage) {
-    // Both are opened before either is read: a missing file must not wait for standard input.
-    std::array inputs{Input::open(paths[0], options.limits), Input::open(paths[1], options.limits)};
     stage(fmt::format("reading {} and {}", inputs[0].name(), inputs[1].name()));
-    auto drafts =
-        onBothSides([&](std::size_t side) { return readGraph(inputs[side], options.format); });
+    auto drafts = onBothSides([&](std::size_t side) { return readDraft(inputs[side], options); });
     stage("building the graphs");
     return buildGraphs(std::move(drafts), options);
 }
 
-LoadedGraph loadGraph(const std::string& path, const ReadOptions& options) {
-    Input input = Input::open(path, options.limits);
+LoadedGraph loadGraph(Input input, const ReadOptions& options) {
     std::array<GraphDraft, 2> drafts;
-    drafts[0] = readGraph(input, options.format);
+    drafts[0] = readDraft(input, options);
     return std::move(buildGraphs(std::move(drafts), options)[0]);
 }
 

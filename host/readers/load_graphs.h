@@ -1,25 +1,28 @@
 #pragma once
-// From two paths to two graphs that can be compared.
+// From two inputs to two graphs that can be compared.
 #include <array>
 #include <functional>
 #include <string>
 
 #include "readers/build_graphs.h"
+#include "readers/input.h"
 #include "readers/read_options.h"
 
 namespace depcompare {
 
 /// Reads and builds both graphs at the same time. `stage` is told what is about to happen.
 ///
-/// Returns: left, right.
-/// Throws:  `InputError`, of the left input where both are faulty.
+/// Requires: two inputs of which nothing was read yet.
+/// Returns:  left, right.
+/// Throws:   `InputError`, of the left input where both are faulty.
 [[nodiscard]] std::array<LoadedGraph, 2> loadGraphs(
-    const std::array<std::string, 2>& paths, const ReadOptions& options,
+    std::array<Input, 2> inputs, const ReadOptions& options,
     const std::function<void(const std::string&)>& stage);
 
 /// Reads and builds one graph, by the same rules.
 ///
-/// Throws: `InputError`.
-[[nodiscard]] LoadedGraph loadGraph(const std::string& path, const ReadOptions& options);
+/// Requires: an input of which nothing was read yet.
+/// Throws:   `InputError`.
+[[nodiscard]] LoadedGraph loadGraph(Input input, const ReadOptions& options);
 
 }  // namespace depcompare

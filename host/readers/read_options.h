@@ -11,6 +11,7 @@ struct ReadOptions {
     std::string format = "auto";              ///< "auto", or one of `inputFormats()`
     std::string nodeID = "auto";              ///< "auto", "id", "name", or the key of a property
     std::vector<std::string> fileTypes = {};  ///< types that make a node a file, beside `file`
+    bool emptyInputs = false;                 ///< whether an empty input is an empty graph
     Limits limits = {};
 };
 

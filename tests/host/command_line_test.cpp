@@ -66,7 +66,8 @@ TEST(ParseCommandLine, theWayOfReadingArrives) {
     EXPECT_EQ(reading.limits.nodes, 10U);
     EXPECT_EQ(reading.limits.edges, 20U << 10U);
     EXPECT_EQ(reading.limits.textBytes, 50U);
-    EXPECT_TRUE(std::get<Options>(parsed({"--convert", "jgf", "l"})).convertToJGF);
+    EXPECT_EQ(std::get<Options>(parsed({"--convert", "jgf", "l"})).conversion, GraphForm::jgf);
+    EXPECT_EQ(std::get<Options>(parsed({"--textconv", "l"})).conversion, GraphForm::lines);
 }
 
 TEST(ParseCommandLine, filtersStandInTheOrderOfTheirUseAndNoneTwice) {
@@ -90,6 +91,41 @@ TEST(ParseCommandLine, filtersStandInTheOrderOfTheirUseAndNoneTwice) {
     }
 }
 
+TEST(ParseCommandLine, theWordsOfGitNameFilesAndPaths) {
+    using Pair = std::array<std::string, 2>;
+    struct Case {
+        std::vector<const char*> words;
+        Pair files;
+        Pair names;
+    };
+    const Case cases[] = {
+        {{"/tmp/1/x", "x"}, {"/tmp/1/x", "x"}, {"/tmp/1/x", "x"}},
+        {{"-q", "/tmp/1", "0a", "100644", "-o", "0b", "100644"},
+         {"/tmp/1", "-o"},
+         {"a/-q", "b/-q"}},
+        {{"d/x", "/dev/null", ".", ".", "d/x", "00", "100644"},
+         {"/dev/null", "d/x"},
+         {"/dev/null", "b/d/x"}},
+        {{"x", "/tmp/1", "0a", "100644", "/tmp/2", "0b", "100644", "y", "rename from x"},
+         {"/tmp/1", "/tmp/2"},
+         {"a/x", "b/y"}},
+    };
+    for (const auto& [words, files, names] : cases) {
+        std::vector<const char*> all{"--no-filter", "--git"};
+        all.insert(all.end(), words.begin(), words.end());
+        const auto options = std::get<Options>(parsed(all));
+        EXPECT_EQ(options.inputs, files);
+        EXPECT_EQ(options.names, names);
+        EXPECT_EQ(options.failOn, FailOn::none);
+        EXPECT_TRUE(options.reading.emptyInputs);
+        EXPECT_TRUE(options.filters.empty());
+        EXPECT_FALSE(options.quiet || options.outputFile);
+    }
+    EXPECT_EQ(std::get<Information>(parsed({"--git", "x\x1b"})).text, "* Unmerged path x\\x1b\n");
+    EXPECT_EQ(std::get<Options>(parsed({"--fail-on", "any", "--git", "l", "r"})).failOn,
+              FailOn::any);
+}
+
 TEST(ParseCommandLine, mistakesAreToldInOneLine) {
     const std::pair<std::vector<const char*>, const char*> cases[] = {
         {{}, "LEFT is required"},
@@ -106,7 +142,12 @@ TEST(ParseCommandLine, mistakesAreToldInOneLine) {
         {{"--filter", "x", "l", "r"}, "--filter: x not in {nonstructural,unchanged}"},
         {{"--filter", "unchanged", "--no-filter", "l", "r"}, "--filter excludes --no-filter"},
         {{"--no-filter", "l", "r", "--filter=nonstructural"}, "--filter excludes --no-filter"},
-        {{"--convert", "jgf", "l", "r"}, "--convert takes one graph"},
+        {{"--convert", "jgf", "l", "r"}, "--convert and --textconv take one graph"},
+        {{"--textconv", "l", "r"}, "--convert and --textconv take one graph"},
+        {{"l", "--git", "l", "r"}, "--git has to be the last word before those that git adds"},
+        {{"--git", "l", "r", "-q"},
+         "--git: 1, 2, 7 or 9 words are what git adds, not 3; --git has to come last"},
+        {{"l", "r", "--fail-on", "all"}, "--fail-on: all not in {any,structural,none}"},
         {{"--convert", "dot", "l"}, "--convert: dot not in {jgf}"},
         {{"l", "r", "--max-nodes", "0"}, "--max-nodes: Value 0 not in range 1 to 2000000000"},
         {{"l", "r", "--filter"}, "--filter: 1 required nonstructural|unchanged missing"},

@@ -25,7 +25,7 @@ class LoadGraphs : public testing::Test {
 
     [[nodiscard]] static std::string problemWith(const std::array<std::string, 2>& paths) {
         try {
-            static_cast<void>(loadGraphs(paths, {}, [](const std::string&) {}));
+            static_cast<void>(load(paths));
         } catch (const InputError& error) {
             return error.what();
         }
@@ -33,7 +33,8 @@ class LoadGraphs : public testing::Test {
     }
 
     static std::array<LoadedGraph, 2> load(const std::array<std::string, 2>& paths) {
-        return loadGraphs(paths, {}, [](const std::string&) {});
+        return loadGraphs({Input::open(paths[0]), Input::open(paths[1])}, {},
+                          [](const std::string&) {});
     }
 };
 

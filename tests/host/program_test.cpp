@@ -1,11 +1,6 @@
 // Runs the program itself: what only a process has, and the bundled graphs.
-#include <sys/wait.h>
-
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 #include <string>
 #include <tuple>
@@ -13,54 +8,18 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "program.h"
+
+namespace depcompare::test {
 namespace {
 
-namespace fs = std::filesystem;
 using nlohmann::json;
 
 const std::string older = EXAMPLES "/ninja-v1.8.2.graphml";
 const std::string newer = EXAMPLES "/ninja-v1.12.1.graphml";
 
-std::string contentOf(const fs::path& path) {
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-struct Outcome {
-    int status = 0;
-    std::string output;
-    std::string error;
-};
-
-class Program : public testing::Test {
+class ProgramOnSamples : public Program {
   protected:
-    void SetUp() override {
-        std::string pattern = testing::TempDir() + "program-XXXXXX";
-        ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-        folder_ = pattern;
-    }
-    void TearDown() override { fs::remove_all(folder_); }
-
-    // `words` may redirect; $P is the program.
-    [[nodiscard]] Outcome shell(const std::string& words) const {
-        const std::string command = "cd '" + folder_.string() +
-                                    "' && export LC_ALL=C P='" PROGRAM "' && { " + words +
-                                    "; } >out 2>err";
-        const int status = std::system(command.c_str());
-        return {.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1,
-                .output = contentOf(folder_ / "out"),
-                .error = contentOf(folder_ / "err")};
-    }
-    [[nodiscard]] Outcome run(const std::string& arguments) const {
-        return shell("$P " + arguments);
-    }
-    void write(const std::string& name, const std::string& content) const {
-        std::ofstream(folder_ / name) << content;
-    }
-    [[nodiscard]] std::ptrdiff_t filesInFolder() const {
-        return std::distance(fs::directory_iterator(folder_), {});
-    }
-
     void expectNumbers(const fs::path& samples, const json& pair) const {
         const std::string about = pair["old"].get<std::string>();
         const Outcome outcome = run("--format json --no-filter " + pair.value("options", "") +
@@ -77,11 +36,9 @@ class Program : public testing::Test {
             }
         }
     }
-
-    fs::path folder_;
 };
 
-TEST_F(Program, theTrueNumbersOfAllSamplePairsComeOut) {
+TEST_F(ProgramOnSamples, theTrueNumbersOfAllSamplePairsComeOut) {
     for (const auto& [samples, leastPairs] :
          {std::pair(fs::path(EXAMPLES), 5U), std::pair(fs::path(TEST_DATA), 12U)}) {
         const json truth = json::parse(contentOf(samples / "true_numbers.json"));
@@ -135,6 +92,20 @@ TEST_F(Program, theStatusIsThatOfWhatTheFiltersLeave) {
         }
     }
     EXPECT_EQ(run("--no-filter --filter unchanged one same").status, 2);
+
+    write("other", file("<node id='other'/><node id='b'/>"));
+    write("named", file("<node id='b'><data key='name'>B</data></node>"));
+    const std::tuple<const char*, const char*, int> causes[] = {
+        {"property", "structural", 0}, {"property", "none", 0},    {"property", "any", 1},
+        {"edge", "structural", 1},     {"edge", "none", 0},        {"other", "structural", 1},
+        {"same", "structural", 0},     {"named", "structural", 1}, {"nowhere", "none", 2},
+    };
+    for (const auto& [other, cause, status] : causes) {
+        EXPECT_EQ(
+            run(std::string("--no-filter -f summary --fail-on ") + cause + " one " + other).status,
+            status)
+            << cause << ' ' << other;
+    }
 }
 
 TEST_F(Program, theSummaryIsATableOfCounts) {
@@ -200,6 +171,17 @@ TEST_F(Program, aConvertedGraphIsNoDifferentFromItsOrigin) {
     EXPECT_EQ(run("--no-filter '" + newer + "' new.jgf").status, 0);
     EXPECT_TRUE(run("--convert jgf new.jgf").output == contentOf(folder_ / "new.jgf"));
     EXPECT_EQ(run("--convert jgf broken").status, 2);
+}
+
+TEST_F(Program, onlyForGitAnEmptyFileIsAGraph) {
+    write("empty", "");
+    const std::string pair = " empty '" + newer + "'";
+    EXPECT_EQ(run("-q" + pair).status, 2);
+    EXPECT_EQ(run("-q /dev/null '" + newer + "'").status, 2);
+    EXPECT_EQ(run("--git" + pair).status, 0);
+    EXPECT_EQ(run("--fail-on any -q --git" + pair).status, 1);
+    EXPECT_EQ(run("--textconv empty").status, 0);
+    EXPECT_EQ(run("--convert jgf empty").status, 2);
 }
 
 TEST_F(Program, theOutputFileIsWholeOrUntouched) {
@@ -271,3 +253,4 @@ TEST_F(Program, theLocaleComesFromTheOptionThenFromTheEnvironment) {
 }
 
 }  // namespace
+}  // namespace depcompare::test
