@@ -16,6 +16,13 @@ if(TARGET depcompare)
   set_target_properties(depcompare PROPERTIES
     INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
   install(TARGETS depcompare EXPORT depcompare-targets RUNTIME COMPONENT runtime)
+  set(completions "${PROJECT_SOURCE_DIR}/share/completions")
+  install(FILES "${completions}/depcompare.bash" RENAME depcompare COMPONENT runtime
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
+  install(FILES "${completions}/_depcompare" COMPONENT runtime
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/site-functions")
+  install(FILES "${completions}/depcompare.fish" COMPONENT runtime
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")
 endif()
 
 install(EXPORT depcompare-targets

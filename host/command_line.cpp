@@ -14,6 +14,7 @@
 #include <CLI/CLI.hpp>
 
 #include "git_arguments.h"
+#include "help_text.h"
 #include "presentation/enabled_filters.h"
 #include "reading_options.h"
 #include "reports/markdown_report.h"
@@ -65,8 +66,8 @@ void addChoice(CLI::App& app, const std::string& option, Value& value,
 }
 
 void describe(CLI::App& app, Options& options) {
-    app.description("Compares two dependency graphs and shows what changed.");
-    app.footer("Exit status: 0 no visible difference, 1 some, 2 trouble.");
+    app.set_help_flag("-h,--help", "Say the most important on a screen");
+    app.set_help_all_flag("--help-all", "List all options");
     app.set_version_flag("--version", "depcompare " DEPCOMPARE_VERSION);
     app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
 
@@ -222,6 +223,8 @@ std::variant<Options, Information> parseCommandLine(int argc, const char* const*
     try {
         app.parse(static_cast<int>(words.size()), words.data());
     } catch (const CLI::CallForHelp&) {
+        return Information{std::string(helpText)};
+    } catch (const CLI::CallForAllHelp&) {
         return Information{app.help()};
     } catch (const CLI::CallForVersion& version) {
         return Information{std::string(version.what()) + "\n"};

@@ -29,7 +29,7 @@ void addReadingOptions(CLI::App& app, ReadOptions& options) {
     formats.insert(formats.begin(), "auto");
     app.add_option("--input-format", options.format, "How to read the inputs [auto]")
         ->check(CLI::IsMember(formats).description(""))
-        ->type_name("FORMAT");
+        ->type_name(CLI::detail::join(formats, "|"));
     app.add_flag_callback(
         "--list-formats",
         [] {

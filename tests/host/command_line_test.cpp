@@ -1,5 +1,7 @@
 #include "command_line.h"
 
+#include <algorithm>
+#include <sstream>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -160,7 +162,14 @@ TEST(ParseCommandLine, mistakesAreToldInOneLine) {
 TEST(ParseCommandLine, helpAndVersionNeedNoGraphs) {
     EXPECT_NE(std::get<Information>(parsed({"--list-formats"})).text.find("cyclonedx\n"),
               std::string::npos);
-    EXPECT_NE(std::get<Information>(parsed({"--help"})).text.find("LEFT [RIGHT]"),
+    const std::string help = std::get<Information>(parsed({"--help"})).text;
+    EXPECT_LE(std::count(help.begin(), help.end(), '\n'), 30);
+    std::istringstream lines(help);
+    for (std::string line; std::getline(lines, line);) {
+        EXPECT_LE(line.size(), 80U) << line;
+    }
+    EXPECT_NE(help.find("LEFT RIGHT"), std::string::npos);
+    EXPECT_NE(std::get<Information>(parsed({"--help-all"})).text.find("--max-nodes"),
               std::string::npos);
     EXPECT_EQ(std::get<Information>(parsed({"--version"})).text.substr(0, 11), "depcompare ");
 }

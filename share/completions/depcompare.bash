@@ -1,0 +1,34 @@
+# Completion of depcompare's command line, for bash.
+_depcompare() {
+    local word=${COMP_WORDS[COMP_CWORD]} option=${COMP_WORDS[COMP_CWORD - 1]} choices=
+    # To bash, --option=value is three words.
+    if [[ $word == = ]]; then
+        word=
+    elif [[ $option == = ]]; then
+        option=${COMP_WORDS[COMP_CWORD - 2]}
+    fi
+    case $option in
+        -f | --format) choices='text json html markdown summary' ;;
+        --color | --progress) choices='auto always never' ;;
+        --filter) choices='nonstructural unchanged' ;;
+        --fail-on) choices='any structural none' ;;
+        --input-format) choices='auto graphml cyclonedx dependency-cruiser jgf dot' ;;
+        --convert) choices='jgf' ;;
+        --node-id) choices='auto id name' ;;
+        --report)
+            choices='text= json= html= markdown= summary='
+            compopt -o nospace
+            ;;
+        --locale | --file-type | --max-*) return ;;
+        *)
+            [[ $word == -* ]] || return
+            choices='-f --format -o --output --report --max-bytes -q --quiet --locale --color
+                --progress --filter --no-filter --fail-on --input-format --list-formats --node-id
+                --file-type --max-input-bytes --max-nesting --max-nodes --max-edges
+                --max-text-bytes --convert --textconv --git -h --help --help-all --version'
+            ;;
+    esac
+    mapfile -t COMPREPLY < <(compgen -W "$choices" -- "$word")
+}
+# Where nothing is offered, files are.
+complete -o default -F _depcompare depcompare
