@@ -81,6 +81,9 @@ void describe(CLI::App& app, Options& options) {
     addChoice(app, "--color", options.colour, occasions, "Colours [auto]");
     addChoice(app, "--progress", options.progress, occasions,
               "A progress line on standard error [auto]");
+    app.add_flag_callback(
+        "--no-pager", [&] { options.pager = false; },
+        "Write to a terminal directly, not through a pager");
     app.add_flag("-q,--quiet", options.quiet, "Write nothing, answer by exit status");
     addChoice(app, "--fail-on", options.failOn, causes,
               "Exit status 1 for these visible differences [any]");
@@ -198,6 +201,7 @@ std::optional<Information> takeGitWords(Words words, Options& options) {
     options.inputs = std::move(git->paths);
     options.names = std::move(git->names);
     options.reading.emptyInputs = true;
+    options.pager = options.pager && !git->driver;
     return std::nullopt;
 }
 

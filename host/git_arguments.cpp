@@ -24,14 +24,16 @@ std::optional<GitArguments> gitArguments(std::span<const char* const> words) {
         case 1:
             return std::nullopt;
         case 2:
-            return GitArguments{.paths = {words[0], words[1]}, .names = {words[0], words[1]}};
+            return GitArguments{
+                .paths = {words[0], words[1]}, .names = {words[0], words[1]}, .driver = false};
         case newPath:
         case newPath + 2:
             return GitArguments{
                 .paths = {words[oldFile], words[newFile]},
                 .names = {nameOf("a", words[0], words[oldFile]),
                           nameOf("b", words.size() > newPath ? words[newPath] : words[0],
-                                 words[newFile])}};
+                                 words[newFile])},
+                .driver = true};
         default:
             throw UsageError(fmt::format(
                 "--git: 1, 2, 7 or 9 words are what git adds, not {}; --git has to come last",

@@ -11,6 +11,7 @@ namespace depcompare {
 struct GitArguments {
     std::array<std::string, 2> paths;
     std::array<std::string, 2> names;
+    bool driver = false;  ///< whether git shows the output among its own
 };
 
 /// Understands the two files of a diff tool; a driver's path, file, object and mode of both sides,

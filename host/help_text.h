@@ -20,6 +20,7 @@ what changed. Reads GraphML, DOT, CycloneDX, dependency-cruiser's JSON and JGF.
       --report FORMAT=FILE   write this form too; may be repeated
   -q, --quiet                write nothing, answer by exit status
       --color WHEN           auto, always, never
+      --no-pager             on a terminal: all at once
       --no-filter            show properties too, and all that is unchanged
       --filter NAME          show less: nonstructural (the default), unchanged
       --fail-on WHICH        what makes the status 1: any, structural, none

@@ -40,6 +40,7 @@ struct Options {
     When colour = When::automatic;
     When progress = When::automatic;
     bool quiet = false;
+    bool pager = true;  ///< where a text report goes to a terminal
 };
 
 }  // namespace depcompare

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <csignal>
-#include <cstdlib>
 #include <exception>
 #include <functional>
 #include <list>
@@ -20,6 +19,7 @@
 
 #include "command_line.h"
 #include "output.h"
+#include "pager.h"
 #include "progress.h"
 #include "readers/input.h"
 #include "readers/load_graphs.h"
@@ -44,9 +44,9 @@ enum ExitStatus : int { noDifference = 0, someDifference = 1, trouble = 2 };
 
 std::string localeOfEnvironment() {
     for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-        const char* value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe): nobody writes it.
-        if (value != nullptr && *value != '\0') {
-            return value;
+        const auto value = environment(name);
+        if (value && !value->empty()) {
+            return std::string(*value);
         }
     }
     return {};
@@ -143,6 +143,17 @@ void deliver(const Options& options, const std::function<void(Output&)>& write) 
     file.commit();
 }
 
+bool showPaged(const Report& report, const Options& options) {
+    if (!options.pager || options.outputFile || options.format != Format::text ||
+        !isTerminal(STDOUT_FILENO)) {
+        return false;
+    }
+    const auto command = pagerCommand();
+    return command && showInPager(*command, [&](Output& output) {
+               writeReport(report, options.format, options, styleOfOutput(options), output);
+           });
+}
+
 void deliverReports(const Report& report, const Options& options) {
     std::list<OutputFile> files;  // they take their names when everything is written
     for (const auto& [format, path] : options.reports) {
@@ -151,9 +162,11 @@ void deliverReports(const Report& report, const Options& options) {
         writeReport(report, format, options, {}, output);
         output.flush();
     }
-    deliver(options, [&](Output& output) {
-        writeReport(report, options.format, options, styleOfOutput(options), output);
-    });
+    if (!showPaged(report, options)) {
+        deliver(options, [&](Output& output) {
+            writeReport(report, options.format, options, styleOfOutput(options), output);
+        });
+    }
     for (OutputFile& file : files) {
         file.commit();
     }

@@ -8,14 +8,10 @@
 
 namespace depcompare {
 
-namespace {
-
-std::string_view environment(const char* name) {
+std::optional<std::string_view> environment(const char* name) {
     const char* value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe): nobody writes it.
-    return value == nullptr ? std::string_view() : value;
+    return value == nullptr ? std::nullopt : std::optional<std::string_view>(value);
 }
-
-}  // namespace
 
 bool isTerminal(int file) {
     return ::isatty(file) == 1;
@@ -39,7 +35,14 @@ bool wantsColours(When when, bool terminal) {
         case When::automatic:
             break;
     }
-    return terminal && environment("NO_COLOR").empty() && environment("TERM") != "dumb";
+    if (!environment("NO_COLOR").value_or("").empty()) {
+        return false;
+    }
+    if (environment("CLICOLOR_FORCE").value_or("0") != "0") {
+        return true;
+    }
+    const bool shown = terminal || environment("GIT_PAGER_IN_USE").has_value();
+    return shown && environment("TERM") != "dumb";
 }
 
 }  // namespace depcompare

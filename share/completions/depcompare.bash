@@ -23,7 +23,7 @@ _depcompare() {
         *)
             [[ $word == -* ]] || return
             choices='-f --format -o --output --report --max-bytes -q --quiet --locale --color
-                --progress --filter --no-filter --fail-on --input-format --list-formats --node-id
+                --progress --no-pager --filter --no-filter --fail-on --input-format --list-formats --node-id
                 --file-type --max-input-bytes --max-nesting --max-nodes --max-edges
                 --max-text-bytes --convert --textconv --git -h --help --help-all --version'
             ;;

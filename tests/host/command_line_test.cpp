@@ -120,6 +120,7 @@ TEST(ParseCommandLine, theWordsOfGitNameFilesAndPaths) {
         EXPECT_EQ(options.names, names);
         EXPECT_EQ(options.failOn, FailOn::none);
         EXPECT_TRUE(options.reading.emptyInputs);
+        EXPECT_EQ(options.pager, words.size() == 2);
         EXPECT_TRUE(options.filters.empty());
         EXPECT_FALSE(options.quiet || options.outputFile);
     }

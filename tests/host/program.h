@@ -47,6 +47,14 @@ class Program : public testing::Test {
     [[nodiscard]] Outcome run(const std::string& arguments) const {
         return shell("$P " + arguments);
     }
+    // The output is what the terminal got.
+    [[nodiscard]] Outcome onTerminal(const std::string& environment,
+                                     const std::string& arguments) const {
+        fs::remove(folder_ / "paged");
+        write("command", "unset DEPCOMPARE_PAGER PAGER LESS; export TERM=xterm; " + environment +
+                             " $P " + arguments + "\n");
+        return shell("script --quiet --return --command 'sh ./command' /dev/null </dev/null");
+    }
     void write(const std::string& name, const std::string& content) const {
         std::ofstream(folder_ / name) << content;
     }

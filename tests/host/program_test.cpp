@@ -235,6 +235,76 @@ TEST_F(Program, coloursAndProgressAppearWhereTheyAreWanted) {
     EXPECT_EQ(run("-q --progress always " + pair).error, "");
 }
 
+TEST_F(Program, theEnvironmentDecidesAboutColours) {
+    const std::tuple<const char*, const char*, bool> cases[] = {
+        {"CLICOLOR_FORCE=1", "", true},
+        {"CLICOLOR_FORCE=0", "", false},
+        {"CLICOLOR_FORCE=1 NO_COLOR=1", "", false},
+        {"CLICOLOR_FORCE=1 NO_COLOR=", "", true},
+        {"CLICOLOR_FORCE=1", "--color never ", false},
+        {"NO_COLOR=1", "--color always ", true},
+        {"TERM=xterm GIT_PAGER_IN_USE=true", "", true},
+        {"TERM=dumb GIT_PAGER_IN_USE=true", "", false},
+    };
+    for (const auto& [environment, options, coloured] : cases) {
+        const Outcome outcome = shell(std::string("export ") + environment + "; $P " + options +
+                                      "'" + older + "' '" + newer + "'");
+        EXPECT_EQ(outcome.output.find('\x1b') != std::string::npos, coloured)
+            << environment << ' ' << options;
+    }
+}
+
+TEST_F(Program, aPagerShowsTextOnATerminal) {
+    struct Case {
+        const char* environment;
+        const char* options;
+        const char* paged;  // first word that the pager got; none where it was not asked
+        bool direct;        // whether the terminal got the report
+    };
+    const Case cases[] = {
+        {"DEPCOMPARE_PAGER='cat >paged' PAGER=false", "", "Comparing", false},
+        {"PAGER='cat >paged'", "", "Comparing", false},
+        {"PAGER='echo $LESS >paged'", "", "FRX", false},
+        {"LESS=i PAGER='echo $LESS >paged'", "", "i", false},
+        {"PAGER='cat >paged' DEPCOMPARE_PAGER=", "", "", true},
+        {"PAGER='cat >paged' DEPCOMPARE_PAGER=cat", "", "", true},
+        {"PAGER='cat >paged' TERM=dumb", "", "", true},
+        {"PAGER='cat >paged'", "--no-pager ", "", true},
+        {"PAGER='cat >paged'", "-f summary ", "", true},
+        {"PAGER='cat >paged'", "-q ", "", false},
+        {"PAGER='cat >paged'", "-o file ", "", false},
+        {"PAGER='nowhere >paged'", "", "", true},
+        {"PAGER='cat >paged'", "--fail-on any --git ", "Comparing", false},
+    };
+    for (const auto& [environment, options, paged, direct] : cases) {
+        const std::string about = std::string(environment) + ' ' + options;
+        const Outcome outcome =
+            onTerminal(environment, options + ("'" + older + "' '" + newer + "'"));
+        EXPECT_EQ(outcome.status, 1) << about << outcome.output;
+        std::istringstream shown(contentOf(folder_ / "paged"));
+        std::string word;
+        shown >> word;
+        EXPECT_EQ(word, paged) << about;
+        EXPECT_EQ(outcome.output.find("Graph properties") != std::string::npos, direct) << about;
+    }
+}
+
+TEST_F(Program, whoLeavesThePagerEarlyHasSeenEnough) {
+    const std::string pair =
+        "--no-filter '" EXAMPLES "/redis-6.2.0.graphml' '" EXAMPLES "/redis-7.4.0.graphml'";
+    for (const char* pager : {"true", "head -n 1", "exit 3"}) {
+        const Outcome outcome = onTerminal("PAGER='" + std::string(pager) + "'", pair);
+        EXPECT_EQ(outcome.status, 1) << pager;
+        EXPECT_EQ(outcome.output.find("depcompare: "), std::string::npos) << outcome.output;
+    }
+}
+
+TEST_F(Program, withoutATerminalThereIsNoPager) {
+    EXPECT_EQ(shell("PAGER='cat >paged' $P '" + older + "' '" + newer + "'").output.substr(0, 9),
+              "Comparing");
+    EXPECT_FALSE(fs::exists(folder_ / "paged"));
+}
+
 TEST_F(Program, theLocaleComesFromTheOptionThenFromTheEnvironment) {
     const std::string command = "$P -f json '" + older + "' '" + older + "' | head -c 100";
     const std::pair<const char*, const char*> cases[] = {
