@@ -126,7 +126,6 @@ void cutGroups(SideIndex& side, Number file, std::span<const FoundLink> links) {
             continue;
         }
         side.links.push_back(link.dependency);
-        ++side.groups.back().count;
     }
 }
 

@@ -21,7 +21,6 @@ struct GroupRecord {
     Number file = 0;
     Number downstream = 0;  ///< node number
     Number first = 0;       ///< the place of the first of its dependencies in `SideIndex::links`
-    Number count = 0;       ///< how many there are
 };
 
 using Link = const std::shared_ptr<graph::Dependency>*;
@@ -36,7 +35,7 @@ struct SideIndex {
     Number fileCount = 0;
     std::vector<Number> rankOf;       ///< by node number
     std::vector<Number> nodeAt;       ///< by rank; `none` where this side has no such node
-    std::vector<Link> links;          ///< by file, downstream rank, dependency ID; none twice
+    std::vector<Link> links;          ///< by group, then by dependency ID; none twice
     std::vector<GroupRecord> groups;  ///< by file, then by downstream rank
     std::vector<Number> firstGroup;   ///< by file, and one past the last
 
@@ -45,8 +44,11 @@ struct SideIndex {
     }
     [[nodiscard]] bool isFile(Number item) const { return item < fileCount; }
     [[nodiscard]] const GroupRecord& group(Number item) const { return groups[item - fileCount]; }
+    /// Requires: `group` stands in `groups`.
     [[nodiscard]] std::span<const Link> linksOf(const GroupRecord& group) const {
-        return std::span(links).subspan(group.first, group.count);
+        const bool isLast = &group == &groups.back();
+        return {links.data() + group.first,
+                links.data() + (isLast ? links.size() : std::size_t{(&group)[1].first})};
     }
     [[nodiscard]] Number itemOfGroup(Number group) const { return fileCount + group; }
     /// Returns: the file with this rank, or `none`.

@@ -47,7 +47,9 @@ std::vector<Pairing> pairByRank(const PairIndex& index) {
     const SideIndex& left = index[Side::left];
     const SideIndex& right = index[Side::right];
     std::vector<Pairing> pairings;
-    pairings.reserve(std::max(left.itemCount(), right.itemCount()));
+    // Most items have a pair; growing beyond would double what is taken.
+    const auto [fewer, more] = std::minmax({left.itemCount(), right.itemCount()});
+    pairings.reserve(std::size_t{more} + fewer / 8);
     for (Number file = 0; file < left.fileCount; ++file) {
         pairFile(index, {file, right.fileAt(left.rankOf[file])}, pairings);
     }

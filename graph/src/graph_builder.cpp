@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <map>
-#include <unordered_set>
+#include <unordered_map>
 
+#include <boost/functional/hash.hpp>
 #include <boost/locale/encoding_utf.hpp>
 
+#include "distinct_ids.h"
 #include "storage.h"
 
 namespace dependency::graph {
@@ -27,9 +29,10 @@ struct GraphBuilder::State {
     std::shared_ptr<NodeStorage> nodes = std::make_shared<NodeStorage>();
     std::shared_ptr<DependencyStorage> dependencies = std::make_shared<DependencyStorage>();
     std::map<TypeKey, const Type*> typeByContent;
-    std::map<ComponentKey, const Component*> componentByContent;
-    std::unordered_set<std::u16string_view> nodeIDs;
-    std::unordered_set<std::u16string_view> dependencyIDs;
+    std::unordered_map<ComponentKey, const Component*, boost::hash<ComponentKey>>
+        componentByContent;
+    DistinctIDs nodeIDs;
+    DistinctIDs dependencyIDs;
     std::vector<Property> properties;
     boost::posix_time::ptime timeStamp;
 
@@ -116,16 +119,16 @@ std::shared_ptr<Node> GraphBuilder::addNode(std::u16string id, std::u16string na
                                             const std::shared_ptr<const Type>& type,
                                             std::vector<Property> properties) {
     state_->check(type, id);
-    if (state_->nodeIDs.contains(id)) {
+    auto& nodes = *state_->nodes;
+    if (state_->nodeIDs.contain(id, nodes.objects)) {
         throw GraphBuildError("second node with one ID", std::move(id));
     }
     if (hasKeyTwice(properties)) {
         throw GraphBuildError("node with a property key given twice", std::move(id));
     }
-    auto& nodes = *state_->nodes;
     Node& added = nodes.emplace(std::move(id), std::move(name), *type, std::move(properties));
     try {
-        state_->nodeIDs.insert(added.getID());
+        state_->nodeIDs.add(added.getID());
     } catch (...) {
         nodes.objects.pop_back();
         throw;
@@ -145,14 +148,14 @@ std::shared_ptr<Dependency> GraphBuilder::addDependency(
     for (const auto& component : {std::cref(upstreamComponent), std::cref(downstreamComponent)}) {
         state_->check(component.get(), id);
     }
-    if (state_->dependencyIDs.contains(id)) {
+    auto& dependencies = *state_->dependencies;
+    if (state_->dependencyIDs.contain(id, dependencies.objects)) {
         throw GraphBuildError("second dependency with one ID", std::move(id));
     }
-    auto& dependencies = *state_->dependencies;
     Dependency& added = dependencies.emplace(std::move(id), *upstream, *downstream, *type,
                                              *upstreamComponent, *downstreamComponent);
     try {
-        state_->dependencyIDs.insert(added.getID());
+        state_->dependencyIDs.add(added.getID());
     } catch (...) {
         dependencies.objects.pop_back();
         throw;

@@ -86,6 +86,23 @@ TEST_F(GraphBuilderTest, refusalsNameTheIdAndLeaveTheBuilderUsable) {
     EXPECT_EQ(idsOf(*builder.finish()), u"a:1 n:2 ");
 }
 
+TEST_F(GraphBuilderTest, refusesARepeatedIdWhateverTheOrderOfIds) {
+    for (const std::u16string id : {u"c", u"e", u"b", u"f", u"d"}) {
+        const auto node = builder.addNode(id, u"", file);
+        builder.addDependency(id, node, a, call, whole, whole);
+        for (const std::u16string known : {u"a", u"c", u"e", u"b", u"f", u"d"}) {
+            EXPECT_THROW(builder.addNode(known, u"", file), GraphBuildError);
+            const std::u16string dependency = known == u"a" ? u"1" : known;
+            EXPECT_THROW(builder.addDependency(dependency, a, a, call, whole, whole),
+                         GraphBuildError);
+            if (known == id) {
+                break;
+            }
+        }
+    }
+    EXPECT_EQ(idsOf(*builder.finish()), u"a:1 c:c e:e b:b f:f d:d ");
+}
+
 TEST_F(GraphBuilderTest, startsAnewAfterFinishing) {
     builder.setProperty(u"k", u"v");
     const auto first = builder.finish();
