@@ -23,9 +23,9 @@ struct Heap {
 
 Heap heap;
 
-// With the allocator's own word in front of each block.
+// What a block takes of the memory: jemalloc rounds sizes up and keeps nothing beside the block.
 std::ptrdiff_t sizeOf(void* block) {
-    return static_cast<std::ptrdiff_t>(malloc_usable_size(block) + sizeof(std::size_t));
+    return static_cast<std::ptrdiff_t>(malloc_usable_size(block));
 }
 
 std::size_t readStatus(std::string_view field) {

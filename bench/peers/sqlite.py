@@ -2,11 +2,12 @@
 
 In memory before the clock starts: a database with two tables a side; files have their ID as primary
 key, so its index is there already.
-Timed: the groups of each side into a table with both ends as key, tables of the pairs with what
+Timed: the groups of each side into a table with both ends as key, lists of the pairs with what
 became of each, and counts.
 """
 
 import sqlite3
+from collections import Counter
 
 import peer
 
@@ -18,10 +19,9 @@ def listed(columns, text, separator=", "):
     return separator.join(text.format(column) for column in columns)
 
 
-def edits(table, key, content):
-    """A table of pairs."""
+def pairs(table, key, content):
+    """A query for the pairs; the last column says what became of each."""
     return f"""
-CREATE TEMP TABLE {table}_pairs AS
 SELECT {listed(key, "l.{0} AS left_{0}, r.{0} AS right_{0}")},
        CASE WHEN r.{key[0]} IS NULL THEN 'removed' WHEN l.{key[0]} IS NULL THEN 'added'
             WHEN ({listed(content, "l.{}")}) = ({listed(content, "r.{}")}) THEN 'unchanged'
@@ -61,10 +61,10 @@ def work(database):
         database.execute(f"CREATE TEMP TABLE {side}_groups (upstream, downstream, content,"
                          " PRIMARY KEY (upstream, downstream)) WITHOUT ROWID")
         database.execute(groups(side))
-    database.execute(edits("files", ("id",), FILES))
-    database.execute(edits("groups", ("upstream", "downstream"), ("content",)))
-    return [dict(database.execute(f"SELECT edit, count(*) FROM {table}_pairs GROUP BY edit"))
-            for table in ("files", "groups")]
+    queries = (pairs("files", ("id",), FILES),
+               pairs("groups", ("upstream", "downstream"), ("content",)))
+    return [Counter(pair[-1] for pair in database.execute(query).fetchall())
+            for query in queries]
 
 
 if sqlite3.sqlite_version_info < (3, 39):

@@ -1,5 +1,6 @@
 """Puts the last results into the page about performance; nobody types a figure there."""
 
+import json
 import shutil
 from pathlib import Path
 
@@ -66,6 +67,12 @@ def large_table(rows):
                   "its time"), lines)
 
 
+def profile_table(path):
+    profile = json.loads(path.read_text(encoding="utf-8"))
+    return table((f"compareGraphs, {profile['files']:,} files a side", "CPU time"),
+                 [(name, f"{share:.0%}") for name, share in profile["parts"]])
+
+
 def entries_of(rows, files):
     """From two figures of one measure."""
     seconds = results.find(rows, "compareGraphs", files)["value"]
@@ -86,6 +93,9 @@ def fill(build):
         text = replaced(text, "large", large_table(rows))
         shutil.copyfile(build / "scale.svg", PAGE.parent / "scale.svg")
         filled.append("scale.json")
+    if (build / "profile.json").exists():
+        text = replaced(text, "profile", profile_table(build / "profile.json"))
+        filled.append("profile.json")
     if not filled:
         raise measures.Failed(f"{build} has no results; measure first")
     PAGE.write_text(text, encoding="utf-8")

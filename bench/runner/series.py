@@ -59,11 +59,15 @@ class Bench:
 
     def take(self, measure, files, *options):
         if measure.command:
-            command = [*measure.command, self.folder, files]
+            command = [*measure.command, self.folder, files, *measure.options]
         else:
             command = [self.program.resolve(), measure.name, "--files", files, "--folder",
                        self.folder, *options]
         return json.loads(measures.run(command, cwd=measure.folder))
+
+    def take_under(self, observer, measure, files):
+        """Runs a measure of ours below another program."""
+        measures.run([*observer, self.program, measure, "--files", files])
 
     def take_series(self, wanted, files, runs):
         """`runs(measure)` tells how many processes a measure gets."""
