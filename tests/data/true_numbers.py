@@ -124,11 +124,11 @@ def named(path):
 
 
 def purls(path):
-    document = json.loads(gzip.open(path).read())
+    document = json.loads(gzip.open(path).read() if path.suffix == ".gz" else path.read_text())
     return document, [document["metadata"]["component"], *document["components"]]
 
 
-def cyclonedx(old, new):
+def cyclonedx(old, new, by_reference=False):
     """Package URL without version where unique in both files, else whole, else the reference."""
     sides = [purls(path) for path in (old, new)]
     bare = [collections.Counter(c["purl"].rpartition("@")[0] for c in parts) for _, parts in sides]
@@ -139,7 +139,8 @@ def cyclonedx(old, new):
         for part in parts:
             url = part["purl"]
             short = url.rpartition("@")[0]
-            name = (short if all(side[short] <= 1 for side in bare) else
+            name = (part["bom-ref"] if by_reference else
+                    short if all(side[short] <= 1 for side in bare) else
                     url if all(side[url] <= 1 for side in whole) else part["bom-ref"])
             ids[part["bom-ref"]] = name
             graph.file(name, {k: v for k, v in part.items() if k != "bom-ref"})
@@ -178,6 +179,10 @@ def main():
             ("jdeps", "notes", "dot", named)]:
         files = [f"{folder}/{name}-{version}.{ending}" for version in ("1.0", "1.1")]
         numbers.append(pair(*files, [read(HERE / file) for file in files]))
+    npm = ["npm/notes-1.0.cdx.json", "npm/notes-1.1.cdx.json"]
+    for option, by_reference in [("", False), ("--node-id id", True)]:
+        graphs = cyclonedx(*(HERE / file for file in npm), by_reference)
+        numbers.append(pair(*npm, graphs, option))
     mocha = ["mocha-9.2.2.cdx.json.gz", "mocha-10.8.2.cdx.json.gz"]
     numbers.append(pair(*(f"../../examples/{file}" for file in mocha),
                         cyclonedx(*(EXAMPLES / file for file in mocha))))
