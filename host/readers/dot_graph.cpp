@@ -6,6 +6,7 @@
 #include <limits>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -20,6 +21,7 @@ struct Watch {
     std::string messages;
     std::size_t edges = 0;
     std::size_t mostEdges = 0;
+    ForgottenNames forgotten;
 };
 
 // Guarded by the lock.
@@ -45,6 +47,15 @@ Result limitedMap(void* state, int kind, char* text, IDTYPE* id, Rest... rest) {
     return AgIdDisc.map(state, kind, text, id, rest...);
 }
 
+// The library still knows every name when it has made the object.
+void noteName(void* /*state*/, int kind, void* object) {
+    if (kind == AGNODE) {
+        if (const std::string_view name = agnameof(object); name.starts_with('%')) {
+            watch.forgotten.emplace(object, name);
+        }
+    }
+}
+
 int readPiece(void* bytes, char* target, int size) {
     return static_cast<DotBytes*>(bytes)->read(target, size);
 }
@@ -54,6 +65,7 @@ Agdisc_t& disciplines() {
     static Agiddisc_t ids = [] {
         Agiddisc_t limited = AgIdDisc;
         limited.map = limitedMap;
+        limited.idregister = noteName;
         return limited;
     }();
     static Agiodisc_t files = [] {
@@ -68,7 +80,7 @@ Agdisc_t& disciplines() {
 class Session {
   public:
     explicit Session(const Limits& limits) : former_(agseterrf(noteMessage)) {
-        watch = {.messages = {}, .edges = 0, .mostEdges = limits.edges};
+        watch = {.messages = {}, .edges = 0, .mostEdges = limits.edges, .forgotten = {}};
         agreseterrors();
         agsetfile(nullptr);
     }
@@ -112,6 +124,7 @@ DotGraph::DotGraph(Input& input) : lock_(libraryMutex()) {
     const Session session(input.limits());
     DotBytes bytes(input);
     graph_.reset(agread(&bytes, &disciplines()));
+    forgotten_ = std::move(watch.forgotten);
     // What is behind the graph stays in the library until it has met the end.
     bool several = false;
     while (Agraph_t* further = agread(&bytes, &disciplines())) {
@@ -124,6 +137,11 @@ DotGraph::DotGraph(Input& input) : lock_(libraryMutex()) {
         throw InputError(input.name(), 0,
                          several ? "more than one graph in the file" : "no graph in the file");
     }
+}
+
+std::string_view DotGraph::nameOf(Agnode_t* node) const {
+    const auto forgotten = forgotten_.find(node);
+    return forgotten == forgotten_.end() ? std::string_view(agnameof(node)) : forgotten->second;
 }
 
 }  // namespace depcompare

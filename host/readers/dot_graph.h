@@ -2,12 +2,18 @@
 // A graph as libcgraph parses it.
 #include <memory>
 #include <mutex>
+#include <string>
+#include <string_view>
+#include <unordered_map>
 
 #include <cgraph.h>
 
 #include "readers/input.h"
 
 namespace depcompare {
+
+/// The names that the library forgets: it takes a name that begins with % for one that it made up.
+using ForgottenNames = std::unordered_map<const void*, std::string>;
 
 /// Holds the graph, and the lock without which the library must not be used.
 class DotGraph {
@@ -17,6 +23,8 @@ class DotGraph {
     explicit DotGraph(Input& input);
 
     [[nodiscard]] Agraph_t* get() const noexcept { return graph_.get(); }
+    /// Returns: the name that the file gives to the node; valid as long as this graph.
+    [[nodiscard]] std::string_view nameOf(Agnode_t* node) const;
 
   private:
     struct Close {
@@ -25,6 +33,7 @@ class DotGraph {
 
     std::unique_lock<std::mutex> lock_;
     std::unique_ptr<Agraph_t, Close> graph_;
+    ForgottenNames forgotten_;
 };
 
 }  // namespace depcompare

@@ -91,7 +91,7 @@ class DOTReader {
             });
             described += hasOwn ? 1 : 0;
             if (!hasOwn && agdegree(graph_, node, 1, 1) != 0) {
-                bare.emplace_back(agnameof(node));
+                bare.emplace_back(dot_.nameOf(node));
             }
             readNode(node, attributes);
         }
@@ -131,7 +131,7 @@ class DOTReader {
 
     // jdeps names the archive behind a package where it is needed, and not where it needs others.
     std::string idOf(Agnode_t* node) const {
-        std::string id = agnameof(node);
+        std::string id(dot_.nameOf(node));
         if (const std::string archive = fmt::format(" ({})", agnameof(graph_));
             id.size() > archive.size() && id.ends_with(archive)) {
             id.resize(id.size() - archive.size());
@@ -172,7 +172,8 @@ class DOTReader {
         std::pair head{aghead(edge), std::string(portName(values["headport"]))};
         if (agisdirected(graph_) == 0) {
             sink_.fail(fmt::format("undirected edge between {} and {}",
-                                   inQuotes(agnameof(tail.first)), inQuotes(agnameof(head.first))));
+                                   inQuotes(dot_.nameOf(tail.first)),
+                                   inQuotes(dot_.nameOf(head.first))));
         }
         const std::string type = typeOf(values);
         const std::string& direction = values["dir"];
@@ -213,7 +214,7 @@ class DOTReader {
     void offerLabels() {
         std::vector<std::string_view> ids;
         for (const auto& [node, named] : nodes_) {
-            ids.emplace_back(agnameof(node));
+            ids.emplace_back(dot_.nameOf(node));
         }
         if (!lookPositional(ids)) {
             return;

@@ -23,6 +23,9 @@ TEST(DOTReader, everyNodeIsAFileNamedByItsLabel) {
          "label=L\nowner=x\na \"a.c\" [file] URL=u team=t\nb \"B<\" [file] team=none\n"},
         {"subgraphs are flat", "digraph g { subgraph s { x=1; a } subgraph { b -> a } }",
          "name=g\na \"a\" [file]\nb \"b\" [file]\n0000000 b -> a [depends]\n"},
+        {"names that look made up", "digraph { \"%1\" -> \"%\"; subgraph \"%s\" { \"%1\" -> a } }",
+         "% \"%\" [file]\n%1 \"%1\" [file]\na \"a\" [file]\n"
+         "0000000 %1 -> % [depends]\n0000001 %1 -> a [depends]\n"},
         {"nothing", "digraph {}", ""},
     });
 }
