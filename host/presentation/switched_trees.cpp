@@ -68,9 +68,16 @@ std::vector<ParameterTable> tablesOf(const PresentedTree::ViewModel& viewModel) 
 }
 
 SwitchedTrees::SwitchedTrees(
-    const std::shared_ptr<const dependency::comparisons::GraphComparison>& comparison) {
+    const std::shared_ptr<const dependency::comparisons::GraphComparison>& comparison,
+    const PresentedTree& known) {
+    const std::size_t placeOfKnown = placeOfChoice(known.filters());
     for (const EnabledFilters& filters : allChoicesOfFilters()) {
-        trees_.push_back(std::make_unique<PresentedTree>(comparison, filters));
+        if (trees_.size() == placeOfKnown) {
+            trees_.push_back(&known);
+        } else {
+            made_.push_back(std::make_unique<PresentedTree>(comparison, filters));
+            trees_.push_back(made_.back().get());
+        }
     }
 }
 

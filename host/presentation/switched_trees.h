@@ -33,22 +33,24 @@ class SwitchedTrees {
   public:
     using Match = PresentedTree::Match;
 
-    /// Requires: `comparison` non-null.
-    explicit SwitchedTrees(
-        const std::shared_ptr<const dependency::comparisons::GraphComparison>& comparison);
+    /// `known` serves for its own choice of filters, with all that it has counted already.
+    ///
+    /// Requires: `comparison` non-null, `known` a tree of it.
+    /// Lifetime: `known` outlives this.
+    SwitchedTrees(const std::shared_ptr<const dependency::comparisons::GraphComparison>& comparison,
+                  const PresentedTree& known);
 
     /// Returns: a tree for each choice of filters, the one without any first. Entries have the same
     ///          places in all of them.
-    [[nodiscard]] const std::vector<std::unique_ptr<const PresentedTree>>& trees() const {
-        return trees_;
-    }
+    [[nodiscard]] const std::vector<const PresentedTree*>& trees() const { return trees_; }
     [[nodiscard]] const PresentedTree& unfiltered() const { return *trees_.front(); }
 
     [[nodiscard]] Choices choicesThatShow(std::size_t entry) const;
     [[nodiscard]] SwitchedDetail detail(std::size_t entry) const;
 
   private:
-    std::vector<std::unique_ptr<const PresentedTree>> trees_;
+    std::vector<std::unique_ptr<const PresentedTree>> made_;
+    std::vector<const PresentedTree*> trees_;
 };
 
 }  // namespace depcompare

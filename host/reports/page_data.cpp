@@ -235,7 +235,7 @@ void writeHead(const Report& report, const SwitchedTrees& trees, const EntryTabl
 }  // namespace
 
 void writePageData(const Report& report, Output& output) {
-    const SwitchedTrees trees(report.comparison);
+    const SwitchedTrees trees(report.comparison, *report.tree);
     PageDetails details(trees, output);
     for (std::size_t entry = 0; entry < trees.unfiltered().entries().size(); ++entry) {
         details.add(entry);

@@ -71,7 +71,7 @@ std::vector<std::string> rowsOf(const PresentedTree& tree, std::size_t entry) {
 
 TEST(SwitchedTrees, everyChoiceShowsTheEntriesAndRowsOfItsOwnTree) {
     const Report report = compare(older(), newer());
-    const SwitchedTrees trees(report.comparison);
+    const SwitchedTrees trees(report.comparison, *report.tree);
     const auto choices = allChoicesOfFilters();
     ASSERT_EQ(choices.size(), 4U);
     for (std::size_t choice = 0; choice < choices.size(); ++choice) {
