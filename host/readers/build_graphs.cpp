@@ -5,12 +5,13 @@
 #include <numeric>
 #include <span>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include <dependency/graph/graph_builder.h>
 #include <fl/i18n/ustring.h>
+#include <tsl/robin_map.h>
+#include <boost/functional/hash.hpp>
 
 #include "readers/both_sides.h"
 #include "readers/check_drafts.h"
@@ -107,8 +108,8 @@ class DraftBuilder {
         return type;
     }
 
-    const std::shared_ptr<const Component>& component(std::uint32_t name, std::uint32_t typeRank) {
-        auto& component = components_[std::uint64_t{name} << 32U | typeRank];
+    std::shared_ptr<const Component> component(std::uint32_t name, std::uint32_t typeRank) {
+        auto& component = components_[{name, typeRank}];
         if (!component) {
             component = builder_.component(texts_.texts[name], type(typeRank));
         }
@@ -195,8 +196,10 @@ class DraftBuilder {
     Ranking texts_;
     Ranking nodeIDs_;
     GraphBuilder builder_;
-    std::vector<std::shared_ptr<const Type>> types_;  // by rank
-    std::unordered_map<std::uint64_t, std::shared_ptr<const Component>> components_;
+    std::vector<std::shared_ptr<const Type>> types_;              // by rank
+    using NameAndType = std::pair<std::uint32_t, std::uint32_t>;  // by rank
+    tsl::robin_map<NameAndType, std::shared_ptr<const Component>, boost::hash<NameAndType>>
+        components_;
     std::vector<std::shared_ptr<Node>> nodes_;  // by rank
     std::size_t files_ = 0;
 };

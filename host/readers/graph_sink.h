@@ -6,9 +6,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
+
+#include <tsl/robin_map.h>
 
 #include "readers/graph_draft.h"
 #include "readers/limits.h"
@@ -79,6 +80,11 @@ class GraphSink {
         bool isDefault = false;
     };
 
+    using NumberedTexts =
+        tsl::robin_map<std::string_view, std::uint32_t, std::hash<std::string_view>,
+                       std::equal_to<>, std::allocator<std::pair<std::string_view, std::uint32_t>>,
+                       true>;
+
     [[nodiscard]] std::size_t line() const { return currentLine_ ? currentLine_() : 0; }
     [[noreturn]] void failForNodes() const;
     void checkText(std::string_view text) const;
@@ -94,8 +100,8 @@ class GraphSink {
     GraphDraft draft_;
     Limits limits_;
     CurrentLine currentLine_;
-    std::unordered_map<std::string_view, TextNumber> textNumbers_;
-    std::unordered_map<std::string_view, NodeNumber> nodeNumbers_;
+    NumberedTexts textNumbers_;
+    NumberedTexts nodeNumbers_;      // by ID
     std::vector<NodeState> states_;  // by node number
     std::vector<GraphProperty> graphProperties_;
     std::optional<std::string> defaultName_;
