@@ -62,6 +62,10 @@ class OutputFile {
     /// Without a commit nothing stays.
     ~OutputFile();
 
+    [[nodiscard]] const std::string& path() const noexcept { return path_; }
+    /// Requires: no commit yet.
+    [[nodiscard]] bool isRegular() const noexcept { return !temporary_.empty(); }
+
     void write(std::string_view text) { writeAll(file_, path_, text); }
     void commit();
 

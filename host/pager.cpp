@@ -133,7 +133,7 @@ std::optional<std::string> pagerCommand() {
 
 bool showInPager(const std::string& command, const std::function<void(Output&)>& write) {
     // Colours come through, and less than a page stays on the screen; others' wishes hold.
-    ::setenv("LESS", "FRX", 0);  // NOLINT(concurrency-mt-unsafe): there is one thread by now.
+    ::setenv("LESS", "FRX", 0);  // NOLINT(concurrency-mt-unsafe): no other thread reads it.
     Pager pager(command);
     Output output([&](std::string_view text) { pager.write(text); });
     try {

@@ -2,8 +2,12 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <system_error>
+#include <utility>
 
+#include <fl/i18n/ustring.h>
 #include <fmt/format.h>
 
 #include "output.h"
@@ -18,6 +22,7 @@ using std::chrono::milliseconds;
 
 constexpr milliseconds moment(600);
 constexpr milliseconds interval(200);
+constexpr std::size_t usualColumns = 80;
 
 }  // namespace
 
@@ -31,30 +36,49 @@ Progress::Progress(When when)
     }
 }
 
-Progress::~Progress() = default;
+Progress::~Progress() {
+    renewal_ = {};
+    clear();
+}
 
-void Progress::stage(const std::string& name) {
+void Progress::stage(std::string_view name) {
     const std::lock_guard lock(mutex_);
-    stage_ = visible(name);
+    stage_ = visible(fl::i18n::utf8_to_ustring(name));
+    isNew_ = true;
+    changed_.notify_one();
     if (shown_ && !onTerminal_) {
-        write(fmt::format("depcompare: {}\n", stage_));
+        write(fmt::format("depcompare: {}\n", fl::i18n::ustring_to_utf8(stage_)));
+    }
+}
+
+void Progress::clear() {
+    const std::lock_guard lock(mutex_);
+    stage_.clear();
+    if (std::exchange(isDrawn_, false)) {
+        write("\r\x1b[K");
     }
 }
 
 void Progress::renew(const std::stop_token& stop, milliseconds patience) {
     const auto begin = std::chrono::steady_clock::now();
     std::unique_lock lock(mutex_);
-    const auto never = [] { return false; };
-    stopped_.wait_for(lock, stop, patience, never);
-    if (stop.stop_requested()) {
+    changed_.wait_for(lock, stop, patience, [] { return false; });
+    while (!stop.stop_requested()) {
+        draw(std::chrono::steady_clock::now() - begin);
+        changed_.wait_for(lock, stop, interval, [this] { return std::exchange(isNew_, false); });
+    }
+}
+
+void Progress::draw(std::chrono::duration<double> elapsed) {
+    if (stage_.empty()) {
         return;
     }
-    while (!stop.stop_requested()) {
-        const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - begin;
-        write(fmt::format("\r{} ({:.1f} s)\x1b[K", stage_, elapsed.count()));
-        stopped_.wait_for(lock, stop, interval, never);
-    }
-    write("\r\x1b[K");
+    const std::string time = fmt::format(" ({:.1f} s)", elapsed.count());
+    // A line that wraps cannot be wiped, and one that is full may wrap.
+    const std::size_t columns = terminalColumns(STDERR_FILENO).value_or(usualColumns) - 1;
+    const auto name = shortened(stage_, columns - std::min(columns, time.size()));
+    write(fmt::format("\r{}{}\x1b[K", fl::i18n::ustring_to_utf8(name), time));
+    isDrawn_ = true;
 }
 
 void Progress::write(const std::string& text) const {

@@ -4,14 +4,18 @@
 #include <condition_variable>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <thread>
 
 #include "options.h"
 
 namespace depcompare {
 
-/// On a terminal the line is renewed in place and wiped at the end; automatically it appears there
-/// only, and only after a moment. Elsewhere every stage is a line of its own.
+/// On a terminal the line is renewed in place, no wider than the terminal, and wiped at the end;
+/// automatically it appears there only, and only after a moment. Elsewhere every stage is a line of
+/// its own.
+///
+/// Threads: `stage` and `clear` may be called by any.
 class Progress {
   public:
     explicit Progress(When when);
@@ -19,17 +23,22 @@ class Progress {
     Progress& operator=(const Progress&) = delete;
     ~Progress();
 
-    void stage(const std::string& name);
+    void stage(std::string_view name);
+    /// Takes the line away until the next stage, for whatever else the terminal is to show.
+    void clear();
 
   private:
     void renew(const std::stop_token& stop, std::chrono::milliseconds patience);
+    void draw(std::chrono::duration<double> elapsed);
     void write(const std::string& text) const;
 
     bool onTerminal_;
     bool shown_;
     std::mutex mutex_;
-    std::condition_variable_any stopped_;
-    std::string stage_;
+    std::condition_variable_any changed_;
+    std::u16string stage_;  // empty: no line
+    bool isNew_ = false;    // the stage, to the thread that draws
+    bool isDrawn_ = false;
     std::jthread renewal_;
 };
 

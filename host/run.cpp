@@ -5,8 +5,8 @@
 #include <array>
 #include <csignal>
 #include <exception>
-#include <functional>
 #include <list>
+#include <memory>
 #include <new>
 #include <string>
 #include <string_view>
@@ -18,21 +18,14 @@
 #include <fmt/format.h>
 
 #include "command_line.h"
+#include "deliver.h"
 #include "output.h"
-#include "pager.h"
 #include "progress.h"
 #include "readers/input.h"
 #include "readers/load_graphs.h"
-#include "reports/counts_table.h"
-#include "reports/json_report.h"
-#include "reports/markdown_report.h"
-#include "reports/page_report.h"
 #include "reports/report.h"
-#include "reports/text_report.h"
 #include "reports/visible_text.h"
 #include "terminal.h"
-#include "writers/jgf_writer.h"
-#include "writers/lines_writer.h"
 
 namespace depcompare {
 
@@ -65,10 +58,11 @@ void setLocale(const Options& options) {
     }
 }
 
-void warn(const LoadedGraph& input, const Options& options) {
+void warn(const LoadedGraph& input, const Options& options, Progress& progress) {
     if (options.quiet) {
         return;
     }
+    progress.clear();
     for (const std::string& warning : input.warnings) {
         writeAll(
             STDERR_FILENO, "standard error",
@@ -82,13 +76,12 @@ Input openInput(const Options& options, std::size_t side) {
                        options.reading.limits);
 }
 
-Report compare(const Options& options) {
-    Progress progress(options.quiet ? When::never : options.progress);
+Report compare(const Options& options, Progress& progress) {
     // Both are opened before either is read: a missing file must not wait for standard input.
     auto inputs = loadGraphs({openInput(options, 0), openInput(options, 1)}, options.reading,
-                             [&](const std::string& name) { progress.stage(name); });
+                             [&](std::string_view name) { progress.stage(name); });
     for (const LoadedGraph& input : inputs) {
-        warn(input, options);
+        warn(input, options, progress);
     }
     progress.stage("comparing");
     Report report = compareInputs(std::move(inputs), options.names, options.filters);
@@ -98,93 +91,11 @@ Report compare(const Options& options) {
     return report;
 }
 
-TextStyle styleOfOutput(const Options& options) {
-    const bool toScreen = !options.outputFile && isTerminal(STDOUT_FILENO);
-    return {.colours = wantsColours(options.colour, toScreen),
-            .columns = toScreen ? terminalColumns(STDOUT_FILENO) : std::nullopt};
-}
-
-void writeReport(const Report& report, Format format, const Options& options,
-                 const TextStyle& style, Output& output) {
-    switch (format) {
-        case Format::text:
-            writeTextReport(report, style, output);
-            break;
-        case Format::json:
-            writeJsonReport(report, output);
-            break;
-        case Format::html:
-            writePage(report, output);
-            break;
-        case Format::markdown:
-            writeMarkdownReport(report, options.mostBytes, output);
-            break;
-        case Format::summary:
-            writeCounts(report.summary, output);
-            break;
-    }
-}
-
-void writeToStandardOutput(std::string_view text) {
-    writeAll(STDOUT_FILENO, "standard output", text);
-}
-
-void deliver(const Options& options, const std::function<void(Output&)>& write) {
-    if (!options.outputFile) {
-        Output output(writeToStandardOutput);
-        write(output);
-        output.flush();
-        return;
-    }
-    OutputFile file(*options.outputFile);
-    Output output([&](std::string_view text) { file.write(text); });
-    write(output);
-    output.flush();
-    file.commit();
-}
-
-bool showPaged(const Report& report, const Options& options) {
-    if (!options.pager || options.outputFile || options.format != Format::text ||
-        !isTerminal(STDOUT_FILENO)) {
-        return false;
-    }
-    const auto command = pagerCommand();
-    return command && showInPager(*command, [&](Output& output) {
-               writeReport(report, options.format, options, styleOfOutput(options), output);
-           });
-}
-
-void deliverReports(const Report& report, const Options& options) {
-    std::list<OutputFile> files;  // they take their names when everything is written
-    for (const auto& [format, path] : options.reports) {
-        OutputFile& file = files.emplace_back(path);
-        Output output([&](std::string_view text) { file.write(text); });
-        writeReport(report, format, options, {}, output);
-        output.flush();
-    }
-    if (!showPaged(report, options)) {
-        deliver(options, [&](Output& output) {
-            writeReport(report, options.format, options, styleOfOutput(options), output);
-        });
-    }
-    for (OutputFile& file : files) {
-        file.commit();
-    }
-}
-
-void convert(const Options& options) {
-    const LoadedGraph input = loadGraph(openInput(options, 0), options.reading);
-    warn(input, options);
-    deliver(options, [&](Output& output) {
-        switch (*options.conversion) {
-            case GraphForm::jgf:
-                writeJGF(*input.graph, output);
-                break;
-            case GraphForm::lines:
-                writeLines(*input.graph, output);
-                break;
-        }
-    });
+void convert(const Options& options, Progress& progress) {
+    const LoadedGraph input = loadGraph(openInput(options, 0), options.reading,
+                                        [&](std::string_view name) { progress.stage(name); });
+    warn(input, options, progress);
+    deliverGraph(*input.graph, options, progress);
 }
 
 bool fails(const Report& report, FailOn failOn) {
@@ -199,22 +110,30 @@ bool fails(const Report& report, FailOn failOn) {
     return false;
 }
 
+// The system takes the memory of an ended process back faster than a large report could be taken
+// apart, so nobody does.
+const Report& keepToTheEnd(Report report) {
+    static auto& kept = *std::make_unique<std::list<Report>>().release();
+    return kept.emplace_back(std::move(report));
+}
+
 int perform(int argc, const char* const* argv) {
     const auto parsed = parseCommandLine(argc, argv);
     if (const auto* information = std::get_if<Information>(&parsed)) {
-        writeToStandardOutput(information->text);
+        writeAll(STDOUT_FILENO, "standard output", information->text);
         return noDifference;
     }
     const auto& options = std::get<Options>(parsed);
     setLocale(options);
     messages::registerMessages();
+    Progress progress(options.quiet ? When::never : options.progress);
     if (options.conversion) {
-        convert(options);
+        convert(options, progress);
         return noDifference;
     }
-    const Report report = compare(options);
+    const Report& report = keepToTheEnd(compare(options, progress));
     if (!options.quiet) {
-        deliverReports(report, options);
+        deliverReports(report, options, progress);
     }
     return fails(report, options.failOn) ? someDifference : noDifference;
 }

@@ -24,16 +24,18 @@ GraphDraft readDraft(Input& input, const ReadOptions& options) {
 }  // namespace
 
 std::array<LoadedGraph, 2> loadGraphs(std::array<Input, 2> inputs, const ReadOptions& options,
-                                      const std::function<void(const std::string&)>& stage) {
+                                      const Stage& stage) {
     stage(fmt::format("reading {} and {}", inputs[0].name(), inputs[1].name()));
     auto drafts = onBothSides([&](std::size_t side) { return readDraft(inputs[side], options); });
     stage("building the graphs");
     return buildGraphs(std::move(drafts), options);
 }
 
-LoadedGraph loadGraph(Input input, const ReadOptions& options) {
+LoadedGraph loadGraph(Input input, const ReadOptions& options, const Stage& stage) {
+    stage(fmt::format("reading {}", input.name()));
     std::array<GraphDraft, 2> drafts;
     drafts[0] = readDraft(input, options);
+    stage("building the graph");
     return std::move(buildGraphs(std::move(drafts), options)[0]);
 }
 

@@ -2,7 +2,7 @@
 // From two inputs to two graphs that can be compared.
 #include <array>
 #include <functional>
-#include <string>
+#include <string_view>
 
 #include "readers/build_graphs.h"
 #include "readers/input.h"
@@ -10,19 +10,21 @@
 
 namespace depcompare {
 
-/// Reads and builds both graphs at the same time. `stage` is told what is about to happen.
+/// Is told what is about to happen.
+using Stage = std::function<void(std::string_view)>;
+
+/// Reads and builds both graphs at the same time.
 ///
 /// Requires: two inputs of which nothing was read yet.
 /// Returns:  left, right.
 /// Throws:   `InputError`, of the left input where both are faulty.
-[[nodiscard]] std::array<LoadedGraph, 2> loadGraphs(
-    std::array<Input, 2> inputs, const ReadOptions& options,
-    const std::function<void(const std::string&)>& stage);
+[[nodiscard]] std::array<LoadedGraph, 2> loadGraphs(std::array<Input, 2> inputs,
+                                                    const ReadOptions& options, const Stage& stage);
 
 /// Reads and builds one graph, by the same rules.
 ///
 /// Requires: an input of which nothing was read yet.
 /// Throws:   `InputError`.
-[[nodiscard]] LoadedGraph loadGraph(Input input, const ReadOptions& options);
+[[nodiscard]] LoadedGraph loadGraph(Input input, const ReadOptions& options, const Stage& stage);
 
 }  // namespace depcompare

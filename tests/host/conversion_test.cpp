@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -50,7 +51,8 @@ TEST(Conversion, everySampleSurvivesIt) {
     const auto files = sampleFiles();
     EXPECT_GE(files.size(), 30U);
     for (const fs::path& file : files) {
-        expectLossless(loadGraph(Input::open(file.string()), {}), file.filename().string());
+        expectLossless(loadGraph(Input::open(file.string()), {}, [](std::string_view) {}),
+                       file.filename().string());
     }
 }
 

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -34,7 +35,7 @@ class LoadGraphs : public testing::Test {
 
     static std::array<LoadedGraph, 2> load(const std::array<std::string, 2>& paths) {
         return loadGraphs({Input::open(paths[0]), Input::open(paths[1])}, {},
-                          [](const std::string&) {});
+                          [](std::string_view) {});
     }
 };
 

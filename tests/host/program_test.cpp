@@ -15,8 +15,11 @@ namespace {
 
 using nlohmann::json;
 
+// NOLINTBEGIN(cert-err58-cpp): a test that cannot even copy a path may end.
 const std::string older = EXAMPLES "/ninja-v1.8.2.graphml";
 const std::string newer = EXAMPLES "/ninja-v1.12.1.graphml";
+const std::string bothInQuotes = "'" + older + "' '" + newer + "'";
+// NOLINTEND(cert-err58-cpp)
 
 class ProgramOnSamples : public Program {
   protected:
@@ -40,7 +43,7 @@ class ProgramOnSamples : public Program {
 
 TEST_F(ProgramOnSamples, theTrueNumbersOfAllSamplePairsComeOut) {
     for (const auto& [samples, leastPairs] :
-         {std::pair(fs::path(EXAMPLES), 5U), std::pair(fs::path(TEST_DATA), 12U)}) {
+         {std::pair(fs::path(EXAMPLES), 5U), std::pair(fs::path(TEST_DATA), 14U)}) {
         const json truth = json::parse(contentOf(samples / "true_numbers.json"));
         ASSERT_GE(truth.size(), leastPairs);
         for (const json& pair : truth) {
@@ -50,16 +53,16 @@ TEST_F(ProgramOnSamples, theTrueNumbersOfAllSamplePairsComeOut) {
 }
 
 TEST_F(Program, theStatusIsThatOfDiff) {
-    const std::string pair = "'" + older + "' '" + newer + "'";
-    EXPECT_EQ(run("-q " + pair).status, 1);
-    EXPECT_EQ(run("-q " + pair).output, "");
+    EXPECT_EQ(run("-q " + bothInQuotes).status, 1);
+    EXPECT_EQ(run("-q " + bothInQuotes).output, "");
     EXPECT_EQ(run("-q '" + older + "' '" + older + "'").status, 0);
     const Outcome missing = run("nowhere '" + older + "'");
     EXPECT_EQ(missing.status, 2);
     EXPECT_EQ(missing.output, "");
     EXPECT_EQ(missing.error, "depcompare: nowhere: No such file or directory\n");
     EXPECT_EQ(run(". '" + older + "'").error, "depcompare: .: Is a directory\n");
-    EXPECT_EQ(run("--locale '!' " + pair).error, "depcompare: '!' is not the name of a locale\n");
+    EXPECT_EQ(run("--locale '!' " + bothInQuotes).error,
+              "depcompare: '!' is not the name of a locale\n");
     EXPECT_EQ(run("").status, 2);
     EXPECT_EQ(run("--help").status, 0);
 }
@@ -202,14 +205,14 @@ TEST_F(Program, theOutputFileIsWholeOrUntouched) {
 }
 
 TEST_F(Program, severalReportsAreWrittenAtOnceOrNone) {
-    const std::string pair = "'" + older + "' '" + newer + "'";
-    const Outcome outcome = run("-f summary --report json=a.json --report markdown=b.md " + pair);
+    const Outcome outcome =
+        run("-f summary --report json=a.json --report markdown=b.md " + bothInQuotes);
     EXPECT_EQ(outcome.status, 1) << outcome.error;
-    EXPECT_EQ(outcome.output, run("-f summary " + pair).output);
-    EXPECT_EQ(contentOf(folder_ / "a.json"), run("-f json " + pair).output);
-    EXPECT_EQ(contentOf(folder_ / "b.md"), run("-f markdown " + pair).output);
-    EXPECT_EQ(run("--report json=c.json --report html=nowhere/d.html " + pair).status, 2);
-    EXPECT_EQ(shell("$P --report json=c.json " + pair + " >/dev/full").status, 2);
+    EXPECT_EQ(outcome.output, run("-f summary " + bothInQuotes).output);
+    EXPECT_EQ(contentOf(folder_ / "a.json"), run("-f json " + bothInQuotes).output);
+    EXPECT_EQ(contentOf(folder_ / "b.md"), run("-f markdown " + bothInQuotes).output);
+    EXPECT_EQ(run("--report json=c.json --report html=nowhere/d.html " + bothInQuotes).status, 2);
+    EXPECT_EQ(shell("$P --report json=c.json " + bothInQuotes + " >/dev/full").status, 2);
     EXPECT_FALSE(fs::exists(folder_ / "c.json"));
 }
 
@@ -225,14 +228,9 @@ TEST_F(Program, aReportThatCannotBeWrittenIsTrouble) {
     EXPECT_EQ(shell("$P --version >/dev/full").status, 2);
 }
 
-TEST_F(Program, coloursAndProgressAppearWhereTheyAreWanted) {
-    const std::string pair = "'" + older + "' '" + newer + "'";
-    EXPECT_EQ(run(pair).output.find('\x1b'), std::string::npos);
-    EXPECT_NE(run("--color always " + pair).output.find("\x1b[32m+ "), std::string::npos);
-    EXPECT_EQ(run(pair).error, "");
-    EXPECT_NE(run("--progress always " + pair).error.find("depcompare: comparing\n"),
-              std::string::npos);
-    EXPECT_EQ(run("-q --progress always " + pair).error, "");
+TEST_F(Program, coloursAppearWhereTheyAreWanted) {
+    EXPECT_EQ(run(bothInQuotes).output.find('\x1b'), std::string::npos);
+    EXPECT_NE(run("--color always " + bothInQuotes).output.find("\x1b[32m+ "), std::string::npos);
 }
 
 TEST_F(Program, theEnvironmentDecidesAboutColours) {
@@ -247,8 +245,8 @@ TEST_F(Program, theEnvironmentDecidesAboutColours) {
         {"TERM=dumb GIT_PAGER_IN_USE=true", "", false},
     };
     for (const auto& [environment, options, coloured] : cases) {
-        const Outcome outcome = shell(std::string("export ") + environment + "; $P " + options +
-                                      "'" + older + "' '" + newer + "'");
+        const Outcome outcome =
+            shell(std::string("export ") + environment + "; $P " + options + bothInQuotes);
         EXPECT_EQ(outcome.output.find('\x1b') != std::string::npos, coloured)
             << environment << ' ' << options;
     }
@@ -278,8 +276,7 @@ TEST_F(Program, aPagerShowsTextOnATerminal) {
     };
     for (const auto& [environment, options, paged, direct] : cases) {
         const std::string about = std::string(environment) + ' ' + options;
-        const Outcome outcome =
-            onTerminal(environment, options + ("'" + older + "' '" + newer + "'"));
+        const Outcome outcome = onTerminal(environment, options + bothInQuotes);
         EXPECT_EQ(outcome.status, 1) << about << outcome.output;
         std::istringstream shown(contentOf(folder_ / "paged"));
         std::string word;
