@@ -55,8 +55,9 @@ class GraphMLReader final : public XmlEvents {
     void startNode(const XmlAttributes& attributes);
     void startEdge(const XmlAttributes& attributes);
     void startData(GraphMLCarrier carrier, const XmlAttributes& attributes);
-    std::string_view require(const XmlAttributes& attributes, std::string_view element,
-                             std::string_view attribute) const;
+    [[nodiscard]] std::string_view require(const XmlAttributes& attributes,
+                                           std::string_view element,
+                                           std::string_view attribute) const;
     void open(Element element) { open_.push_back({.element = element}); }
     [[nodiscard]] bool inValue() const {
         const Element element = open_.back().element;
@@ -131,7 +132,7 @@ bool GraphMLReader::startDocument(std::string_view element) {
 
 bool GraphMLReader::startInGraphML(std::string_view element, const XmlAttributes& attributes) {
     if (element == "key") {
-        require(attributes, "key", "id");
+        (void)require(attributes, "key", "id");
         values_.startKey(attributes);
         open(Element::key);
     } else if (element == "graph") {
