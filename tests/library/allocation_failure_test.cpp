@@ -1,5 +1,4 @@
-// Lets every allocation of a comparison fail once, by replacing the global allocation functions.
-#include <cstdlib>
+// Lets every allocation of a comparison fail once.
 #include <new>
 
 #include <gtest/gtest.h>
@@ -7,80 +6,15 @@
 #include <dependency/comparisons/compare_graphs.h>
 
 #include "support/catalogs.h"
+#include "support/comparison_text.h"
+#include "support/failing_allocations.h"
 #include "support/text_graph.h"
-#include "support/tree_faults.h"
-
-namespace {
-
-thread_local std::size_t untilFailure = 0;  // the allocation that fails; 0 for none
-thread_local long blocks = 0;
-
-void* allocate(std::size_t size) noexcept {
-    void* const block = std::malloc(size == 0 ? 1 : size);
-    blocks += block != nullptr ? 1 : 0;
-    return block;
-}
-
-void release(void* block) noexcept {
-    blocks -= block != nullptr ? 1 : 0;
-    std::free(block);
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    if (untilFailure != 0 && --untilFailure == 0) {
-        throw std::bad_alloc();
-    }
-    if (void* const block = allocate(size)) {
-        return block;
-    }
-    throw std::bad_alloc();
-}
-
-// Never fails on request: sorts try a buffer this way and go on without one.
-void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-    return allocate(size);
-}
-
-void operator delete(void* block) noexcept {
-    release(block);
-}
-
-void operator delete(void* block, std::size_t /*size*/) noexcept {
-    release(block);
-}
-
-void operator delete(void* block, const std::nothrow_t& /*tag*/) noexcept {
-    release(block);
-}
 
 namespace dependency::comparisons {
 namespace {
 
-struct Outcome {
-    bool requestedFailureHappened = false;
-    bool threw = false;
-    std::vector<std::string> faults;
-};
-
-Outcome compareWithFailure(std::size_t number, const std::shared_ptr<const graph::Graph>& left,
-                           const std::shared_ptr<const graph::Graph>& right) {
-    Outcome outcome;
-    std::shared_ptr<GraphComparison> comparison;
-    untilFailure = number;
-    try {
-        comparison = compareGraphs(left, right);
-    } catch (const std::bad_alloc&) {
-        outcome.threw = true;
-    }
-    outcome.requestedFailureHappened = untilFailure == 0;
-    untilFailure = 0;
-    if (comparison) {
-        outcome.faults = test::faultsOf(*comparison, left, right);
-    }
-    return outcome;
-}
+using testing_allocations::blocks;
+using testing_allocations::FailingAllocation;
 
 // Returns: how many allocations the comparison makes when none fails.
 std::size_t failEveryAllocation(const char* leftText, const char* rightText, bool mayBeSwallowed) {
@@ -95,19 +29,28 @@ std::size_t failEveryAllocation(const char* leftText, const char* rightText, boo
         return counts;
     };
     // What is made once a process is made now.
-    (void)test::faultsOf(*compareGraphs(left, right), left, right);
+    const std::string whole = test::treeOf(*compareGraphs(left, right));
     const auto usesBefore = uses();
-    for (std::size_t number = 1;; ++number) {
-        const long blocksBefore = blocks;
+    for (std::size_t number = 0;; ++number) {
+        const long blocksBefore = blocks();
         {
-            const Outcome outcome = compareWithFailure(number, left, right);
-            if (!outcome.requestedFailureHappened) {
-                return number - 1;
+            std::shared_ptr<GraphComparison> comparison;
+            bool failed = false;
+            {
+                const FailingAllocation failing(number);
+                try {
+                    comparison = compareGraphs(left, right);
+                } catch (const std::bad_alloc&) {
+                }
+                failed = failing.happened();
             }
-            EXPECT_TRUE(outcome.threw || mayBeSwallowed) << "allocation " << number;
-            EXPECT_EQ(outcome.faults, std::vector<std::string>()) << "allocation " << number;
+            if (!failed) {
+                return number;
+            }
+            EXPECT_TRUE(!comparison || (mayBeSwallowed && test::treeOf(*comparison) == whole))
+                << "allocation " << number;
         }
-        EXPECT_EQ(blocks, blocksBefore) << "allocation " << number;
+        EXPECT_EQ(blocks(), blocksBefore) << "allocation " << number;
         EXPECT_EQ(uses(), usesBefore) << "allocation " << number;
         if (testing::Test::HasFailure()) {
             return number;

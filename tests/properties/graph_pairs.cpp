@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <ostream>
-#include <sstream>
 
 #include <rapidcheck.h>
 
@@ -28,16 +27,6 @@ struct Line {
     }
 };
 
-rc::Gen<std::string> joined(std::vector<rc::Gen<std::string>> parts) {
-    return gen::exec([parts = std::move(parts)] {
-        std::string text;
-        for (const auto& part : parts) {
-            text += *part;
-        }
-        return text;
-    });
-}
-
 rc::Gen<std::string> quoted(const Texts& texts) {
     return gen::map(gen::elementOf(texts),
                     [](const std::string& text) { return '"' + text + '"'; });
@@ -48,26 +37,27 @@ rc::Gen<std::string> oneOf(const Texts& texts) {
 }
 
 rc::Gen<std::string> nodeAttributes() {
-    return joined({
-        oneOf({" [", " [", " [", " [type=external ", " [type=lib:Library ", " [type=External "}),
-        oneOf({"", "", "", "name=a ", "name=A ", "name=b ", "name=I ", "name=i ", "name=\u0130 ",
-               "name=\u0131x "}),
-        oneOf({"", "", "size=1", "size=2", "size=1 owner=x", "owner=x size=1", "checksum=1",
-               "checksum=1 Checksum=2", "Checksum=2 checksum=1", "timestamp=1", "\"\"=1 a:b=2"}),
-        oneOf({"]"}),
+    return gen::exec([] {
+        std::string text = *oneOf(
+            {" [", " [", " [", " [type=external ", " [type=lib:Library ", " [type=External "});
+        text += *oneOf({"", "", "", "name=a ", "name=A ", "name=b ", "name=I ", "name=i ",
+                        "name=\u0130 ", "name=\u0131x "});
+        text += *oneOf({"", "", "size=1", "size=2", "size=1 owner=x", "owner=x size=1",
+                        "checksum=1", "checksum=1 Checksum=2", "Checksum=2 checksum=1",
+                        "timestamp=1", "\"\"=1 a:b=2"});
+        return text + "]";
     });
 }
 
 rc::Gen<std::string> dependencyAttributes() {
-    const Texts names{"\"\"", "x", "y", "xy", "yx"};
-    return joined({
-        oneOf({" [type=use", " [type=use", " [type=use:Use", " [type=use:usex", " [type=call"}),
-        oneOf({" id=a#", " id=b#", " id=B#", " id=c#"}),
-        oneOf({" from="}),
-        oneOf(names),
-        oneOf({" to="}),
-        oneOf(names),
-        oneOf({"]", "]", " fromType=block]", " toType=block]"}),
+    return gen::exec([] {
+        const Texts names{"\"\"", "x", "y", "xy", "yx"};
+        std::string text = *oneOf(
+            {" [type=use", " [type=use", " [type=use:Use", " [type=use:usex", " [type=call"});
+        text += *oneOf({" id=a#", " id=b#", " id=B#", " id=c#"});
+        text += " from=" + *oneOf(names);
+        text += " to=" + *oneOf(names);
+        return text + *oneOf({"]", "]", " fromType=block]", " toType=block]"});
     });
 }
 
@@ -89,7 +79,7 @@ rc::Gen<LinePair> linePairs(const rc::Gen<std::string>& heads,
 }
 
 rc::Gen<std::string> edges(const Texts& ids) {
-    return joined({quoted(ids), oneOf({" -> "}), quoted(ids)});
+    return gen::exec([ids] { return *quoted(ids) + " -> " + *quoted(ids); });
 }
 
 // A dependency or, rarely, a node on either side, with one matching key.
@@ -167,21 +157,6 @@ rc::Gen<GraphPair> collidingPairs() {
     return pairsOf(gen::join(gen::map(counts, [line](std::size_t count) {
         return gen::container<std::vector<LinePair>>(count, line);
     })));
-}
-
-std::string withDependenciesReversed(const std::string& text) {
-    std::istringstream lines(text);
-    std::string others;
-    std::string dependencies;
-    for (std::string line; std::getline(lines, line);) {
-        line += '\n';
-        if (line.find(" -> ") == line.npos) {
-            others += line;
-        } else {
-            dependencies.insert(0, line);
-        }
-    }
-    return others + dependencies;
 }
 
 }  // namespace dependency::test

@@ -24,7 +24,4 @@ std::ostream& operator<<(std::ostream& out, const GraphPair& pair);
 /// sides.
 [[nodiscard]] rc::Gen<GraphPair> collidingPairs();
 
-/// The same graph, with its dependencies added in the reverse order.
-[[nodiscard]] std::string withDependenciesReversed(const std::string& text);
-
 }  // namespace dependency::test

@@ -6,8 +6,6 @@
 #include <rapidcheck.h>
 #include <rapidcheck/gtest.h>
 
-#include <dependency/graph/graph_builder.h>
-
 #include "core/pair_index.h"
 #include "matching/key_collisions.h"
 #include "matching/pairing.h"
@@ -63,19 +61,6 @@ TEST(Pairing, keysMayCoincideOnlyWhereTwoItemsHaveOne) {
         const PairIndex index(graphOf(left), graphOf(right));
         EXPECT_EQ(keysMayCoincide(index), mayCoincide) << left << "\nagainst\n" << right;
     }
-}
-
-TEST(Pairing, anEmptyIDAlwaysTakesTheTable) {
-    graph::GraphBuilder builder;
-    const auto type = builder.type(u"t", u"t");
-    const auto component = builder.component(u"", type);
-    const auto empty = builder.addNode(u"", u"", graph::Type::FILE());
-    builder.addDependency(u"1", empty, empty, type, component, component);
-    const auto graph = builder.finish();
-    const PairIndex index(graph, graph);
-    EXPECT_TRUE(keysMayCoincide(index));
-    // The file and its group to itself have one key: the file stays.
-    EXPECT_EQ(pairByKey(index), (std::vector<Pairing>{{{0, 0}}}));
 }
 
 TEST(Pairing, longChainsOfPrefixesEndTheSearch) {

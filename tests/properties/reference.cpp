@@ -56,16 +56,12 @@ auto contentOf(const graph::Dependency& dependency) {
                       from->getType()->getID(), to->getName(), to->getType()->getID());
 }
 
-bool differ(const Item& a, const Item& b) {
-    if (a.index() != b.index()) {
-        return false;
-    }
-    if (a.index() == 0) {
-        return propertiesOf(*std::get<0>(a)) != propertiesOf(*std::get<0>(b));
-    }
-    if (a.index() == 1) {
-        return propertiesOf(*std::get<1>(a)) != propertiesOf(*std::get<1>(b));
-    }
+template <class Owner>
+bool differ(const std::shared_ptr<Owner>& a, const std::shared_ptr<Owner>& b) {
+    return propertiesOf(*a) != propertiesOf(*b);
+}
+
+bool differ(const ParallelDependencies& a, const ParallelDependencies& b) {
     const auto contentOfGroup = [](const ParallelDependencies& group) {
         std::vector<decltype(contentOf(**group.dependencies.begin()))> contents;
         for (const auto& dependency : group.dependencies) {
@@ -73,7 +69,13 @@ bool differ(const Item& a, const Item& b) {
         }
         return std::tuple(contentOf(*group.upstream), contentOf(*group.downstream), contents);
     };
-    return contentOfGroup(std::get<2>(a)) != contentOfGroup(std::get<2>(b));
+    return contentOfGroup(a) != contentOfGroup(b);
+}
+
+bool differ(const Item& a, const Item& b) {
+    return a.index() == b.index() &&
+           std::visit(
+               [&](const auto& x) { return differ(x, std::get<std::decay_t<decltype(x)>>(b)); }, a);
 }
 
 std::vector<Node> filesOf(const graph::Graph& graph) {
@@ -255,20 +257,6 @@ std::vector<FlatRow> rowsOfDetail(const ::comparisons::ComparisonValue& detail) 
 
 }  // namespace
 
-std::ostream& operator<<(std::ostream& out, const FlatEntry& entry) {
-    for (std::size_t side = 0; side < 2; ++side) {
-        out << (side == 0 ? "" : " | ") << entry.labels[side].value_or("-") << " @"
-            << (entry.positions[side] ? std::to_string(*entry.positions[side]) : "-") << " of "
-            << entry.parents[side].value_or("-");
-    }
-    out << (entry.changed ? " changed" : "");
-    for (const auto& row : entry.rows) {
-        out << "\n    " << row.type << (row.changed ? " ~ " : " = ") << row.sides[0].value_or("-")
-            << " | " << row.sides[1].value_or("-");
-    }
-    return out << '\n';
-}
-
 std::vector<FlatEntry> flattened(const comparisons::GraphComparison& comparison) {
     const auto& tree = comparison.tree();
     std::vector<FlatEntry> entries;
@@ -290,20 +278,6 @@ std::vector<FlatEntry> flattened(const comparisons::GraphComparison& comparison)
         flat.changed = entry.edit.isChanged();
         flat.rows = rowsOfDetail(entry.detail.get());
         std::ranges::sort(flat.rows);
-    }
-    std::ranges::sort(entries);
-    return entries;
-}
-
-std::vector<FlatEntry> mirrored(std::vector<FlatEntry> entries) {
-    for (auto& entry : entries) {
-        std::swap(entry.labels[0], entry.labels[1]);
-        std::swap(entry.parents[0], entry.parents[1]);
-        std::swap(entry.positions[0], entry.positions[1]);
-        for (auto& row : entry.rows) {
-            std::swap(row.sides[0], row.sides[1]);
-        }
-        std::ranges::sort(entry.rows);
     }
     std::ranges::sort(entries);
     return entries;

@@ -32,15 +32,9 @@ struct FlatEntry {
     friend auto operator<=>(const FlatEntry&, const FlatEntry&) = default;
 };
 
-/// For the reports of failed properties.
-std::ostream& operator<<(std::ostream& out, const FlatEntry& entry);
-
 /// Order:  sorted.
 /// Throws: `std::logic_error` for rows or dependency types that are out of order.
 [[nodiscard]] std::vector<FlatEntry> flattened(const comparisons::GraphComparison& comparison);
-
-/// The same with the sides exchanged.
-[[nodiscard]] std::vector<FlatEntry> mirrored(std::vector<FlatEntry> entries);
 
 struct Loss {
     ::comparisons::Side side;

@@ -10,7 +10,6 @@
 #include <dependency/comparisons/node_subcomparator.h>
 
 #include "text_graph.h"
-#include "tree_faults.h"
 
 namespace dependency::test {
 
@@ -50,15 +49,15 @@ std::string sidesOf(const ::comparisons::StatefulEdit<std::optional<T>, 2>& edit
 
 template <class T>
 char markOf(const ::comparisons::StatefulEdit<std::optional<T>, 2>& edit) {
-    return test::markOf(edit[Side::left].has_value(), edit[Side::right].has_value(),
-                        edit.isChanged());
+    if (hasBothSides(edit)) {
+        return edit.isChanged() ? '~' : '=';
+    }
+    return edit.isChanged() ? '!' : edit[Side::left] ? '<' : '>';
 }
 
 void appendSubtree(std::string& text, const GraphComparison& comparison,
                    const GraphComparison::Child& top, std::size_t depth) {
-    const auto& edit = comparison[top.vertex].edit;
-    text.append(2 * depth, ' ') += markOf(edit);
-    text += ' ' + labelOf(edit);
+    text.append(2 * depth, ' ') += textOf(comparison[top.vertex].edit);
     text += top.orderMove ? " (moved)" : "";
     text += top.hierarchyMove ? " (moved here)" : "";
     text += '\n';
@@ -117,32 +116,18 @@ std::string labelOf(const comparisons::ItemEdit& edit) {
     return sidesOf(edit, [](const comparisons::Item& item) { return labelOf(item); });
 }
 
-char markOf(bool left, bool right, bool changed) {
-    if (left && right) {
-        return changed ? '~' : '=';
-    }
-    // A changed edit with an empty side, or one without sides, shows as what it is: a fault.
-    return changed || left == right ? '!' : left ? '<' : '>';
+std::string textOf(const comparisons::ItemEdit& edit) {
+    return markOf(edit) + (' ' + labelOf(edit));
 }
 
-std::string treeOf(const GraphComparison& comparison,
-                   const std::shared_ptr<const graph::Graph>& left,
-                   const std::shared_ptr<const graph::Graph>& right) {
+std::string treeOf(const GraphComparison& comparison) {
     std::string text;
     appendSubtree(text, comparison, {.vertex = comparison.root()}, 0);
-    for (const std::string& fault : faultsOf(comparison, left, right)) {
-        text += "! " + fault + '\n';
-    }
     return text;
 }
 
-std::string compared(const std::shared_ptr<const graph::Graph>& left,
-                     const std::shared_ptr<const graph::Graph>& right) {
-    return treeOf(*comparisons::compareGraphs(left, right), left, right);
-}
-
 std::string compared(std::string_view left, std::string_view right) {
-    return compared(graphOf(left), graphOf(right));
+    return treeOf(*comparisons::compareGraphs(graphOf(left), graphOf(right)));
 }
 
 std::string rowsOf(const ComparisonValue& detail) {

@@ -1,9 +1,7 @@
 #pragma once
-// Comparisons rendered as text, one line an entry or a row. Whoever renders a comparison also
-// checks it: a broken invariant shows as a line that no test expects.
+// Comparisons rendered as text, one line an entry or a row.
 //
 // Marks: = equal, ~ changed, < left only, > right only.
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -16,18 +14,14 @@ namespace dependency::test {
 [[nodiscard]] std::string labelOf(const comparisons::Item& item);
 [[nodiscard]] std::string labelOf(const comparisons::ItemEdit& edit);
 
-[[nodiscard]] char markOf(bool left, bool right, bool changed);
+/// "~ A | B": the mark and the label of an edit. One that cannot be shows as "!".
+[[nodiscard]] std::string textOf(const comparisons::ItemEdit& edit);
 
 /// The children merged for display, indented below their parent. An entry that the sides order
 /// differently ends in " (moved)", one that has another parent on the left in " (moved here)".
-/// Faults of `faultsOf` follow, one a line behind "! ".
-[[nodiscard]] std::string treeOf(const comparisons::GraphComparison& comparison,
-                                 const std::shared_ptr<const graph::Graph>& left,
-                                 const std::shared_ptr<const graph::Graph>& right);
+[[nodiscard]] std::string treeOf(const comparisons::GraphComparison& comparison);
 
-/// `treeOf` the comparison of two graphs, which may be given as text.
-[[nodiscard]] std::string compared(const std::shared_ptr<const graph::Graph>& left,
-                                   const std::shared_ptr<const graph::Graph>& right);
+/// `treeOf` the comparison of two graphs.
 [[nodiscard]] std::string compared(std::string_view left, std::string_view right);
 
 /// One line an edit: a property as "~ name: left | right", a dependency as "~ 1 x -> y | 2 x -> z"

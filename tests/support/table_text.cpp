@@ -35,10 +35,6 @@ std::string sideOf(const tessel::OptionalParameter& side) {
 std::string entryOf(const tessel::Entry& entry) {
     const auto& types = entry->getEditTypes();
     const auto& sides = entry->getParameters();
-    if (types.size() != 1 || sides.size() != 2) {
-        return "! " + std::to_string(types.size()) + " edit types, " +
-               std::to_string(sides.size()) + " sides\n";
-    }
     std::string text = std::to_string(static_cast<std::uint32_t>(types[0])) + ' ' +
                        sideOf(sides[0]) + " | " + sideOf(sides[1]);
     if (const auto& metrics = entry->getSubmetrics()) {

@@ -1,9 +1,12 @@
 #pragma once
-// View models rendered as text, read back from their tables in the object model.
+// View models rendered as text, read back from their tables in the object model; filters as letters.
+#include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include <comparisons/view_model.h>
 #include <comparisons/viewmodel/parameter_table.h>
+#include <dependency/comparisons/filters.h>
 
 namespace dependency::test {
 
@@ -11,8 +14,7 @@ namespace dependency::test {
 [[nodiscard]] std::string textOf(const ::comparisons::DiffMetrics<2>& metrics);
 
 /// A line of column labels, "Name | Value" with line feeds as "\n", then a line an entry: its edit
-/// type, both sides as "name=value" or "-", and the submetrics in parentheses where it has any. An
-/// entry of another shape shows as a line that no test expects.
+/// type, both sides as "name=value" or "-", and the submetrics in parentheses where it has any.
 [[nodiscard]] std::string textOf(
     const ::comparisons::viewmodel::parameter::tessel::ParameterTable& table);
 
@@ -21,5 +23,26 @@ namespace dependency::test {
 
 /// `tablesOf` without the lines of column labels.
 [[nodiscard]] std::string entriesOf(const ::comparisons::ViewModel& viewModel);
+
+/// U: the unchanged filter, N: the non-structural filter, R: a reset; in the order given. `shown`
+/// is a view model or a filtered tree.
+template <class Shown>
+void applySteps(Shown& shown, std::string_view steps) {
+    for (const char step : steps) {
+        switch (step) {
+            case 'U':
+                shown.applyFilter(::comparisons::UnchangedFilter());
+                break;
+            case 'N':
+                shown.applyFilter(comparisons::NonstructuralFilter());
+                break;
+            case 'R':
+                shown.resetVisibility();
+                break;
+            default:
+                throw std::invalid_argument("not a step: " + std::string(steps));
+        }
+    }
+}
 
 }  // namespace dependency::test

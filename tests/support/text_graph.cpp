@@ -1,7 +1,6 @@
 #include "text_graph.h"
 
 #include <algorithm>
-#include <cctype>
 #include <map>
 #include <optional>
 #include <stdexcept>
@@ -18,68 +17,42 @@ namespace dependency::test {
 namespace {
 
 using Attributes = std::vector<graph::Property>;
+using Tokens = std::vector<std::string>;
 
-class Line {
-  public:
-    explicit Line(std::string_view text) : text_(text), rest_(text) { skipSpace(); }
-
-    [[nodiscard]] bool atEnd() const { return rest_.empty(); }
-    [[nodiscard]] std::string_view rest() const { return rest_; }
-
-    bool skip(std::string_view token) {
-        if (!rest_.starts_with(token)) {
-            return false;
+// The words of a line, quoted ones with their quotes, and the signs between them.
+Tokens tokensOf(std::string_view line) {
+    Tokens tokens;
+    for (;;) {
+        line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
+        if (line.empty()) {
+            return tokens;
         }
-        rest_.remove_prefix(token.size());
-        skipSpace();
-        return true;
-    }
-
-    std::string word() {
-        const bool quoted = rest_.starts_with('"');
-        if (quoted) {
-            rest_.remove_prefix(1);
+        std::size_t length = 1;
+        if (line[0] == '"') {
+            length = line.find('"', 1) + 1;
+        } else if (std::string_view("[]=").find(line[0]) == std::string_view::npos) {
+            length = std::min(line.find_first_of(" \t[]=\""), line.size());
         }
-        const auto end =
-            quoted ? rest_.find('"') : std::min(rest_.find_first_of(" =[]\"\t"), rest_.size());
-        if (end == std::string_view::npos || (!quoted && end == 0)) {
-            fail();
-        }
-        std::string word(rest_.substr(0, end));
-        rest_.remove_prefix(end + (quoted ? 1 : 0));
-        skipSpace();
-        return word;
+        tokens.emplace_back(line.substr(0, length));
+        line.remove_prefix(length);
     }
+}
 
-    Attributes attributes() {
-        Attributes attributes;
-        if (skip("[")) {
-            while (!skip("]")) {
-                const std::string key = word();
-                if (!skip("=")) {
-                    fail();
-                }
-                attributes.emplace_back(utf16(key), utf16(word()));
-            }
-        }
-        if (!atEnd()) {
-            fail();
-        }
-        return attributes;
+std::u16string wordOf(const std::string& token) {
+    return utf16(token[0] == '"' ? token.substr(1, token.size() - 2) : token);
+}
+
+// Requires: the tokens from there on are none or "[", "key", "=", "value", ..., "]".
+Attributes attributesOf(const Tokens& tokens, std::size_t at) {
+    Attributes attributes;
+    if (at < tokens.size() && (tokens[at] != "[" || (tokens.size() - at) % 3 != 2)) {
+        throw std::invalid_argument("not the attributes of a line of a graph: " + tokens[at]);
     }
-
-    [[noreturn]] void fail() const {
-        throw std::invalid_argument("not a line of a graph: " + std::string(text_));
+    for (++at; at + 1 < tokens.size(); at += 3) {
+        attributes.emplace_back(wordOf(tokens[at]), wordOf(tokens[at + 2]));
     }
-
-  private:
-    void skipSpace() {
-        rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t"), rest_.size()));
-    }
-
-    std::string_view text_;
-    std::string_view rest_;
-};
+    return attributes;
+}
 
 std::optional<std::u16string> taken(Attributes& attributes, std::u16string_view key) {
     const auto found = std::ranges::find(attributes, key, &graph::Property::first);
@@ -90,6 +63,8 @@ std::optional<std::u16string> taken(Attributes& attributes, std::u16string_view 
     attributes.erase(found);
     return value;
 }
+
+using NodeLine = std::pair<std::u16string, Attributes>;
 
 struct DependencyLine {
     std::u16string upstream;
@@ -126,34 +101,30 @@ class TextGraph {
     }
 
   private:
-    void read(std::string_view text) {
-        Line line(text);
-        if (line.atEnd() || line.skip("#")) {
+    void read(std::string_view line) {
+        const Tokens tokens = tokensOf(line);
+        if (tokens.empty() || tokens[0][0] == '#') {
             return;
         }
-        if (line.skip("@")) {
-            builder_.setTimeStamp(boost::posix_time::time_from_string(std::string(line.rest())));
-            return;
-        }
-        const bool quoted = line.rest().starts_with('"');
-        const std::string first = line.word();
-        if (first == "graph" && !quoted) {
-            for (auto& [key, value] : line.attributes()) {
+        if (tokens[0] == "@") {
+            builder_.setTimeStamp(
+                boost::posix_time::time_from_string(tokens.at(1) + ' ' + tokens.at(2)));
+        } else if (tokens[0] == "graph") {
+            for (auto& [key, value] : attributesOf(tokens, 1)) {
                 builder_.setProperty(key, value);
             }
-        } else if (line.skip("->")) {
-            const std::u16string downstream = utf16(line.word());
-            mention(utf16(first));
-            mention(downstream);
-            dependencies_.push_back({utf16(first), downstream, line.attributes()});
+        } else if (tokens.size() > 2 && tokens[1] == "->") {
+            dependencies_.push_back(
+                {wordOf(tokens[0]), wordOf(tokens[2]), attributesOf(tokens, 3)});
+            mention(wordOf(tokens[0]));
+            mention(wordOf(tokens[2]));
         } else {
-            mention(utf16(first)) = line.attributes();
+            mention(wordOf(tokens[0])) = attributesOf(tokens, 1);
         }
     }
 
     Attributes& mention(const std::u16string& id) {
-        const auto found =
-            std::ranges::find(nodes_, id, &std::pair<std::u16string, Attributes>::first);
+        const auto found = std::ranges::find(nodes_, id, &NodeLine::first);
         return found != nodes_.end() ? found->second : nodes_.emplace_back(id, Attributes()).second;
     }
 
@@ -171,7 +142,7 @@ class TextGraph {
     }
 
     graph::GraphBuilder builder_;
-    std::vector<std::pair<std::u16string, Attributes>> nodes_;
+    std::vector<NodeLine> nodes_;
     std::vector<DependencyLine> dependencies_;
 };
 

@@ -5,34 +5,36 @@
 
 #include <gtest/gtest.h>
 
-#include "failing_allocations.h"
+#include "../support/failing_allocations.h"
 #include "library.h"
 
 namespace tessel::core::testing {
 namespace {
+
+using testing_allocations::FailingAllocation;
 
 constexpr const char16_t* longName = u"a name that is too long to stay within its string";
 
 /// Rebuilds the shelf in the way of tables, then changes what was there before.
 void rebuild(const Model& model, const Shelf& shelf, const Book& book) {
     auto transaction = model->beginTransaction();
-    shelf->getBooksMutable().clear();
+    shelf->books.clear();
     for (int i = 0; i < 5; ++i) {
-        const auto made = Book::create(model);
+        const auto made = createElement<Book>(model);
         for (int k = 0; k < 3; ++k) {
-            made->getAuthorsMutable().push_back(makePerson(model, longName, k));
+            made->authors.push_back(makePerson(model, longName, k));
         }
         for (int k = 0; k < 6; ++k) {
-            made->getMarksMutable().push_back(k);
+            made->marks.push_back(k);
         }
-        shelf->getBooksMutable().push_back(made);
+        shelf->books.push_back(made);
     }
-    book->getOwner()->setName(longName + 1);
-    book->getAuthorsMutable().push_back(book->getOwner());
-    book->getMarksMutable().push_back(3);
-    book->getMarksMutable().reserve(100);
-    book->setOwner(Person());
-    shelf->getLabelsMutable().push_back(longName);
+    book->owner.get()->name.set(longName + 1);
+    book->authors.push_back(book->owner.get());
+    book->marks.push_back(3);
+    book->marks.reserve(100);
+    book->owner.set(Person());
+    shelf->labels.push_back(longName);
     transaction.commit();
 }
 
@@ -41,13 +43,13 @@ TEST(Failure, ofAnyAllocationLeavesThePriorContentWhole) {
     for (bool failed = true; failed; ++failures) {
         const auto model = Model::create({});
         const auto shelf = committed(model, [&] {
-            auto made = Shelf::create(model);
-            made->getBooksMutable().push_back(makeBook(model));
-            made->getBooksMutable().push_back(makeBook(model));
-            made->getLabelsMutable().push_back(u"novels");
+            auto made = createElement<Shelf>(model);
+            made->books.push_back(makeBook(model));
+            made->books.push_back(makeBook(model));
+            made->labels.push_back(u"novels");
             return made;
         });
-        const auto book = shelf->getBooks()[0];
+        const auto book = shelf->books[0];
         const auto before = text(shelf) + text(book);
         const int living = Census::living;
         {
@@ -64,7 +66,7 @@ TEST(Failure, ofAnyAllocationLeavesThePriorContentWhole) {
             ASSERT_EQ(Census::living, living);
         }
         ASSERT_FALSE(model->isInTransaction());
-        ASSERT_EQ(shelf->getBooks().size(), failed ? 2U : 5U);
+        ASSERT_EQ(shelf->books.size(), failed ? 2U : 5U);
     }
     EXPECT_GT(failures, 50U);
     EXPECT_EQ(Census::living, 0);
@@ -85,12 +87,12 @@ TEST(Failure, ofOneWriteLeavesTheRestOfTheTransactionWhole) {
             return true;
         };
         auto transaction = model->beginTransaction();
-        const bool cleared = write([&] { book->getAuthorsMutable().clear(); });
-        EXPECT_EQ(book->getAuthors().size(), cleared ? 0U : 3U);
-        const bool appended = write([&] { book->getMarksMutable().push_back(3); });
-        EXPECT_EQ(book->getMarks().size(), appended ? 3U : 2U);
-        const bool replaced = write([&] { book->setOwner(Person()); });
-        EXPECT_EQ(text(book->getOwner()), replaced ? "nobody" : "Ada 36");
+        const bool cleared = write([&] { book->authors.clear(); });
+        EXPECT_EQ(book->authors.size(), cleared ? 0U : 3U);
+        const bool appended = write([&] { book->marks.push_back(3); });
+        EXPECT_EQ(book->marks.size(), appended ? 3U : 2U);
+        const bool replaced = write([&] { book->owner.set(Person()); });
+        EXPECT_EQ(text(book->owner.get()), replaced ? "nobody" : "Ada 36");
         const auto after = text(book);
         transaction.commit();
         EXPECT_EQ(text(book), after);

@@ -24,77 +24,38 @@ class Census {
     static inline std::atomic<int> living = 0;
 };
 
-class PersonImpl : public ElementImpl {
-  public:
+struct PersonImpl : ElementImpl {
     using ElementImpl::ElementImpl;
-
-    [[nodiscard]] const std::u16string& getName() const noexcept { return name_.get(); }
-    void setName(std::u16string name) { name_.set(std::move(name)); }
-    [[nodiscard]] std::int32_t getAge() const noexcept { return age_.get(); }
-    void setAge(std::int32_t age) { age_.set(age); }
-
-  private:
-    Census census_;
-    Property<std::u16string> name_{*this};
-    Property<std::int32_t> age_{*this};
+    Census census;
+    Property<std::u16string> name{*this};
+    Property<std::int32_t> age{*this};
 };
 
-class Person : public Handle<PersonImpl> {
-  public:
+struct Person : Handle<PersonImpl> {
     using Handle::Handle;
-    static Person create(const Model& model) { return createElement<Person>(model); }
 };
 
-class BookImpl : public ElementImpl {
-  public:
+struct BookImpl : ElementImpl {
     using ElementImpl::ElementImpl;
-
-    [[nodiscard]] Person getOwner() const noexcept { return owner_.get(); }
-    void setOwner(Person owner) { owner_.set(std::move(owner)); }
-    [[nodiscard]] const ElementSequence<Person>& getAuthors() const noexcept { return authors_; }
-    [[nodiscard]] ElementSequence<Person>& getAuthorsMutable() noexcept { return authors_; }
-    [[nodiscard]] const PrimitiveSequence<std::int32_t>& getMarks() const noexcept {
-        return marks_;
-    }
-    [[nodiscard]] PrimitiveSequence<std::int32_t>& getMarksMutable() noexcept { return marks_; }
-
-  private:
-    Census census_;
-    Property<Person> owner_{*this};
-    ElementSequence<Person> authors_{*this};
-    PrimitiveSequence<std::int32_t> marks_{*this};
+    Census census;
+    Property<Person> owner{*this};
+    ElementSequence<Person> authors{*this};
+    PrimitiveSequence<std::int32_t> marks{*this};
 };
 
-class Book : public Handle<BookImpl> {
-  public:
+struct Book : Handle<BookImpl> {
     using Handle::Handle;
-    static Book create(const Model& model) { return createElement<Book>(model); }
 };
 
-class ShelfImpl : public ElementImpl {
-  public:
+struct ShelfImpl : ElementImpl {
     using ElementImpl::ElementImpl;
-
-    [[nodiscard]] const ElementSequence<Book>& getBooks() const noexcept { return books_; }
-    [[nodiscard]] ElementSequence<Book>& getBooksMutable() noexcept { return books_; }
-    [[nodiscard]] const PrimitiveSequence<std::u16string>& getLabels() const noexcept {
-        return labels_;
-    }
-    [[nodiscard]] PrimitiveSequence<std::u16string>& getLabelsMutable() noexcept { return labels_; }
-    [[nodiscard]] const PrimitiveSequence<bool>& getLocks() const noexcept { return locks_; }
-    [[nodiscard]] PrimitiveSequence<bool>& getLocksMutable() noexcept { return locks_; }
-
-  private:
-    Census census_;
-    ElementSequence<Book> books_{*this};
-    PrimitiveSequence<std::u16string> labels_{*this};
-    PrimitiveSequence<bool> locks_{*this};
+    Census census;
+    ElementSequence<Book> books{*this};
+    PrimitiveSequence<std::u16string> labels{*this};
 };
 
-class Shelf : public Handle<ShelfImpl> {
-  public:
+struct Shelf : Handle<ShelfImpl> {
     using Handle::Handle;
-    static Shelf create(const Model& model) { return createElement<Shelf>(model); }
 };
 
 /// Runs the change in one transaction of the model and commits it.
@@ -112,18 +73,18 @@ inline std::string text(const std::u16string& ascii) {
 
 /// Returns: a person's content as "Ada 36".
 inline std::string text(const Person& person) {
-    return person ? text(person->getName()) + " " + std::to_string(person->getAge()) : "nobody";
+    return person ? text(person->name.get()) + " " + std::to_string(person->age.get()) : "nobody";
 }
 
-/// Returns: a book's content as "of Ada 36 by [Bob 40, Cid 50] marked [1, 2]".
+/// Returns: a book's content as "of Ada 36 by [Bob 40, Cid 50, ] marked [1, 2, ]".
 inline std::string text(const Book& book) {
     std::string result = "of ";
-    result += text(book->getOwner()) + " by [";
-    for (const auto& author : book->getAuthors()) {
+    result += text(book->owner.get()) + " by [";
+    for (const auto& author : book->authors) {
         result += text(author) + ", ";
     }
     result += "] marked [";
-    for (const auto mark : book->getMarks()) {
+    for (const auto mark : book->marks) {
         result += std::to_string(mark) + ", ";
     }
     return result + "]";
@@ -132,36 +93,32 @@ inline std::string text(const Book& book) {
 /// Returns: a shelf's content, a line a book.
 inline std::string text(const Shelf& shelf) {
     std::string result;
-    for (const auto& label : shelf->getLabels()) {
+    for (const auto& label : shelf->labels) {
         result += text(label) + " ";
     }
-    for (const bool locked : shelf->getLocks()) {
-        result += locked ? "+" : "-";
-    }
-    result += "\n";
-    for (const auto& book : shelf->getBooks()) {
-        result += text(book) + "\n";
+    for (const auto& book : shelf->books) {
+        result += "\n" + text(book);
     }
     return result;
 }
 
 inline Person makePerson(const Model& model, std::u16string name, std::int32_t age) {
-    auto person = Person::create(model);
-    person->setName(std::move(name));
-    person->setAge(age);
+    auto person = createElement<Person>(model);
+    person->name.set(std::move(name));
+    person->age.set(age);
     return person;
 }
 
 /// Returns: "of Ada 36 by [Bob 40, Cid 50, Dan 60, ] marked [1, 2, ]".
 inline Book makeBook(const Model& model) {
-    auto book = Book::create(model);
-    book->setOwner(makePerson(model, u"Ada", 36));
+    auto book = createElement<Book>(model);
+    book->owner.set(makePerson(model, u"Ada", 36));
     for (const auto* name : {u"Bob", u"Cid", u"Dan"}) {
-        const auto age = static_cast<std::int32_t>(40 + 10 * book->getAuthors().size());
-        book->getAuthorsMutable().push_back(makePerson(model, name, age));
+        const auto age = static_cast<std::int32_t>(40 + 10 * book->authors.size());
+        book->authors.push_back(makePerson(model, name, age));
     }
-    book->getMarksMutable().push_back(1);
-    book->getMarksMutable().push_back(2);
+    book->marks.push_back(1);
+    book->marks.push_back(2);
     return book;
 }
 

@@ -18,13 +18,13 @@ TEST(Threads, eachUsesAModelOfItsOwn) {
         for (std::size_t i = 0; i < count; ++i) {
             threads.emplace_back([&, i] {
                 const auto model = Model::create({});
-                const auto shelf = committed(model, [&] { return Shelf::create(model); });
+                const auto shelf = committed(model, [&] { return createElement<Shelf>(model); });
                 for (int round = 0; round < 50; ++round) {
                     auto transaction = model->beginTransaction();
-                    shelf->getBooksMutable().clear();
+                    shelf->books.clear();
                     for (int k = 0; k < 20; ++k) {
                         last[i] = makeBook(model);
-                        shelf->getBooksMutable().push_back(last[i]);
+                        shelf->books.push_back(last[i]);
                         uuids[i].push_back(last[i]->getUuid());
                     }
                     if (round % 2 == 1) {
@@ -44,7 +44,7 @@ TEST(Threads, eachUsesAModelOfItsOwn) {
     for (auto& book : last) {
         const auto model = book->getModel();
         auto transaction = model->beginTransaction();
-        book->setOwner(makePerson(model, u"Eve", 20));
+        book->owner.set(makePerson(model, u"Eve", 20));
         transaction.commit();
         EXPECT_EQ(text(book), "of Eve 20 by [Bob 40, Cid 50, Dan 60, ] marked [1, 2, ]");
         book = Book();

@@ -1,11 +1,12 @@
 #pragma once
-// Lets one allocation of the thread fail.
+// Counts the allocations of a thread and lets one of them fail, by replacing the global functions.
 #include <cstddef>
 
-namespace tessel::core::testing {
+namespace testing_allocations {
 
 /// While it lives, the allocation after the next `successes` of this thread throws
-/// `std::bad_alloc`, and those after it succeed again.
+/// `std::bad_alloc`, and those after it succeed again. One that may not throw never fails on
+/// request: sorts try a buffer this way and go on without one.
 class FailingAllocation {
   public:
     explicit FailingAllocation(std::size_t successes) noexcept;
@@ -16,7 +17,8 @@ class FailingAllocation {
     [[nodiscard]] bool happened() const noexcept;
 };
 
-/// Returns: how many allocations the thread has made.
+/// Returns: how many allocations the thread has made, and how many blocks it has not given back.
 [[nodiscard]] std::size_t allocations() noexcept;
+[[nodiscard]] long blocks() noexcept;
 
-}  // namespace tessel::core::testing
+}  // namespace testing_allocations
