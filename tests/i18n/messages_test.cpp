@@ -53,22 +53,6 @@ TEST(Messages, registeredTextsAreThoseOfTheFiles) {
             }
         }
     }
-    EXPECT_EQ(MessageCatalog::get_message(
-                  MessageID("ORBITA:dependency:comparisons:AnalysisTimestamp"), Locale("fr")),
-              u"Analysis time");
-    MessageCatalog::clear();
-}
-
-TEST(Messages, registeringAgainKeepsOverridesAndRestoresWhatWasCleared) {
-    const MessageID id("comparisons:commonweb:ParamName");
-    MessageCatalog::clear();
-    registerMessages();
-    MessageCatalog::add("en", R"({"comparisons:commonweb": {"ParamName": "Title"}})");
-    registerMessages();
-    EXPECT_EQ(MessageCatalog::get_message(id, Locale("en")), u"Title");
-    MessageCatalog::clear();
-    registerMessages();
-    EXPECT_EQ(MessageCatalog::get_message(id, Locale("en")), u"Name");
     MessageCatalog::clear();
 }
 
