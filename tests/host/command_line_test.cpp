@@ -24,12 +24,6 @@ std::string problemWith(const std::vector<const char*>& words) {
 }
 
 TEST(ParseCommandLine, everyOptionArrives) {
-    const auto plain = std::get<Options>(parsed({"l", "-"}));
-    EXPECT_EQ(plain.inputs, (std::array<std::string, 2>{"l", "-"}));
-    EXPECT_EQ(plain.format, Format::text);
-    EXPECT_EQ(plain.reading.format, "auto");
-    EXPECT_FALSE(plain.outputFile || plain.locale || plain.quiet);
-
     const auto full = std::get<Options>(parsed(
         {"-f", "text", "--format", "json", "-o", "out", "--no-filter", "l", "--locale", "de_DE",
          "--color=always", "--progress", "never", "-q", "--input-format", "graphml", "r"}));
@@ -43,33 +37,23 @@ TEST(ParseCommandLine, everyOptionArrives) {
     EXPECT_TRUE(full.quiet);
 }
 
-TEST(ParseCommandLine, furtherReportsArrive) {
+TEST(ParseCommandLine, furtherReportsAndTheWayOfReadingArrive) {
     const auto options = std::get<Options>(
-        parsed({"--report", "html=a=b.html", "l", "--report=json=c", "r", "--max-bytes", "65536"}));
+        parsed({"--report", "html=a=b.html", "l", "--report=json=c", "r", "--max-bytes", "65536",
+                "--node-id", "name", "--file-type", "lib", "--file-type=app", "--max-input-bytes",
+                "2G", "--max-nesting=9", "--max-nodes", "10", "--max-edges", "20K"}));
+    EXPECT_EQ(options.inputs, (std::array<std::string, 2>{"l", "r"}));
     ASSERT_EQ(options.reports.size(), 2U);
     EXPECT_EQ(options.reports[0].format, Format::html);
     EXPECT_EQ(options.reports[0].path, "a=b.html");
-    EXPECT_EQ(options.reports[1].format, Format::json);
-    EXPECT_EQ(options.reports[1].path, "c");
     EXPECT_EQ(options.mostBytes, 65536U);
-}
-
-TEST(ParseCommandLine, theWayOfReadingArrives) {
-    const auto options = std::get<Options>(
-        parsed({"--node-id", "name", "--file-type", "lib", "l", "r", "--file-type=app",
-                "--max-input-bytes", "2G", "--max-nesting=9", "--max-nodes", "10", "--max-edges",
-                "20K", "--max-text-bytes", "50"}));
     const ReadOptions& reading = options.reading;
-    EXPECT_EQ(options.inputs, (std::array<std::string, 2>{"l", "r"}));
     EXPECT_EQ(reading.nodeID, "name");
     EXPECT_EQ(reading.fileTypes, (std::vector<std::string>{"lib", "app"}));
     EXPECT_EQ(reading.limits.bytes, std::uint64_t{2} << 30U);
     EXPECT_EQ(reading.limits.nestingDepth, 9U);
     EXPECT_EQ(reading.limits.nodes, 10U);
     EXPECT_EQ(reading.limits.edges, 20U << 10U);
-    EXPECT_EQ(reading.limits.textBytes, 50U);
-    EXPECT_EQ(std::get<Options>(parsed({"--convert", "jgf", "l"})).conversion, GraphForm::jgf);
-    EXPECT_EQ(std::get<Options>(parsed({"--textconv", "l"})).conversion, GraphForm::lines);
 }
 
 TEST(ParseCommandLine, filtersStandInTheOrderOfTheirUseAndNoneTwice) {
@@ -93,47 +77,10 @@ TEST(ParseCommandLine, filtersStandInTheOrderOfTheirUseAndNoneTwice) {
     }
 }
 
-TEST(ParseCommandLine, theWordsOfGitNameFilesAndPaths) {
-    using Pair = std::array<std::string, 2>;
-    struct Case {
-        std::vector<const char*> words;
-        Pair files;
-        Pair names;
-    };
-    const Case cases[] = {
-        {{"/tmp/1/x", "x"}, {"/tmp/1/x", "x"}, {"/tmp/1/x", "x"}},
-        {{"-q", "/tmp/1", "0a", "100644", "-o", "0b", "100644"},
-         {"/tmp/1", "-o"},
-         {"a/-q", "b/-q"}},
-        {{"d/x", "/dev/null", ".", ".", "d/x", "00", "100644"},
-         {"/dev/null", "d/x"},
-         {"/dev/null", "b/d/x"}},
-        {{"x", "/tmp/1", "0a", "100644", "/tmp/2", "0b", "100644", "y", "rename from x"},
-         {"/tmp/1", "/tmp/2"},
-         {"a/x", "b/y"}},
-    };
-    for (const auto& [words, files, names] : cases) {
-        std::vector<const char*> all{"--no-filter", "--git"};
-        all.insert(all.end(), words.begin(), words.end());
-        const auto options = std::get<Options>(parsed(all));
-        EXPECT_EQ(options.inputs, files);
-        EXPECT_EQ(options.names, names);
-        EXPECT_EQ(options.failOn, FailOn::none);
-        EXPECT_TRUE(options.reading.emptyInputs);
-        EXPECT_EQ(options.pager, words.size() == 2);
-        EXPECT_TRUE(options.filters.empty());
-        EXPECT_FALSE(options.quiet || options.outputFile);
-    }
-    EXPECT_EQ(std::get<Information>(parsed({"--git", "x\x1b"})).text, "* Unmerged path x\\x1b\n");
-    EXPECT_EQ(std::get<Options>(parsed({"--fail-on", "any", "--git", "l", "r"})).failOn,
-              FailOn::any);
-}
-
 TEST(ParseCommandLine, mistakesAreToldInOneLine) {
     const std::pair<std::vector<const char*>, const char*> cases[] = {
         {{}, "LEFT is required"},
         {{"l"}, "RIGHT is required"},
-        {{"l", "r", "x"}, "The following argument was not expected: x"},
         {{"l", "r", "--nope"}, "The following argument was not expected: --nope"},
         {{"-", "-"}, "only one of the two graphs can come from standard input"},
         {{"-f", "yaml", "l", "r"}, "--format: yaml not in {text,json,html,markdown,summary}"},
@@ -144,14 +91,12 @@ TEST(ParseCommandLine, mistakesAreToldInOneLine) {
          "--max-bytes: less than 4000 leaves no room for a report"},
         {{"--filter", "x", "l", "r"}, "--filter: x not in {nonstructural,unchanged}"},
         {{"--filter", "unchanged", "--no-filter", "l", "r"}, "--filter excludes --no-filter"},
-        {{"--no-filter", "l", "r", "--filter=nonstructural"}, "--filter excludes --no-filter"},
         {{"--convert", "jgf", "l", "r"}, "--convert and --textconv take one graph"},
         {{"--textconv", "l", "r"}, "--convert and --textconv take one graph"},
         {{"l", "--git", "l", "r"}, "--git has to be the last word before those that git adds"},
         {{"--git", "l", "r", "-q"},
          "--git: 1, 2, 7 or 9 words are what git adds, not 3; --git has to come last"},
         {{"l", "r", "--fail-on", "all"}, "--fail-on: all not in {any,structural,none}"},
-        {{"--convert", "dot", "l"}, "--convert: dot not in {jgf}"},
         {{"l", "r", "--max-nodes", "0"}, "--max-nodes: Value 0 not in range 1 to 2000000000"},
         {{"l", "r", "--filter"}, "--filter: 1 required nonstructural|unchanged missing"},
     };
@@ -160,19 +105,13 @@ TEST(ParseCommandLine, mistakesAreToldInOneLine) {
     }
 }
 
-TEST(ParseCommandLine, helpAndVersionNeedNoGraphs) {
-    EXPECT_NE(std::get<Information>(parsed({"--list-formats"})).text.find("cyclonedx\n"),
-              std::string::npos);
+TEST(ParseCommandLine, helpFitsAScreen) {
     const std::string help = std::get<Information>(parsed({"--help"})).text;
     EXPECT_LE(std::count(help.begin(), help.end(), '\n'), 30);
     std::istringstream lines(help);
     for (std::string line; std::getline(lines, line);) {
         EXPECT_LE(line.size(), 80U) << line;
     }
-    EXPECT_NE(help.find("LEFT RIGHT"), std::string::npos);
-    EXPECT_NE(std::get<Information>(parsed({"--help-all"})).text.find("--max-nodes"),
-              std::string::npos);
-    EXPECT_EQ(std::get<Information>(parsed({"--version"})).text.substr(0, 11), "depcompare ");
 }
 
 }  // namespace

@@ -35,9 +35,6 @@ TEST(CycloneDXReader, everyComponentIsAFile) {
                {"name": "b", "version": "1"}, {"name": "b", "version": "1"}, {"name": "c"}]})",
          "specVersion=1.5\nb@1 \"b\" [file] version=1\nc \"c\" [file]\n"
          "pkg:t/a \"a\" [file] purl=pkg:t/a@1?x=y\n"},
-        {"the time of the document is that of the analysis",
-         R"({"specVersion": "1.5", "metadata": {"timestamp": "2024-05-06T07:08:09Z"}})",
-         "specVersion=1.5\ntimestamp=2024-05-06T07:08:09Z\n@ 2024-05-06 07:08:09\n"},
     });
 }
 
@@ -62,8 +59,6 @@ TEST(CycloneDXReader, whatCannotBeReadIsRefusedInOneLine) {
          "in:3: second node with the ID \"a\""},
         {"no name at all", R"({"bomFormat": "CycloneDX", "components": [{}]})",
          "in:1: a component without bom-ref, purl and name"},
-        {"no object", R"({"bomFormat": "CycloneDX", "components": [7]})",
-         "in:1: a component that is no object"},
         {"a dependency of nothing", R"({"bomFormat": "CycloneDX", "dependencies": [{}]})",
          "in:1: a dependency without \"ref\""},
     });
@@ -76,11 +71,8 @@ TEST(CycloneDXReader, aPackageIsItsURLWithoutVersionAndQualifiers) {
         {"pkg:npm/a@1.2.3", "pkg:npm/a"},
         {"pkg:npm/%40s/a@1", "pkg:npm/%40s/a"},
         {"pkg:npm/@s/a@1", "pkg:npm/@s/a"},
-        {"pkg:npm/@s/a", "pkg:npm/@s/a"},
         {"pkg:deb/debian/a@1?arch=amd64&x=/@", "pkg:deb/debian/a"},
         {"pkg:golang/g.org/a@v1#sub/b@c", "pkg:golang/g.org/a#sub/b@c"},
-        {"pkg:npm/a", "pkg:npm/a"},
-        {"", ""},
     };
     for (const auto& [url, expected] : cases) {
         EXPECT_EQ(withoutVersion(url), expected);

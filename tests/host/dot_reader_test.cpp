@@ -26,7 +26,6 @@ TEST(DOTReader, everyNodeIsAFileNamedByItsLabel) {
         {"names that look made up", "digraph { \"%1\" -> \"%\"; subgraph \"%s\" { \"%1\" -> a } }",
          "% \"%\" [file]\n%1 \"%1\" [file]\na \"a\" [file]\n"
          "0000000 %1 -> % [depends]\n0000001 %1 -> a [depends]\n"},
-        {"nothing", "digraph {}", ""},
     });
 }
 
@@ -44,11 +43,8 @@ TEST(DOTReader, edgesHaveTypesComponentsAndADirection) {
         {"turned, and in both directions", "digraph { a:p -> b:q [dir=back]; b -> c [dir=both] }",
          "a \"a\" [file]\nb \"b\" [file]\nc \"c\" [file]\n0000000 b/q -> a/p [depends]\n"
          "0000001 b -> c [depends]\n0000002 c -> b [depends]\n"},
-        {"several, unless it is strict", "digraph { a -> b a -> b }",
-         "a \"a\" [file]\nb \"b\" [file]\n0000000 a -> b [depends]\n0000001 a -> b [depends]\n"},
         {"strict", "strict digraph { a -> b a -> b }",
          "a \"a\" [file]\nb \"b\" [file]\n0000000 a -> b [depends]\n"},
-        {"undirected without edges", "graph { a }", "a \"a\" [file]\n"},
     });
 }
 
@@ -81,39 +77,27 @@ TEST(DOTReader, nodesThatOnlyEdgesNameAreToldAmongDescribedOnes) {
     EXPECT_EQ(
         test::load("digraph { a [label=A] a -> b a -> c }").warnings,
         std::vector<std::string>{"nodes that are named by edges only: 2, the first is \"b\""});
-    EXPECT_TRUE(test::load("digraph { a b [label=B] a -> b; b -> a } ").warnings.size() == 1);
     EXPECT_TRUE(test::load("digraph { a -> b }").warnings.empty());
 }
 
 TEST(DOTReader, whatCannotBeReadIsRefusedInOneLine) {
-    std::string deep = "digraph {";
-    std::string veryDeep = deep;
-    for (int i = 0; i < 20'000; ++i) {
-        (i < 300 ? deep : veryDeep) += "{";
-    }
-    deep += "a" + std::string(301, '}');
-    veryDeep += "a" + std::string(20'000 - 300 + 1, '}');
+    const auto nested = [](std::size_t depth) {
+        return "digraph {" + std::string(depth, '{') + "a" + std::string(depth + 1, '}');
+    };
     expectRead({
         {"a mistake", "digraph {\na -> ;\n}", "in:2: not well-formed DOT: syntax error near ';'"},
         {"cut off", "digraph {\na", "in:2: not well-formed DOT: syntax error"},
-        {"a mistake behind it", "digraph {}\n}",
-         "in:2: not well-formed DOT: syntax error near '}'"},
         {"a second graph", "digraph { a }\ndigraph { b }", "in: more than one graph in the file"},
-        {"what is only hinted at", "digraph {\n1.2.3 -> b }",
-         "in:2: not well-formed DOT: syntax ambiguity - badly delimited number '1.2.' of input "
-         "splits into two tokens"},
         {"undirected", "graph { a -- b }", "in: undirected edge between \"a\" and \"b\""},
         {"nothing but a comment", "# graph {",
          "in: neither content nor name tell the format; "
          "--input-format can name it"},
         {"not UTF-8", "digraph {\n\"\xE4\" }", "in:2: not UTF-8; iconv can convert the file"},
-        {"cut inside of a character", "digraph {}\n// \xC3",
-         "in:2: not UTF-8; iconv can convert the file"},
         {"a zero byte", std::string("digraph {\n") + '\0' + "}",
          "in:2: a zero byte, so this is no text"},
-        {"depth", deep, "in: graphs nested deeper than 256 (--max-nesting)"},
+        {"depth", nested(300), "in: graphs nested deeper than 256 (--max-nesting)"},
     });
-    EXPECT_NE(test::read(veryDeep).find("in:1: not well-formed DOT: "), std::string::npos);
+    EXPECT_NE(test::read(nested(20'000)).find("in:1: not well-formed DOT: "), std::string::npos);
     // What was refused leaves nothing behind.
     EXPECT_EQ(test::read("digraph { a }"), "a \"a\" [file]\n");
 }

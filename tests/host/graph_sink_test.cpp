@@ -32,24 +32,19 @@ TEST(GraphSink, theMarkOfNodeIDsIsRefusedInIDs) {
 }
 
 TEST(GraphSink, aLongIDIsQuotedWithoutItsMiddle) {
-    std::string umlauts;
-    for (int i = 0; i < 100; ++i) {
-        umlauts += "\u00E4";
-    }
-    const std::string id = "x" + umlauts;
-    const std::string problem = problemOf([&](GraphSink& sink) {
-        sink.addNode(id);
-        sink.addNode(id);
-    });
-    std::string head = "x";
-    std::string tail;
-    for (int i = 0; i < 29; ++i) {
-        head += "\u00E4";
-    }
-    for (int i = 0; i < 30; ++i) {
-        tail += "\u00E4";
-    }
-    EXPECT_EQ(problem, "in:7: second node with the ID \"" + head + "..." + tail + "\"");
+    const auto umlauts = [](int count) {
+        std::string text;
+        for (int i = 0; i < count; ++i) {
+            text += "\u00E4";
+        }
+        return text;
+    };
+    const std::string id = "x" + umlauts(100);
+    EXPECT_EQ(problemOf([&](GraphSink& sink) {
+                  sink.addNode(id);
+                  sink.addNode(id);
+              }),
+              "in:7: second node with the ID \"x" + umlauts(29) + "..." + umlauts(30) + "\"");
 }
 
 }  // namespace

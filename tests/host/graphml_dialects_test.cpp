@@ -36,14 +36,6 @@ TEST(GraphMLOfIgraph, nodesAreKnownByIDOrNameAndNotByTheirNumber) {
               "b \"b\" [file]\n");
 }
 
-TEST(GraphMLOfIgraph, aNameOfTwoNodesOfEitherFileIsNoID) {
-    const std::string two =
-        "<node id='n1'><data key='v_name'>x</data></node>"
-        "<node id='n2'><data key='v_name'>x</data></node>";
-    EXPECT_EQ(readPair(igraph(two), igraph("<node id='n5'><data key='v_name'>x</data></node>")),
-              "n1 \"x\" [file]\nn2 \"x\" [file]\nn5 \"x\" [file]\n");
-}
-
 TEST(GraphMLOfIgraph, otherFilesMayHoldItsWords) {
     EXPECT_EQ(readPair("<graphml><graph><node id='n0'><data key='id'>None</data></node>"
                        "<!-- Created by igraph --></graph></graphml>",

@@ -13,7 +13,6 @@ using test::read;
 
 TEST(GraphMLReader, nodesHaveNameTypeAndSortedProperties) {
     expectRead({
-        {"by itself", graphML("<node id='a'/>"), "a \"a\" [file]\n"},
         {"everything",
          graphML("<node id='a'><data key='z'>1</data><data key='type'>lib</data>"
                  "<data key='b'>2</data><data key='name'>A</data></node>"),
@@ -53,22 +52,8 @@ TEST(GraphMLReader, dependenciesAreNumberedByContent) {
               "0000004 b -> a [depends]\n");
 }
 
-TEST(GraphMLReader, dependencyIDsStayInOrderPastOneDigit) {
-    std::string edges = "<node id='a'/>";
-    for (int i = 0; i < 40; ++i) {
-        edges += "<edge source='a' target='a'/>";
-    }
-    const std::string text = read(graphML(edges));
-    EXPECT_NE(text.find("\n000000z a -> a [depends]\n0000010 a -> a [depends]\n"),
-              std::string::npos)
-        << text;
-}
-
 TEST(GraphMLReader, graphDataAreItsPropertiesAndItsTime) {
     expectRead({
-        {"sorted, the last value holds",
-         graphML("<data key='b'>2</data><data key='a'>0</data><data key='a'>1</data>"),
-         "a=1\nb=2\n"},
         {"a time", graphML("<data key='timestamp'>2024-07-29T07:31:59+02:00</data>"),
          "timestamp=2024-07-29T07:31:59+02:00\n@ 2024-07-29 05:31:59\n"},
         {"only the last time counts",
@@ -90,11 +75,7 @@ TEST(GraphMLReader, keysAreFoundByElementAndID) {
          "g=x\nn \"x\" [file]\n0000000 n -> n [x]\n"},
         {"one key for everything", "<graphml><key id='d0' for='all' attr.name='type'/>" + graph,
          "type=x\nn \"n\" [x]\n0000000 n -> n [x]\n"},
-        {"no element named", "<graphml><key id='d0' attr.name='type'/>" + graph,
-         "type=x\nn \"n\" [x]\n0000000 n -> n [x]\n"},
         {"no name", "<graphml><key id='d0' for='node'/>" + graph,
-         "d0=x\nn \"n\" [file] d0=x\n0000000 n -> n [depends]\n"},
-        {"keys of other elements", "<graphml><key id='d0' for='port' attr.name='name'/>" + graph,
          "d0=x\nn \"n\" [file] d0=x\n0000000 n -> n [depends]\n"},
     });
 }
@@ -126,11 +107,6 @@ TEST(GraphMLReader, whatOtherToolsAddIsPassedOver) {
                  "<node id='b'><data key='name'>B</data></node><edge source='b' target='c'/>"
                  "</graph><data key='name'>A</data></node><node id='c'/>"),
          "a \"A\" [file]\nb \"B\" [file]\nc \"c\" [file]\n0000000 b -> c [depends]\n"},
-        {"hyperedges, descriptions, and ports that no edge uses",
-         graphML("<desc>d</desc><node id='a'><desc/><port name='p'><data key='x'>1</data></port>"
-                 "</node><hyperedge><endpoint node='zz'/><data key='x'>1</data></hyperedge>"
-                 "<edge source='a' target='a'><desc/></edge>"),
-         "a \"a\" [file]\n0000000 a -> a [depends]\n"},
         {"data that holds elements, and a key for graphics",
          "<?xml version='1.0' standalone='no'?><graphml xmlns:y='http://y'>"
          "<key id='d5' for='node' yfiles.type='nodegraphics'/>"
@@ -144,10 +120,6 @@ TEST(GraphMLReader, whatOtherToolsAddIsPassedOver) {
          "<g:node id='a'><g:data key='name'>A</g:data></g:node><node "
          "id='b'/></g:graph></g:graphml>",
          "a \"A\" [file]\n"},
-        {"a document type without declarations",
-         "<!DOCTYPE graphml SYSTEM 'graphml.dtd'>\n<graphml><graph><node "
-         "id='a'/></graph></graphml>",
-         "a \"a\" [file]\n"},
         {"a directed edge where undirected ones are the rule",
          "<graphml><graph edgedefault='undirected'><node id='a'/>"
          "<edge source='a' target='a' directed='true'/></graph></graphml>",
@@ -156,23 +128,16 @@ TEST(GraphMLReader, whatOtherToolsAddIsPassedOver) {
 }
 
 TEST(GraphMLReader, badInputIsRefusedWithItsLine) {
-    const std::string tooDeep = [] {
-        std::string nested = "\n";
-        for (int i = 0; i < 300; ++i) {
-            nested += "<desc>";
-        }
-        return nested;
-    }();
+    std::string tooDeep = "\n";
+    for (int i = 0; i < 300; ++i) {
+        tooDeep += "<desc>";
+    }
     expectRead({
         {"empty", "", "in: neither content nor name tell the format; --input-format can name it"},
-        {"not XML", "text",
-         "in: neither content nor name tell the format; --input-format can name it"},
         {"cut off", "<graphml>\n<graph><node id='a'/>\n",
          "in:3: not well-formed XML: no element found"},
         {"mismatched", graphML("\n<node id='a'></edge>\n"),
          "in:3: not well-formed XML: mismatched tag"},
-        {"not UTF-8", graphML("\n<node id='\xFF'/>"),
-         "in:3: not well-formed XML: not well-formed (invalid token)"},
         {"another language", "\n<html></html>",
          "in:2: not GraphML: the outermost element is \"html\""},
         {"entities", "<!DOCTYPE graphml [\n<!ENTITY a 'aaaa'>]><graphml/>",
@@ -186,11 +151,6 @@ TEST(GraphMLReader, badInputIsRefusedWithItsLine) {
         {"depth", graphML(tooDeep), "in:3: elements nested deeper than 256 (--max-nesting)"},
         {"a second node", graphML("<node id='a'/>\n<node id='b'/>\n<node id='a'/>"),
          "in:4: second node with the ID \"a\""},
-        {"a second node in a nested graph",
-         graphML("<node id='a'>\n<graph><node id='a'/></graph></node>"),
-         "in:3: second node with the ID \"a\""},
-        {"an undeclared source", graphML("\n<edge source='x' target='a'/>\n<node id='a'/>\n"),
-         "in:3: the edge's end \"x\" is not declared as a node"},
         {"the first of several undeclared ends",
          graphML("<node id='a'/>\n<edge source='a' target='y'/>\n<edge source='x' target='y'/>\n"),
          "in:3: the edge's end \"y\" is not declared as a node"},
@@ -208,8 +168,6 @@ TEST(GraphMLReader, badInputIsRefusedWithItsLine) {
          "<graph/></graphml>",
          "in:2: the timestamp \"x\" is not a date and time in ISO 8601"},
         {"a node without an ID", graphML("<node/>"), "in:2: <node> without the attribute \"id\""},
-        {"an edge without an end", graphML("<edge source='a'/>"),
-         "in:2: <edge> without the attribute \"target\""},
         {"data without a key", graphML("<data/>"), "in:2: <data> without the attribute \"key\""},
         {"a key after its use",
          "<graphml><graph><node id='a'><data key='k'/></node></graph>\n"
@@ -241,12 +199,6 @@ TEST(GraphMLReader, aLimitThatIsExceededIsNamed) {
     for (const auto& [limits, expected] : cases) {
         EXPECT_EQ(read(file, limits), expected);
     }
-}
-
-TEST(GraphMLReader, textAcrossPiecesOfTheFileStaysWhole) {
-    const std::string value(300'000, 'v');
-    EXPECT_EQ(read(graphML("<node id='a'><data key='k'>" + value + "</data></node>")),
-              "a \"a\" [file] k=" + value + "\n");
 }
 
 }  // namespace

@@ -59,15 +59,6 @@ std::string lineOf(const Dependency& dependency) {
                        ustring_to_utf8(dependency.getType()->getID()));
 }
 
-template <class Write>
-std::string written(Write write) {
-    std::string text;
-    Output output([&](std::string_view part) { text += part; });
-    write(output);
-    output.flush();
-    return text;
-}
-
 }  // namespace
 
 std::string graphML(std::string_view contentOfGraph) {
@@ -136,8 +127,7 @@ void expectRead(std::initializer_list<ReadCase> cases) {
 
 Report compare(const std::string& left, const std::string& right, const EnabledFilters& filters) {
     messages::registerMessages();
-    std::array<GraphDraft, 2> drafts{draftOf("old", left, {}), draftOf("new", right, {})};
-    Report report = compareInputs(buildGraphs(std::move(drafts)), {"old", "new"}, filters);
+    Report report = compareInputs(loadPair(left, right), {"old", "new"}, filters);
     completeLedger(report);
     return report;
 }

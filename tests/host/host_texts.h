@@ -60,6 +60,16 @@ void expectRead(std::initializer_list<ReadCase> cases);
 /// Returns: nothing, each filter alone, and both.
 [[nodiscard]] std::vector<EnabledFilters> allFilterSettings();
 
+/// Returns: what `write` writes to the output that it is given.
+template <class Write>
+std::string written(Write write) {
+    std::string text;
+    Output output([&](std::string_view part) { text += part; });
+    write(output);
+    output.flush();
+    return text;
+}
+
 [[nodiscard]] std::string jsonTextOf(const Report& report);
 [[nodiscard]] nlohmann::json jsonOf(const Report& report);
 [[nodiscard]] std::string textOf(const Report& report, const TextStyle& style = {});

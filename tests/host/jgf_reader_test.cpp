@@ -51,12 +51,8 @@ TEST(JGFReader, whatCannotBeReadIsRefusedInOneLine) {
          R"({"graph": {"edges": [{"source": "a", "target": "b", "directed": false}]}})",
          "in:1: undirected edge between \"a\" and \"b\""},
         {"a node without an ID", R"({"graph": {"nodes": [{}]}})", "in:1: a node without \"id\""},
-        {"a second node", R"({"graph": {"nodes": {"a": {}, "a": {}}}})",
-         "in:1: second node with the ID \"a\""},
         {"an edge without an end", R"({"graph": {"edges": [{"source": "a"}]}})",
          "in:1: an edge without \"source\" or \"target\""},
-        {"an unknown document", R"({"nodes": []})",
-         "in: neither content nor name tell the format; --input-format can name it"},
     });
     Input other = Input::fromText("in", "[1]");
     EXPECT_THROW(static_cast<void>(readJGF(other)), InputError);

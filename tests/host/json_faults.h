@@ -1,5 +1,5 @@
 #pragma once
-// Checks a JSON report by what it says of itself: every member, its type, and every sum.
+// Checks a JSON report by what it says of itself: the sums of its rows, and what may be visible.
 #include <string>
 #include <vector>
 

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "host_texts.h"
@@ -11,6 +12,7 @@ namespace {
 
 using test::compare;
 using test::graphML;
+using testing::ThrowsMessage;
 
 // Three edges of `a` to `b` share a pairing key in pairs; `x` is no file, and has an edge itself.
 const std::string oldFile = graphML(
@@ -25,17 +27,11 @@ const std::string newFile = graphML(
     "<node id='a'><data key='k'>1</data></node><node id='b'/><edge source='b' target='a'/>");
 
 TEST(Ledger, whatAFileContainedIsAccountedFor) {
-    const Ledger ledger = compare(oldFile, newFile).ledger;
-    const SideLedger& left = ledger.sides[0];
-    EXPECT_EQ(left.nodes, 4U);
-    EXPECT_EQ(left.files, 2U);
+    const SideLedger left = compare(oldFile, newFile).ledger.sides[0];
     EXPECT_EQ(left.otherNodes, (std::map<std::u16string, std::size_t>{{u"lib", 1}, {u"tool", 1}}));
-    EXPECT_EQ(left.dependencies, 6U);
     EXPECT_EQ(left.compared, 3U);
     EXPECT_EQ(left.folded, 2U);
     EXPECT_EQ(left.leavingOthers, 1U);
-    EXPECT_EQ(ledger.sides[1].compared, 1U);
-    EXPECT_EQ(ledger.sides[1].folded + ledger.sides[1].leavingOthers, 0U);
 }
 
 TEST(Ledger, whatTwoFiltersHideBelongsToTheFirst) {
@@ -54,42 +50,26 @@ TEST(Ledger, whatTwoFiltersHideBelongsToTheFirst) {
     EXPECT_EQ(visibility.rows, (::comparisons::RowCount{.all = 2, .visible = 0}));
 }
 
-TEST(Ledger, rowsOfAHiddenEntryAreHiddenByWhatHidesTheEntry) {
-    const Report report =
-        compare(graphML("<node id='a'/>"), graphML("<node id='a'><data key='k'>1</data></node>"),
-                filtersNamed({"nonstructural"}));
-    EXPECT_EQ(report.ledger.visibility.hidden[0].rows, 1U);
-    EXPECT_EQ(report.ledger.visibility.rows.visible, 0U);
-}
-
 TEST(Ledger, whatIsDroppedOrCountedTwiceIsNoticed) {
     const Report report = compare(oldFile, newFile, filtersNamed({"unchanged"}));
-    struct Case {
-        const char* what;
-        std::function<void(Ledger&)> spoil;
-    };
-    const Case cases[] = {
+    const std::pair<const char*, std::function<void(Ledger&)>> cases[] = {
         {"left nodes", [](Ledger& l) { l.sides[0].otherNodes.erase(u"tool"); }},
         {"right nodes", [](Ledger& l) { ++l.sides[1].files; }},
         {"left files", [](Ledger& l) { --l.sides[0].comparedFiles; }},
         {"left dependencies", [](Ledger& l) { --l.sides[0].folded; }},
-        {"left dependencies", [](Ledger& l) { --l.sides[0].leavingOthers; }},
         {"right dependencies", [](Ledger& l) { ++l.sides[1].compared; }},
-        {"entries", [](Ledger& l) { --l.visibility.entries.visible; }},
         {"entries", [](Ledger& l) { ++l.visibility.hidden[0].entries.groups; }},
-        {"rows", [](Ledger& l) { --l.visibility.rows.visible; }},
         {"rows", [](Ledger& l) { ++l.rows; }},
     };
     for (const auto& [what, spoil] : cases) {
         Ledger ledger = report.ledger;
         spoil(ledger);
-        try {
-            checkSides(ledger);
-            checkVisibility(ledger);
-            ADD_FAILURE() << what << " went unnoticed";
-        } catch (const LedgerError& error) {
-            EXPECT_NE(std::string(error.what()).find(what), std::string::npos) << error.what();
-        }
+        EXPECT_THAT(
+            [&] {
+                checkSides(ledger);
+                checkVisibility(ledger);
+            },
+            ThrowsMessage<LedgerError>(testing::HasSubstr(what)));
     }
 }
 
@@ -102,11 +82,6 @@ TEST(Ledger, anItemThatTheComparisonLostIsNoticed) {
         ++(inputs[1].*count);
         EXPECT_THROW((void)compareInputs(inputs, {}, {}), LedgerError);
     }
-    // As if a comparison of fewer dependencies stood for these graphs.
-    const Report smaller =
-        compare(graphML("<node id='a'/><node id='b'/><edge source='a' target='b'/>"), newFile);
-    EXPECT_THROW(checkSides(countLedger(report.inputs, *smaller.comparison, smaller.summary)),
-                 LedgerError);
 }
 
 }  // namespace

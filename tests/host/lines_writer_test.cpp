@@ -10,11 +10,7 @@ namespace depcompare {
 namespace {
 
 std::string linesOf(const std::string& file) {
-    std::string text;
-    Output output([&](std::string_view part) { text += part; });
-    writeLines(*test::load(file).graph, output);
-    output.flush();
-    return text;
+    return test::written([&](Output& output) { writeLines(*test::load(file).graph, output); });
 }
 
 TEST(WriteLines, everyPartOfAGraphHasItsLine) {

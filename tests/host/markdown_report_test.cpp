@@ -14,11 +14,7 @@ using test::compare;
 using test::graphML;
 
 std::string markdownOf(const Report& report, std::optional<std::size_t> mostBytes = {}) {
-    std::string text;
-    Output output([&](std::string_view part) { text += part; });
-    writeMarkdownReport(report, mostBytes, output);
-    output.flush();
-    return text;
+    return test::written([&](Output& output) { writeMarkdownReport(report, mostBytes, output); });
 }
 
 std::string manyFiles(std::size_t count) {

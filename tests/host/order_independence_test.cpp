@@ -1,5 +1,4 @@
 // What a file says counts, and not the order in which it says it.
-#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -29,37 +28,27 @@ rc::Gen<std::string> word() {
     return rc::gen::element<std::string>("", "a", "A", "b", "ab");
 }
 
-rc::Gen<std::string> nodeWith(int number) {
-    return rc::gen::map(
-        rc::gen::tuple(rc::gen::element<std::string>("file", "file", "lib"), word(), word()),
-        [number](const std::tuple<std::string, std::string, std::string>& texts) {
-            const auto& [type, name, value] = texts;
-            return fmt::format("<node id='{}'>{}{}{}</node>\n", idOf(number), text("type", type),
-                               text("name", name), text("k", value));
-        });
+std::string nodeWith(int number) {
+    return fmt::format("<node id='{}'>{}{}{}</node>\n", idOf(number),
+                       text("type", *rc::gen::element<std::string>("file", "file", "lib")),
+                       text("name", *word()), text("k", *word()));
 }
 
-rc::Gen<std::string> edgeAmong(int nodes) {
-    return rc::gen::map(
-        rc::gen::tuple(rc::gen::inRange(0, nodes), rc::gen::inRange(0, nodes), word(), word(),
-                       word()),
-        [](const std::tuple<int, int, std::string, std::string, std::string>& edge) {
-            const auto& [source, target, type, component, componentType] = edge;
-            return fmt::format("<edge source='{}' target='{}'>{}{}{}</edge>\n", idOf(source),
-                               idOf(target), text("type", type),
-                               text("upstream_component", component),
-                               text("downstream_component_type", componentType));
-        });
+std::string edgeAmong(int nodes) {
+    return fmt::format("<edge source='{}' target='{}'>{}{}{}</edge>\n",
+                       idOf(*rc::gen::inRange(0, nodes)), idOf(*rc::gen::inRange(0, nodes)),
+                       text("type", *word()), text("upstream_component", *word()),
+                       text("downstream_component_type", *word()));
 }
 
 Parts someParts() {
     const int nodes = *rc::gen::inRange(1, 9);
     Parts parts;
     for (int i = 0; i < nodes; ++i) {
-        parts.push_back(*nodeWith(i));
+        parts.push_back(nodeWith(i));
     }
-    for (const auto& edge : *rc::gen::container<Parts>(edgeAmong(nodes))) {
-        parts.push_back(edge);
+    for (int left = *rc::gen::inRange(0, 20); left > 0; --left) {
+        parts.push_back(edgeAmong(nodes));
     }
     return parts;
 }
@@ -82,6 +71,7 @@ RC_GTEST_PROP(OrderIndependence, shufflingNodesAndEdgesChangesNothingInAnyReport
     const Report other = test::compare(fileOf(shuffled(left)), fileOf(shuffled(right)));
     RC_ASSERT(test::jsonTextOf(other) == test::jsonTextOf(report));
     RC_ASSERT(test::textOf(other) == test::textOf(report));
+    RC_ASSERT(!test::compare(fileOf(left), fileOf(shuffled(left))).summary.showsDifference);
 }
 
 RC_GTEST_PROP(OrderIndependence, everyReportKeepsItsContractUnderEveryFilterSetting, ()) {
@@ -93,13 +83,6 @@ RC_GTEST_PROP(OrderIndependence, everyReportKeepsItsContractUnderEveryFilterSett
         RC_ASSERT(test::faultsOf(written) == std::vector<std::string>());
         RC_ASSERT(report.tree->showsDifference() == test::showsDifference(written["tree"]));
     }
-}
-
-RC_GTEST_PROP(OrderIndependence, aShuffledFileEqualsItself, ()) {
-    const Parts parts = someParts();
-    const Report report = test::compare(fileOf(parts), fileOf(shuffled(parts)));
-    RC_ASSERT(!report.summary.showsDifference);
-    RC_ASSERT(!report.tree->showsDifference());
 }
 
 }  // namespace

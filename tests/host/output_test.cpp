@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <system_error>
 
 #include <gtest/gtest.h>
 
@@ -28,34 +27,10 @@ class OutputFileTest : public testing::Test {
         std::ifstream file(target_);
         return {std::istreambuf_iterator<char>(file), {}};
     }
-    [[nodiscard]] std::ptrdiff_t filesInFolder() const {
-        return std::distance(fs::directory_iterator(folder_), {});
-    }
 
     fs::path folder_;
     fs::path target_;
 };
-
-TEST_F(OutputFileTest, theTargetChangesInCommitOnly) {
-    std::ofstream(target_) << "old";
-    {
-        OutputFile file(target_.string());
-        file.write("new");
-        EXPECT_EQ(content(), "old");
-        file.commit();
-        EXPECT_EQ(content(), "new");
-    }
-    EXPECT_EQ(content(), "new");
-    EXPECT_EQ(filesInFolder(), 1);
-}
-
-TEST_F(OutputFileTest, withoutACommitNothingIsLeftBehind) {
-    {
-        OutputFile file(target_.string());
-        file.write("half");
-    }
-    EXPECT_EQ(filesInFolder(), 0);
-}
 
 TEST_F(OutputFileTest, linksAndPermissionsStay) {
     const fs::path real = folder_ / "real";
@@ -77,16 +52,6 @@ TEST_F(OutputFileTest, newFilesHaveTheUsualPermissions) {
     file.commit();
     ::umask(mask);
     EXPECT_EQ(static_cast<unsigned>(fs::status(target_).permissions()), 0640U);
-}
-
-TEST(Output, whatIsNotWrittenIsToldWithTheName) {
-    OutputFile full("/dev/full");
-    try {
-        full.write("x");
-        FAIL();
-    } catch (const std::system_error& error) {
-        EXPECT_STREQ(error.what(), "/dev/full: No space left on device");
-    }
 }
 
 }  // namespace
