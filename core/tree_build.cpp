@@ -1,6 +1,7 @@
 #include "core/tree_build.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "core/sibling_positions.h"
 #include "matching/edit_maker.h"
@@ -79,6 +80,7 @@ Vertex buildTree(Tree& tree, const PairIndex& index, const std::vector<Pairing>&
         auto& entry = tree[vertex];
         maker.fill(entry.edit, pairing);
         entry.detail = compareDetail(entry.edit);
+        std::optional<Tree::edge_descriptor> link;
         for (const Side side : ::comparisons::sides) {
             const Number item = pairing.items[indexOf(side)];
             if (item == none) {
@@ -91,7 +93,11 @@ Vertex buildTree(Tree& tree, const PairIndex& index, const std::vector<Pairing>&
                 files[indexOf(side)][item] = vertex;
             }
             entry.positions[indexOf(side)] = positions[indexOf(side)][item];
-            tree[boost::add_edge(parent, vertex, tree).first].sides.push_back(side);
+            // Looking for the link of the other side would make one first and drop it.
+            if (!link || boost::source(*link, tree) != parent) {
+                link = boost::add_edge(parent, vertex, tree).first;
+            }
+            tree[*link].sides.push_back(side);
         }
     }
     return root;
