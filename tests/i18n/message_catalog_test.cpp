@@ -84,7 +84,7 @@ TEST_F(MessageCatalogTest, malformedTextNamesTheFaultAndRegistersNothing) {
         {"{\"c\": {\"k\": \"\xff\"}}", "UTF-8"},
     };
     for (const auto& [json, fault] : cases) {
-        EXPECT_THAT([&] { MessageCatalog::add("de", json); },
+        EXPECT_THAT([text = json] { MessageCatalog::add("de", text); },
                     ThrowsMessage<MalformedCatalog>(
                         AllOf(HasSubstr("messages for 'de': "), HasSubstr(fault))));
         EXPECT_EQ(text("c:k", "de"), "(none)") << json;

@@ -1,5 +1,7 @@
 #include <dependency/comparisons/compare_graphs.h>
 
+#include <array>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -84,7 +86,8 @@ TEST(CompareGraphs, reportsAnItemThatTheMatchingLeftOut) {
          "the matching left out \"a\" -> \"bc\" of the left graph: \"abc\" has the same key"},
     };
     for (const auto& [left, right, message] : cases) {
-        EXPECT_THAT([&] { (void)compareGraphs(graphOf(left), graphOf(right)); },
+        const std::array graphs{graphOf(left), graphOf(right)};
+        EXPECT_THAT([&] { (void)compareGraphs(graphs[0], graphs[1]); },
                     testing::ThrowsMessage<UnmatchedItemError>(message));
     }
 }
