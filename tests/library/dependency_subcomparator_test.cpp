@@ -28,6 +28,13 @@ TEST(DependencySubcomparator, mayFindNoDifferenceInAGroupThatTheTreeShowsAsChang
               "use:use\n  = 1 x ->  | 2 x -> \n  = 2 y ->  | 1 y -> \n");
 }
 
+// Their contents are equal, so that their order is open.
+TEST(DependencySubcomparator, doesNotPairDependenciesWhoseTypesDifferInNameOnly) {
+    const auto rows = test::rowsOf("A -> B [type=t:one]", "A -> B [type=t:two]", "A -> B");
+    EXPECT_NE(rows.find("  < 1  -> \n"), std::string::npos) << rows;
+    EXPECT_NE(rows.find("  > 1  -> \n"), std::string::npos) << rows;
+}
+
 TEST(DependencySubcomparator, comparesWhatHasNoDependenciesToNothing) {
     DependencySubcomparator subcomparator;
     const Item empty = ParallelDependencies();
