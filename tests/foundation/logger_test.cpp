@@ -94,6 +94,7 @@ TEST_F(LoggerTest, threadsWriteWholeRecordsOneAtATime) {
     constexpr int threadCount = 4;
     constexpr int perThread = 200;
     std::vector<std::jthread> threads;
+    threads.reserve(threadCount);
     for (int i = 0; i < threadCount; ++i) {
         threads.emplace_back([i] {
             for (int k = 0; k < perThread; ++k) {

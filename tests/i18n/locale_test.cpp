@@ -49,6 +49,7 @@ TEST(Locale, globalLocaleIsReadWholeWhileItIsSet) {
     std::atomic<bool> stop = false;
     std::atomic<int> torn = 0;
     std::vector<std::jthread> readers;
+    readers.reserve(3);
     for (int i = 0; i < 3; ++i) {
         readers.emplace_back([&] {
             while (!stop) {

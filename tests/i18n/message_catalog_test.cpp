@@ -117,6 +117,7 @@ TEST_F(MessageCatalogTest, readersSeeOneTextOrTheOtherWhileOthersRegister) {
     std::atomic<bool> stop = false;
     std::atomic<int> wrong = 0;
     std::vector<std::jthread> readers;
+    readers.reserve(3);
     for (int i = 0; i < 3; ++i) {
         readers.emplace_back([&] {
             while (!stop) {

@@ -97,6 +97,7 @@ std::vector<ParallelDependencies> groupsOf(const graph::Graph& graph, const Node
             .push_back(dependency);
     }
     std::vector<ParallelDependencies> groups;
+    groups.reserve(byDownstream.size());
     for (const auto& [key, dependencies] : byDownstream) {
         groups.emplace_back(
             upstream, dependencies.front()->getDownstreamNode(),

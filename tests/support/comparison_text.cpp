@@ -20,7 +20,7 @@ using ::comparisons::Side;
 
 namespace {
 
-std::string quotedIfEmpty(std::string text) {
+std::string quotedIfEmpty(const std::string& text) {
     return text.empty() ? "\"\"" : text;
 }
 

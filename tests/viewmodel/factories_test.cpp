@@ -37,8 +37,8 @@ ComparisonValue dependencies() {
 ComparisonValue combined() {
     std::vector<ComparisonValue> members;
     members.push_back(dependencies());
-    members.push_back(ComparisonValue(ForeignComparison()));
-    members.push_back(ComparisonValue(CombinedComparison({})));
+    members.emplace_back(ForeignComparison());
+    members.emplace_back(CombinedComparison({}));
     return ComparisonValue(CombinedComparison(std::move(members)));
 }
 
@@ -47,11 +47,11 @@ class FactoriesTest : public testing::Test {
     // One of each kind, in the order of the registry, and one of no known kind.
     std::vector<ComparisonValue> comparisonsOfAllKinds() {
         std::vector<ComparisonValue> all;
-        all.push_back(ComparisonValue(GraphPropertyComparison({})));
+        all.emplace_back(GraphPropertyComparison({}));
         all.push_back(dependencies());
-        all.push_back(ComparisonValue(NodePropertyComparison({})));
+        all.emplace_back(NodePropertyComparison({}));
         all.push_back(combined());
-        all.push_back(ComparisonValue(ForeignComparison()));
+        all.emplace_back(ForeignComparison());
         return all;
     }
 

@@ -36,7 +36,7 @@ void generateParamEntries(const Range& edits, const MakeParam& makeParam,
     entries.reserve(edits.size());
     for (const auto* edit : edits) {
         auto entry = parameter::tessel::Entry::create(model);
-        for (const Side side : sides) {
+        for (const Side side : sides) {  // NOLINT(clang-analyzer-cplusplus*): the model owns all.
             entry->getParametersMutable().push_back(
                 makeOptionalParameter((*edit)[side], makeParam, model));
         }
