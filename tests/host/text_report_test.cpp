@@ -11,6 +11,7 @@ using test::compare;
 using test::graphML;
 using test::textOf;
 
+// NOLINTBEGIN(cert-err58-cpp): a test that cannot even copy a text may end.
 const std::string header =
     "Comparing old (3 files, 3 dependencies)\n"
     "with      new (3 files, 4 dependencies)\n\n";
@@ -28,6 +29,7 @@ const std::string newFile = graphML(
     "<edge source='a' target='d'><data key='type'>use</data></edge>"
     "<edge source='a' target='d'><data key='type'>use</data>"
     "<data key='upstream_component'>h</data></edge>");
+// NOLINTEND(cert-err58-cpp)
 
 /// Returns: the report's lines between the header and the ending.
 std::string treeOf(const std::string& left, const std::string& right,
@@ -117,6 +119,7 @@ TEST(TextReport, coloursGoBySignAndWidthByTerminal) {
 TEST(TextReport, namesCannotSteerTheTerminal) {
     const std::string text = treeOf(
         graphML(""),
+        // NOLINTNEXTLINE(misc-misleading-bidirectional): that is what is tested.
         graphML("<node id='a&#10;b\u202e\u009b1m'><data key='k&#9;'>\u009b2m</data></node>"), {});
     EXPECT_NE(text.find("+ a\\nb\\u202e\\x9b1m\n"), std::string::npos) << text;
     EXPECT_NE(text.find("+ k\\t  \\x9b2m\n"), std::string::npos) << text;

@@ -11,6 +11,7 @@ TEST(Visible, nothingThatSteersATerminalGetsThrough) {
         {"a\nb\tc\rd", "a\\nb\\tc\\rd"},
         {"\x1b[31mred\x07\x7f", "\\x1b[31mred\\x07\\x7f"},
         {"\u009b31m", "\\x9b31m"},
+        // NOLINTNEXTLINE(misc-misleading-bidirectional): that is what is tested.
         {"cc.\u202egnp", "cc.\\u202egnp"},
         {"\u2066x\u2069\u200f\u061c\u2028\ufeff", "\\u2066x\\u2069\\u200f\\u061c\\u2028\\ufeff"},
         {"\u00e4 \u65e5\u672c \U0001f600", "\u00e4 \u65e5\u672c \U0001f600"},
