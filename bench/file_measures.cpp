@@ -4,8 +4,8 @@
 #include "expat_parse.h"
 #include "measures.h"
 #ifdef BENCH_HAS_READERS
-#include "readers/build_graphs.h"
-#include "readers/graphml_reader.h"
+#include "draft/build_graphs.h"
+#include "formats/graphml/graphml_reader.h"
 #endif
 
 namespace depcompare::bench {

@@ -1,5 +1,5 @@
+#include "formats/cyclonedx/cyclonedx_reader.h"
 #include "reader_fuzzing.h"
-#include "readers/cyclonedx_reader.h"
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     depcompare::fuzz::prepare();

@@ -1,5 +1,5 @@
+#include "formats/dependency_cruiser/dependency_cruiser_reader.h"
 #include "reader_fuzzing.h"
-#include "readers/dependency_cruiser_reader.h"
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     depcompare::fuzz::prepare();

@@ -1,5 +1,5 @@
+#include "formats/dot/dot_reader.h"
 #include "reader_fuzzing.h"
-#include "readers/dot_reader.h"
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     depcompare::fuzz::prepare();

@@ -1,5 +1,5 @@
+#include "formats/graphml/graphml_reader.h"
 #include "reader_fuzzing.h"
-#include "readers/graphml_reader.h"
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     depcompare::fuzz::prepare();

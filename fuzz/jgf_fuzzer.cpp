@@ -1,5 +1,5 @@
+#include "formats/jgf/jgf_reader.h"
 #include "reader_fuzzing.h"
-#include "readers/jgf_reader.h"
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     depcompare::fuzz::prepare();

@@ -8,9 +8,9 @@
 #include <depcompare/messages/messages.h>
 #include <dependency/comparisons/compare_graphs.h>
 
-#include "readers/build_graphs.h"
-#include "readers/input_error.h"
-#include "reports/summary.h"
+#include "draft/build_graphs.h"
+#include "input/input_error.h"
+#include "presentation/summary.h"
 
 namespace depcompare::fuzz {
 

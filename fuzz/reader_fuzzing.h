@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "readers/graph_draft.h"
-#include "readers/input.h"
+#include "draft/graph_draft.h"
+#include "input/input.h"
 
 namespace depcompare::fuzz {
 

@@ -10,16 +10,16 @@
 
 #include <fmt/format.h>
 
-#include "output.h"
-#include "pager.h"
-#include "reports/counts_table.h"
-#include "reports/json_report.h"
-#include "reports/markdown_report.h"
-#include "reports/page_report.h"
-#include "reports/text_report.h"
-#include "terminal.h"
-#include "writers/jgf_writer.h"
-#include "writers/lines_writer.h"
+#include "formats/jgf/jgf_writer.h"
+#include "formats/lines/lines_writer.h"
+#include "output/output.h"
+#include "output/pager.h"
+#include "output/terminal.h"
+#include "presentation/counts_table.h"
+#include "reports/json/json_report.h"
+#include "reports/markdown/markdown_report.h"
+#include "reports/page/page_report.h"
+#include "reports/text/text_report.h"
 
 namespace depcompare {
 

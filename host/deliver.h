@@ -2,9 +2,9 @@
 // Brings results to where the command line wants them: the terminal, a pager, a pipe, files.
 #include <dependency/graph/graph.h>
 
-#include "options.h"
-#include "progress.h"
-#include "reports/report.h"
+#include "cli/options.h"
+#include "output/progress.h"
+#include "presentation/report.h"
 
 namespace depcompare {
 

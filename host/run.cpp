@@ -17,15 +17,15 @@
 #include <fl/i18n/locale.h>
 #include <fmt/format.h>
 
-#include "command_line.h"
+#include "cli/command_line.h"
 #include "deliver.h"
-#include "output.h"
-#include "progress.h"
-#include "readers/input.h"
-#include "readers/load_graphs.h"
-#include "reports/report.h"
-#include "reports/visible_text.h"
-#include "terminal.h"
+#include "formats/load_graphs.h"
+#include "input/input.h"
+#include "output/output.h"
+#include "output/progress.h"
+#include "output/terminal.h"
+#include "output/visible_text.h"
+#include "presentation/report.h"
 
 namespace depcompare {
 

@@ -7,9 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include "formats/jgf/jgf_writer.h"
+#include "formats/load_graphs.h"
 #include "host_texts.h"
-#include "readers/load_graphs.h"
-#include "writers/jgf_writer.h"
 
 namespace depcompare {
 namespace {

@@ -1,4 +1,4 @@
-#include "readers/cyclonedx_reader.h"
+#include "formats/cyclonedx/cyclonedx_reader.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "readers/dependency_cruiser_reader.h"
+#include "formats/dependency_cruiser/dependency_cruiser_reader.h"
 
 #include <gtest/gtest.h>
 

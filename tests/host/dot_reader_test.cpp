@@ -1,10 +1,10 @@
-#include "readers/dot_reader.h"
+#include "formats/dot/dot_reader.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include "formats/dot/dot_labels.h"
 #include "host_texts.h"
-#include "readers/dot_labels.h"
 
 namespace depcompare {
 namespace {

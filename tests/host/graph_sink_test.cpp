@@ -1,8 +1,8 @@
-#include "readers/graph_sink.h"
+#include "draft/graph_sink.h"
 
 #include <gtest/gtest.h>
 
-#include "readers/input_error.h"
+#include "input/input_error.h"
 
 namespace depcompare {
 namespace {

@@ -1,4 +1,4 @@
-#include "readers/graphml_reader.h"
+#include "formats/graphml/graphml_reader.h"
 
 #include <gtest/gtest.h>
 

@@ -11,11 +11,11 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "readers/input.h"
-#include "readers/input_error.h"
-#include "readers/node_id.h"
-#include "readers/read_graph.h"
-#include "reports/json_report.h"
+#include "draft/marked_id.h"
+#include "formats/read_graph.h"
+#include "input/input.h"
+#include "input/input_error.h"
+#include "reports/json/json_report.h"
 
 namespace depcompare::test {
 

@@ -8,11 +8,11 @@
 
 #include <nlohmann/json_fwd.hpp>
 
-#include "readers/build_graphs.h"
-#include "readers/limits.h"
-#include "readers/read_options.h"
-#include "reports/report.h"
-#include "reports/text_report.h"
+#include "draft/build_graphs.h"
+#include "draft/read_options.h"
+#include "input/limits.h"
+#include "presentation/report.h"
+#include "reports/text/text_report.h"
 
 namespace depcompare::test {
 

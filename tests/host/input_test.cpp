@@ -1,4 +1,4 @@
-#include "readers/input.h"
+#include "input/input.h"
 
 #include <zlib.h>
 
@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "host_texts.h"
-#include "readers/input_error.h"
+#include "input/input_error.h"
 
 namespace depcompare {
 namespace {

@@ -1,9 +1,9 @@
-#include "readers/jgf_reader.h"
+#include "formats/jgf/jgf_reader.h"
 
 #include <gtest/gtest.h>
 
 #include "host_texts.h"
-#include "readers/input_error.h"
+#include "input/input_error.h"
 
 namespace depcompare {
 namespace {

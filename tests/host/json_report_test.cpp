@@ -1,4 +1,4 @@
-#include "reports/json_report.h"
+#include "reports/json/json_report.h"
 
 #include <fstream>
 #include <iterator>

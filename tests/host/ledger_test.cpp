@@ -1,4 +1,4 @@
-#include "reports/ledger.h"
+#include "presentation/ledger.h"
 
 #include <functional>
 

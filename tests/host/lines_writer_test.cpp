@@ -1,4 +1,4 @@
-#include "writers/lines_writer.h"
+#include "formats/lines/lines_writer.h"
 
 #include <string>
 

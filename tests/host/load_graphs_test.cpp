@@ -1,4 +1,4 @@
-#include "readers/load_graphs.h"
+#include "formats/load_graphs.h"
 
 #include <filesystem>
 #include <fstream>
@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "readers/input_error.h"
+#include "input/input_error.h"
 
 namespace depcompare {
 namespace {

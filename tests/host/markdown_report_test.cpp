@@ -1,11 +1,11 @@
-#include "reports/markdown_report.h"
+#include "reports/markdown/markdown_report.h"
 
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "host_texts.h"
-#include "reports/markdown_text.h"
+#include "reports/markdown/markdown_text.h"
 
 namespace depcompare {
 namespace {

@@ -1,4 +1,4 @@
-#include "readers/node_ids.h"
+#include "draft/choose_node_ids.h"
 
 #include <vector>
 
@@ -6,8 +6,8 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include "draft/marked_id.h"
 #include "host_texts.h"
-#include "readers/node_id.h"
 
 namespace depcompare {
 namespace {

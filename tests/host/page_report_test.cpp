@@ -1,5 +1,5 @@
 // What of the page needs no browser: its tables under every choice of filters, and its plain part.
-#include "reports/page_report.h"
+#include "reports/page/page_report.h"
 
 #include <zlib.h>
 
@@ -13,8 +13,8 @@
 
 #include "host_texts.h"
 #include "presentation/switched_trees.h"
-#include "reports/html_text.h"
-#include "reports/packed_bytes.h"
+#include "reports/page/html_text.h"
+#include "reports/page/packed_bytes.h"
 
 namespace depcompare {
 namespace {

@@ -1,9 +1,9 @@
-#include "reports/row_layout.h"
+#include "reports/text/row_layout.h"
 
 #include <fl/i18n/ustring.h>
 #include <gtest/gtest.h>
 
-#include "reports/visible_text.h"
+#include "output/visible_text.h"
 
 namespace depcompare {
 namespace {

@@ -1,4 +1,4 @@
-#include "reports/text_report.h"
+#include "reports/text/text_report.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "readers/timestamp.h"
+#include "draft/timestamp.h"
 
 #include <gtest/gtest.h>
 #include <boost/date_time/posix_time/posix_time.hpp>

@@ -1,4 +1,4 @@
-#include "reports/visible_text.h"
+#include "output/visible_text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,46 @@
+#pragma once
+// What the command line asks for.
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "draft/read_options.h"
+#include "presentation/enabled_filters.h"
+
+namespace depcompare {
+
+enum class Format : std::uint8_t { text, json, html, markdown, summary };
+/// Which visible differences make the exit status 1.
+enum class FailOn : std::uint8_t { any, structural, none };
+/// What a graph can be written as, instead of comparing it.
+enum class GraphForm : std::uint8_t { jgf, lines };
+enum class When : std::uint8_t { automatic, always, never };
+
+/// A report besides the one that goes to the output.
+struct FurtherReport {
+    Format format = Format::text;
+    std::string path;
+};
+
+struct Options {
+    std::array<std::string, 2> inputs;  ///< left, right; "-" is standard input
+    std::array<std::string, 2> names;   ///< what reports call them
+    Format format = Format::text;
+    std::optional<std::string> outputFile;
+    std::vector<FurtherReport> reports;
+    std::optional<std::size_t> mostBytes;  ///< of a Markdown report
+    EnabledFilters filters = defaultFilters();
+    ReadOptions reading;
+    std::optional<GraphForm> conversion;  ///< write the left input, the only one, as this
+    FailOn failOn = FailOn::any;
+    std::optional<std::string> locale;
+    When colour = When::automatic;
+    When progress = When::automatic;
+    bool quiet = false;
+    bool pager = true;  ///< where a text report goes to a terminal
+};
+
+}  // namespace depcompare

@@ -1,0 +1,38 @@
+#pragma once
+// From what two files said to two graphs that can be compared.
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <boost/date_time/posix_time/ptime.hpp>
+
+#include <dependency/graph/graph.h>
+
+#include "draft/graph_draft.h"
+#include "draft/read_options.h"
+
+namespace depcompare {
+
+/// A graph, and what is told about the file that it came from.
+struct LoadedGraph {
+    std::shared_ptr<const dependency::graph::Graph> graph;
+    std::string source;
+    std::size_t nodes = 0;
+    std::size_t files = 0;
+    std::size_t dependencies = 0;
+    boost::posix_time::ptime analysisTime;
+    std::vector<std::string> warnings;
+};
+
+/// Makes graphs that depend on what the files say only, and not on the order in which they say it:
+/// nodes stand in the order of their IDs, property keys ascend, and the ID of a dependency is its
+/// rank by the columns of `EdgeColumn`.
+///
+/// Returns: left, right; each with marked node IDs (see `node_id.h`).
+/// Throws:  `InputError` where the options' node IDs cannot be had.
+[[nodiscard]] std::array<LoadedGraph, 2> buildGraphs(std::array<GraphDraft, 2> drafts,
+                                                     const ReadOptions& options = {});
+
+}  // namespace depcompare

@@ -1,0 +1,18 @@
+#pragma once
+// How inputs are to be read.
+#include <string>
+#include <vector>
+
+#include "input/limits.h"
+
+namespace depcompare {
+
+struct ReadOptions {
+    std::string format = "auto";              ///< "auto", or one of `inputFormats()`
+    std::string nodeID = "auto";              ///< "auto", "id", "name", or the key of a property
+    std::vector<std::string> fileTypes = {};  ///< types that make a node a file, beside `file`
+    bool emptyInputs = false;                 ///< whether an empty input is an empty graph
+    Limits limits = {};
+};
+
+}  // namespace depcompare

@@ -1,0 +1,22 @@
+#pragma once
+// Reads the bills of materials of CycloneDX in JSON.
+#include <string>
+#include <string_view>
+
+#include "draft/graph_draft.h"
+#include "input/input.h"
+
+namespace depcompare {
+
+[[nodiscard]] bool looksLikeCycloneDX(std::string_view firstBytes);
+
+/// Every component is a file, nested ones and the one that the document is about included; services
+/// are nodes of the type `service`.
+///
+/// Throws: `InputError`.
+[[nodiscard]] GraphDraft readCycloneDX(Input& input);
+
+/// Returns: a package URL without its version and qualifiers.
+[[nodiscard]] std::string withoutVersion(std::string_view packageURL);
+
+}  // namespace depcompare

@@ -1,0 +1,147 @@
+#include "formats/dependency_cruiser/dependency_cruiser_reader.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include "draft/graph_sink.h"
+#include "formats/json_records.h"
+
+namespace depcompare {
+
+namespace {
+
+using nlohmann::json;
+
+bool isOneOf(std::string_view text, std::initializer_list<std::string_view> texts) {
+    return std::ranges::find(texts, text) != texts.end();
+}
+
+std::vector<std::string> dependencyTypesOf(const json& described) {
+    std::vector<std::string> types;
+    if (const auto found = described.find("dependencyTypes"); found != described.end()) {
+        for (const json& type : *found) {
+            types.push_back(textOf(type));
+        }
+    }
+    std::ranges::sort(types);
+    return types;
+}
+
+// Of the words for a dependency these say where its end was found, and not how it is needed.
+bool tellsResolution(const std::string& word) {
+    return word.starts_with("npm") || word.starts_with("aliased") ||
+           isOneOf(word, {"core", "deprecated", "local", "localmodule", "undetermined", "unknown"});
+}
+
+std::string typeOfDependency(const json& dependency) {
+    auto words = dependencyTypesOf(dependency);
+    std::erase_if(words, tellsResolution);
+    return words.empty() ? "depends" : fmt::format("{}", fmt::join(words, " "));
+}
+
+/// The type of a module, or of what a dependency leads to.
+std::string typeOfModule(const json& module) {
+    if (isTrue(module, "coreModule")) {
+        return "core";
+    }
+    if (isTrue(module, "couldNotResolve")) {
+        return "unresolved";
+    }
+    const auto followable = module.find("followable");
+    const bool isFollowed = followable == module.end() || isTrue(module, "followable");
+    if (isFollowed && !isTrue(module, "matchesDoNotFollow")) {
+        return "file";
+    }
+    const auto types = dependencyTypesOf(module);
+    const bool isPackage =
+        std::ranges::any_of(types, [](const std::string& type) { return type.starts_with("npm"); });
+    return isPackage ? "npm" : "external";
+}
+
+class DependencyCruiserReader final : public JsonRecords {
+  public:
+    explicit DependencyCruiserReader(Input& input)
+        : bytes_(input), sink_(input.name(), input.limits(), [this] { return bytes_.line(); }) {
+        sink_.addMissingEnds();
+    }
+
+    GraphDraft read() {
+        parseJson(bytes_, *this, {"modules"});
+        return sink_.finish();
+    }
+
+    [[nodiscard]] bool wants(const JsonPath& path) const override {
+        return path.is({"modules", "*"}) ||
+               (path.depth() == 2 && path.is({"summary", path.last().key}) &&
+                isOneOf(path.last().key, {"error", "warn", "info", "ignore", "totalCruised",
+                                          "totalDependenciesCruised"}));
+    }
+
+    void take(const JsonPath& path, const json& value) override {
+        if (path.is({"modules", "*"})) {
+            addModule(value);
+        } else {
+            sink_.setGraphProperty(path.last().key, textOf(value));
+        }
+    }
+
+  private:
+    void addModule(const json& module) {
+        const std::string source = memberText(module, "source");
+        if (source.empty()) {
+            bytes_.fail("a module without \"source\"");
+        }
+        // What several runs found may have been joined into one file.
+        const NodeNumber node = sink_.addNodeOnce(source);
+        sink_.setType(node, typeOfModule(module));
+        for (const auto& [key, value] : module.items()) {
+            if (saysSomething(key, value)) {
+                sink_.setProperty(node, key, textOf(value));
+            }
+        }
+        if (const auto found = module.find("dependencies"); found != module.end()) {
+            for (const json& dependency : *found) {
+                addDependency(source, dependency);
+            }
+        }
+    }
+
+    // The edges tell the rest, and "valid" and no "orphan" are what every module should be.
+    static bool saysSomething(const std::string& key, const json& value) {
+        return !isOneOf(key,
+                        {"source", "dependencies", "dependents", "dependencyTypes", "coreModule",
+                         "couldNotResolve", "followable", "matchesDoNotFollow"}) &&
+               !(key == "valid" && value == true) && !(key == "orphan" && value == false);
+    }
+
+    void addDependency(const std::string& source, const json& dependency) {
+        const std::string resolved = memberText(dependency, "resolved");
+        if (resolved.empty()) {
+            bytes_.fail(fmt::format("a dependency of \"{}\" without \"resolved\"", source));
+        }
+        const std::size_t edge = sink_.addEdge(source, resolved);
+        sink_.set(edge, EdgeColumn::type, typeOfDependency(dependency));
+        sink_.set(edge, EdgeColumn::upstreamComponent, memberText(dependency, "module"));
+    }
+
+    JsonBytes bytes_;
+    GraphSink sink_;
+};
+
+}  // namespace
+
+bool looksLikeDependencyCruiser(std::string_view firstBytes) {
+    const auto keys = outermostKeys(firstBytes);
+    return std::ranges::find(keys, "modules") != keys.end();
+}
+
+GraphDraft readDependencyCruiser(Input& input) {
+    return DependencyCruiserReader(input).read();
+}
+
+}  // namespace depcompare

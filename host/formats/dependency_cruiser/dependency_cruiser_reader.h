@@ -1,0 +1,18 @@
+#pragma once
+// Reads the JSON that dependency-cruiser writes.
+#include <string_view>
+
+#include "draft/graph_draft.h"
+#include "input/input.h"
+
+namespace depcompare {
+
+[[nodiscard]] bool looksLikeDependencyCruiser(std::string_view firstBytes);
+
+/// Modules are files, but for those that belong to the run-time system (type `core`), could not be
+/// found (`unresolved`) or were not looked into (`npm`, `external`).
+///
+/// Throws: `InputError`.
+[[nodiscard]] GraphDraft readDependencyCruiser(Input& input);
+
+}  // namespace depcompare

@@ -1,0 +1,37 @@
+#pragma once
+// The bytes of a DOT file on their way into a parser that can report no error of theirs.
+#include <cstddef>
+#include <exception>
+#include <span>
+#include <string>
+
+#include "input/input.h"
+
+namespace depcompare {
+
+/// Lets UTF-8 through and stops at anything else.
+class DotBytes {
+  public:
+    explicit DotBytes(Input& input) : input_(input) {}
+
+    /// Returns: how many bytes were put into `target`; 0 at the end, and from a failure on.
+    [[nodiscard]] int read(char* target, int size) noexcept;
+
+    /// Throws: the failure that ended the reading, if one did: `InputError`.
+    void rethrowFailure() const;
+
+  private:
+    std::size_t checked(std::span<char> target);
+    void refill();
+    void check(bool isEnd);
+
+    Input& input_;
+    std::string piece_;
+    std::size_t taken_ = 0;  // of the piece
+    std::string rest_;       // of a character that the last piece cut
+    std::size_t line_ = 1;
+    bool begun_ = false;
+    std::exception_ptr failure_;
+};
+
+}  // namespace depcompare

@@ -1,0 +1,256 @@
+#include "formats/dot/dot_reader.h"
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include "draft/choose_node_ids.h"
+#include "draft/graph_sink.h"
+#include "formats/dot/dot_attributes.h"
+#include "formats/dot/dot_graph.h"
+#include "formats/dot/dot_labels.h"
+#include "input/input_error.h"
+
+namespace depcompare {
+
+namespace {
+
+/// The attributes that a kind of object has in this graph.
+using Attributes = std::vector<Agsym_t*>;
+
+Attributes attributesOf(Agraph_t* graph, int kind) {
+    Attributes attributes;
+    for (auto* next = agnxtattr(graph, kind, nullptr); next != nullptr;
+         next = agnxtattr(graph, kind, next)) {
+        attributes.push_back(next);
+    }
+    return attributes;
+}
+
+class DOTReader {
+  public:
+    explicit DOTReader(Input& input)
+        : input_(input), sink_(input.name(), input.limits()), dot_(input), graph_(dot_.get()) {}
+
+    GraphDraft read() {
+        legend_ = agsubg(graph_, legendName, 0);
+        requireShallow(graph_, 1);
+        readGraph();
+        readNodes();
+        readEdges();
+        offerLabels();
+        return sink_.finish();
+    }
+
+  private:
+    struct Named {
+        NodeNumber number = 0;
+        std::string label;                // empty without one
+        std::vector<std::string> leadTo;  // the labels of the nodes at the other ends of its edges
+    };
+
+    void requireShallow(Agraph_t* graph, std::size_t depth) const {
+        if (depth > input_.limits().nestingDepth) {
+            sink_.fail(fmt::format("graphs nested deeper than {} (--max-nesting)",
+                                   input_.limits().nestingDepth));
+        }
+        for (auto* inner = agfstsubg(graph); inner != nullptr; inner = agnxtsubg(inner)) {
+            requireShallow(inner, depth + 1);
+        }
+    }
+
+    void readGraph() {
+        const std::string_view name = agnameof(graph_);
+        if (!name.empty() && !name.starts_with('%')) {  // which the library makes up
+            sink_.setGraphProperty("name", name);
+        }
+        for (Agsym_t* attribute : attributesOf(graph_, AGRAPH)) {
+            const std::string value = agxget(graph_, attribute);
+            if (!value.empty() &&
+                (!onlyDraws(attribute->name) || attribute->name == std::string_view("label"))) {
+                sink_.setGraphProperty(attribute->name, value);
+            }
+        }
+    }
+
+    void readNodes() {
+        const Attributes attributes = attributesOf(graph_, AGNODE);
+        std::size_t described = 0;
+        std::vector<std::string> bare;
+        for (auto* node = agfstnode(graph_); node != nullptr; node = agnxtnode(graph_, node)) {
+            if (isOfLegend(node)) {
+                continue;
+            }
+            const bool hasOwn = std::ranges::any_of(attributes, [&](Agsym_t* attribute) {
+                return agxget(node, attribute) != std::string_view(attribute->defval);
+            });
+            described += hasOwn ? 1 : 0;
+            if (!hasOwn && agdegree(graph_, node, 1, 1) != 0) {
+                bare.emplace_back(dot_.nameOf(node));
+            }
+            readNode(node, attributes);
+        }
+        // A file that describes its nodes does so for all; the others came with an edge.
+        if (described != 0 && !bare.empty()) {
+            sink_.warn(fmt::format("nodes that are named by edges only: {}, the first is {}",
+                                   bare.size(), inQuotes(bare.front())));
+        }
+    }
+
+    void readNode(Agnode_t* node, const Attributes& attributes) {
+        const std::string id = idOf(node);
+        Named& named = nodes_[node];
+        named.number = sink_.addNodeOnce(id);
+        for (Agsym_t* attribute : attributes) {
+            if (attribute->name == std::string_view("label")) {
+                named.label = legend_ != nullptr ? targetOf(named.number, agxget(node, attribute))
+                                                 : labelOf(node, attribute, id);
+            }
+        }
+        if (!named.label.empty()) {
+            sink_.setName(named.number, named.label);
+        }
+        for (Agsym_t* attribute : attributes) {
+            const std::string_view value = agxget(node, attribute);
+            const bool isBlank = value.find_first_not_of(' ') == std::string_view::npos;
+            if (!onlyDraws(attribute->name) && !isBlank && value != id && value != named.label) {
+                sink_.setProperty(named.number, attribute->name, value);
+            }
+        }
+    }
+
+    static std::string labelOf(void* object, Agsym_t* attribute, const std::string& id) {
+        char* const label = agxget(object, attribute);
+        return aghtmlstr(label) != 0 ? htmlLabelText(label) : labelText(label, id);
+    }
+
+    // jdeps names the archive behind a package where it is needed, and not where it needs others.
+    std::string idOf(Agnode_t* node) const {
+        std::string id(dot_.nameOf(node));
+        if (const std::string archive = fmt::format(" ({})", agnameof(graph_));
+            id.size() > archive.size() && id.ends_with(archive)) {
+            id.resize(id.size() - archive.size());
+        }
+        return id;
+    }
+
+    // CMake writes a target's other names behind its own: "store\n(Notes::store)".
+    std::string targetOf(NodeNumber node, std::string_view label) {
+        constexpr std::string_view lineBreak = "\\n";
+        const std::size_t end = label.find(lineBreak);
+        if (end != std::string_view::npos) {
+            sink_.setProperty(node, "alias", labelText(label.substr(end + lineBreak.size()), ""));
+        }
+        return labelText(label.substr(0, end), "");
+    }
+
+    void readEdges() {
+        const Attributes attributes = attributesOf(graph_, AGEDGE);
+        for (auto* node = agfstnode(graph_); node != nullptr; node = agnxtnode(graph_, node)) {
+            for (auto* edge = agfstout(graph_, node); edge != nullptr;
+                 edge = agnxtout(graph_, edge)) {
+                if (!isOfLegend(agtail(edge)) && !isOfLegend(aghead(edge))) {
+                    readEdge(edge, attributes);
+                }
+            }
+        }
+    }
+
+    void readEdge(Agedge_t* edge, const Attributes& attributes) {
+        std::map<std::string_view, std::string> values;
+        for (Agsym_t* attribute : attributes) {
+            values[attribute->name] = attribute->name == std::string_view("label")
+                                          ? labelOf(edge, attribute, "")
+                                          : std::string(agxget(edge, attribute));
+        }
+        std::pair tail{agtail(edge), std::string(portName(values["tailport"]))};
+        std::pair head{aghead(edge), std::string(portName(values["headport"]))};
+        if (agisdirected(graph_) == 0) {
+            sink_.fail(fmt::format("undirected edge between {} and {}",
+                                   inQuotes(dot_.nameOf(tail.first)),
+                                   inQuotes(dot_.nameOf(head.first))));
+        }
+        const std::string type = typeOf(values);
+        const std::string& direction = values["dir"];
+        if (direction != "back") {
+            addEdge(tail, head, type);
+        }
+        if (direction == "back" || direction == "both") {
+            addEdge(head, tail, type);
+        }
+    }
+
+    std::string typeOf(std::map<std::string_view, std::string>& values) const {
+        const std::string& style = values["style"];
+        if (legend_ != nullptr) {
+            return style == "dotted" ? "private" : style == "dashed" ? "interface" : "public";
+        }
+        std::string label = values["label"];
+        label.erase(0, label.find_first_not_of(' '));
+        for (const std::string& text : {values["type"], label, style}) {
+            if (!text.empty()) {
+                return text;
+            }
+        }
+        return "depends";
+    }
+
+    using End = std::pair<Agnode_t*, std::string>;
+
+    void addEdge(const End& upstream, const End& downstream, const std::string& type) {
+        const std::size_t edge = sink_.addEdge(idOf(upstream.first), idOf(downstream.first));
+        sink_.set(edge, EdgeColumn::type, type);
+        sink_.set(edge, EdgeColumn::upstreamComponent, upstream.second);
+        sink_.set(edge, EdgeColumn::downstreamComponent, downstream.second);
+        nodes_[upstream.first].leadTo.push_back(nodes_[downstream.first].label);
+    }
+
+    // A step of a build has the label of many others; with what it leads to, it is one of a kind.
+    void offerLabels() {
+        std::vector<std::string_view> ids;
+        for (const auto& [node, named] : nodes_) {
+            ids.emplace_back(dot_.nameOf(node));
+        }
+        if (!lookPositional(ids)) {
+            return;
+        }
+        for (auto& [node, named] : nodes_) {
+            if (named.label.empty()) {
+                continue;
+            }
+            sink_.addIdCandidate(named.number, named.label);
+            std::ranges::sort(named.leadTo);
+            if (!named.leadTo.empty()) {
+                sink_.addIdCandidate(named.number, fmt::format("{} -> {}", named.label,
+                                                               fmt::join(named.leadTo, ", ")));
+            }
+        }
+    }
+
+    [[nodiscard]] bool isOfLegend(Agnode_t* node) const {
+        return legend_ != nullptr && agsubnode(legend_, node, 0) != nullptr;
+    }
+
+    // The library's functions take texts that they do not change.
+    static inline char legendName[] = "clusterLegend";
+
+    Input& input_;
+    GraphSink sink_;
+    DotGraph dot_;
+    Agraph_t* graph_;
+    Agraph_t* legend_ = nullptr;  // that CMake draws beside its targets
+    std::map<Agnode_t*, Named> nodes_;
+};
+
+}  // namespace
+
+GraphDraft readDOT(Input& input) {
+    return DOTReader(input).read();
+}
+
+}  // namespace depcompare

@@ -1,0 +1,20 @@
+#pragma once
+// Reads DOT.
+#include <string_view>
+
+#include "draft/graph_draft.h"
+#include "input/input.h"
+
+namespace depcompare {
+
+/// Returns: whether the first word, behind comments, is one that begins a graph.
+[[nodiscard]] bool looksLikeDOT(std::string_view firstBytes);
+
+/// Every node is a file, named by its label; what only draws is passed over. Where node IDs look
+/// positional, the label is the better ID.
+///
+/// Throws: `InputError`; also for undirected edges.
+/// Threads: inputs are read one after the other.
+[[nodiscard]] GraphDraft readDOT(Input& input);
+
+}  // namespace depcompare

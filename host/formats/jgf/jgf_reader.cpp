@@ -1,0 +1,180 @@
+#include "formats/jgf/jgf_reader.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "draft/graph_sink.h"
+#include "formats/json_records.h"
+#include "input/input_error.h"
+
+namespace depcompare {
+
+namespace {
+
+using nlohmann::json;
+
+constexpr std::pair<const char*, EdgeColumn> edgeTexts[] = {
+    {"type", EdgeColumn::type},
+    {"upstream_component", EdgeColumn::upstreamComponent},
+    {"downstream_component", EdgeColumn::downstreamComponent},
+    {"upstream_component_type", EdgeColumn::upstreamComponentType},
+    {"downstream_component_type", EdgeColumn::downstreamComponentType},
+};
+
+bool isFalse(const json& object, const char* key) {
+    const auto member = object.find(key);
+    return member != object.end() && member->is_boolean() && !member->get<bool>();
+}
+
+class JGFReader final : public JsonRecords {
+  public:
+    explicit JGFReader(Input& input)
+        : bytes_(input), sink_(input.name(), input.limits(), [this] { return bytes_.line(); }) {
+        sink_.addMissingEnds();
+    }
+
+    GraphDraft read() {
+        parseJson(bytes_, *this, {"graph", "graphs"});
+        if (hyperedges_ != 0) {
+            sink_.warn(fmt::format("{} hyperedges were passed over", hyperedges_));
+        }
+        requireDirections();
+        return sink_.finish();
+    }
+
+    [[nodiscard]] bool wants(const JsonPath& path) const override {
+        return isInGraph(path, 1) ? !isCollection(path.last().key) : isInGraph(path, 2);
+    }
+
+    void take(const JsonPath& path, const json& value) override {
+        requireOneGraph(path);
+        if (isMemberOf(path, "nodes")) {
+            addNode(path.last(), value);
+        } else if (isMemberOf(path, "edges")) {
+            addEdge(value);
+        } else if (isMemberOf(path, "hyperedges")) {
+            ++hyperedges_;
+        } else if (isMemberOf(path, "metadata")) {
+            sink_.setGraphProperty(path.last().key, textOf(value));
+        } else if (isInGraph(path, 1) && path.last().key == "directed") {
+            edgesAreDirected_ = value != false;
+        } else if (isInGraph(path, 1) && path.last().key != "$schema") {
+            labels_.emplace_back(path.last().key, textOf(value));
+        }
+    }
+
+  private:
+    static bool isCollection(const std::string& key) {
+        return key == "nodes" || key == "edges" || key == "hyperedges" || key == "metadata";
+    }
+    static bool isInGraph(const JsonPath& path, std::size_t depth) {
+        return (path.depth() == depth + 1 && path.beginsWith({"graph"})) ||
+               (path.depth() == depth + 2 && path.beginsWith({"graphs", "*"}));
+    }
+    static bool isMemberOf(const JsonPath& path, std::string_view collection) {
+        return isInGraph(path, 2) && path[path.depth() - 2].key == collection;
+    }
+
+    void requireOneGraph(const JsonPath& path) {
+        if (path[1].isElement && path[1].index != 0) {
+            bytes_.fail("more than one graph in the file");
+        }
+    }
+
+    void addNode(const JsonStep& step, const json& value) {
+        // The nodes of version 1 are an array, those of version 2 members named by their IDs.
+        if (step.isElement && !(value.is_object() && value.contains("id"))) {
+            bytes_.fail("a node without \"id\"");
+        }
+        const std::string id = step.isElement ? memberText(value, "id") : step.key;
+        const NodeNumber node = sink_.addNode(id);
+        if (value.is_object() && value.contains("label")) {
+            sink_.setName(node, memberText(value, "label"));
+        }
+        const auto metadata = value.is_object() ? value.find("metadata") : value.end();
+        if (metadata == value.end() || !metadata->is_object()) {
+            return;
+        }
+        for (const auto& [key, property] : metadata->items()) {
+            addProperty(node, key, property);
+        }
+    }
+
+    void addProperty(NodeNumber node, const std::string& key, const json& value) {
+        if (key == "type") {
+            sink_.setType(node, textOf(value));
+        } else if (key == "properties" && value.is_object()) {
+            for (const auto& [innerKey, innerValue] : value.items()) {
+                sink_.setProperty(node, innerKey, textOf(innerValue));
+            }
+        } else {
+            sink_.setProperty(node, key, textOf(value));
+        }
+    }
+
+    void addEdge(const json& value) {
+        const std::string source = memberText(value, "source");
+        const std::string target = memberText(value, "target");
+        if (!value.is_object() || !value.contains("source") || !value.contains("target")) {
+            bytes_.fail("an edge without \"source\" or \"target\"");
+        }
+        if (isFalse(value, "directed")) {
+            failForDirection(source, target);
+        }
+        if (firstUndecided_.empty() && !value.contains("directed")) {
+            firstUndecided_ = {source, target};
+        }
+        const std::size_t edge = sink_.addEdge(source, target);
+        const auto metadata = value.find("metadata");
+        if (metadata != value.end() && metadata->is_object()) {
+            for (const auto& [key, column] : edgeTexts) {
+                if (metadata->contains(key)) {
+                    sink_.set(edge, column, memberText(*metadata, key));
+                }
+            }
+        }
+        if (value.contains("relation")) {
+            sink_.set(edge, EdgeColumn::type, memberText(value, "relation"));
+        }
+    }
+
+    void requireDirections() {
+        if (!edgesAreDirected_ && !firstUndecided_.empty()) {
+            failForDirection(firstUndecided_[0], firstUndecided_[1]);
+        }
+        for (const auto& [key, text] : labels_) {
+            sink_.setDefaultGraphProperty(key, text);
+        }
+    }
+
+    [[noreturn]] void failForDirection(const std::string& source, const std::string& target) const {
+        bytes_.fail(
+            fmt::format("undirected edge between {} and {}", inQuotes(source), inQuotes(target)));
+    }
+
+    JsonBytes bytes_;
+    GraphSink sink_;
+    std::vector<std::pair<std::string, std::string>> labels_;  // of the graph, beside its metadata
+    std::vector<std::string>
+        firstUndecided_;  // the ends of an edge whose direction the graph tells
+    bool edgesAreDirected_ = true;
+    std::size_t hyperedges_ = 0;
+};
+
+}  // namespace
+
+bool looksLikeJGF(std::string_view firstBytes) {
+    const auto keys = outermostKeys(firstBytes);
+    return std::ranges::find(keys, "graph") != keys.end() ||
+           std::ranges::find(keys, "graphs") != keys.end();
+}
+
+GraphDraft readJGF(Input& input) {
+    return JGFReader(input).read();
+}
+
+}  // namespace depcompare

@@ -1,0 +1,18 @@
+#pragma once
+// Reads the JSON Graph Format, versions 1 and 2.
+#include <string_view>
+
+#include "draft/graph_draft.h"
+#include "input/input.h"
+
+namespace depcompare {
+
+[[nodiscard]] bool looksLikeJGF(std::string_view firstBytes);
+
+/// A node's `metadata` hold its type and, as other members or under `properties`, its properties; an
+/// edge's `relation` is its type, and its `metadata` hold its components.
+///
+/// Throws: `InputError`; also for several graphs in one file and undirected edges.
+[[nodiscard]] GraphDraft readJGF(Input& input);
+
+}  // namespace depcompare

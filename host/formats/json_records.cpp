@@ -1,0 +1,230 @@
+#include "formats/json_records.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+#include <span>
+#include <utility>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include "input/input_error.h"
+
+namespace depcompare {
+
+using nlohmann::json;
+
+namespace {
+
+constexpr std::size_t pieceBytes = 1U << 16U;
+
+/// Reads the bytes one by one, as the parser wants them.
+class ByteIterator {
+  public:
+    using iterator_category = std::input_iterator_tag;
+    using value_type = char;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const char*;
+    using reference = char;
+
+    ByteIterator() = default;
+    explicit ByteIterator(JsonBytes& bytes) : bytes_(&bytes) {}
+
+    char operator*() const { return bytes_->current(); }
+    ByteIterator& operator++() {
+        bytes_->advance();
+        return *this;
+    }
+    ByteIterator operator++(int) { return ++*this; }
+    // Only the comparison with the end is asked for.
+    friend bool operator==(const ByteIterator& one, const ByteIterator& /*end*/) {
+        return one.bytes_->atEnd();
+    }
+    friend bool operator!=(const ByteIterator& one, const ByteIterator& end) {
+        return !(one == end);
+    }
+
+  private:
+    JsonBytes* bytes_ = nullptr;
+};
+
+std::string withoutPlace(std::string_view problem) {
+    // The parser's message gives the place before the first ": ", and repeats what it read last.
+    if (const std::size_t end = problem.find(": "); end != std::string_view::npos) {
+        problem.remove_prefix(end + 2);
+    }
+    return std::string(problem.substr(0, problem.find("; last read")));
+}
+
+}  // namespace
+
+/// Follows the path, and builds what is wanted.
+class JsonEvents final : public json::json_sax_t {
+  public:
+    JsonEvents(JsonBytes& bytes, JsonRecords& records,
+               std::initializer_list<std::string_view> required)
+        : bytes_(bytes), records_(records), required_(required) {}
+
+    [[nodiscard]] bool hasRequiredKey() const { return hasRequiredKey_; }
+
+    bool null() override { return value(json()); }
+    bool boolean(bool is) override { return value(json(is)); }
+    bool number_integer(std::int64_t number) override { return value(json(number)); }
+    bool number_unsigned(std::uint64_t number) override { return value(json(number)); }
+    bool number_float(double /*number*/, const std::string& text) override {
+        return value(json(text));
+    }
+    bool string(std::string& text) override { return value(json(std::move(text))); }
+    bool binary(json::binary_t& /*bytes*/) override { return false; }
+    bool start_object(std::size_t /*elements*/) override {
+        return start(json::value_t::object, false);
+    }
+    bool key(std::string& key) override {
+        bytes_.endToken();
+        if (path_.depth() == 1 && std::ranges::find(required_, key) != required_.end()) {
+            hasRequiredKey_ = true;
+        }
+        path_.steps_.back().key = std::move(key);
+        return true;
+    }
+    bool end_object() override { return end(); }
+    bool start_array(std::size_t /*elements*/) override {
+        return start(json::value_t::array, true);
+    }
+    bool end_array() override { return end(); }
+    bool parse_error(std::size_t /*position*/, const std::string& /*lastToken*/,
+                     const json::exception& error) override {
+        bytes_.fail("not well-formed JSON: " + withoutPlace(error.what()));
+    }
+
+  private:
+    bool value(json value) {
+        bytes_.endToken();
+        if (!open_.empty()) {
+            place(std::move(value));
+        } else if (records_.wants(path_)) {
+            records_.take(path_, value);
+        }
+        return leave();
+    }
+
+    bool start(json::value_t kind, bool isArray) {
+        bytes_.endToken();
+        if (!open_.empty()) {
+            open_.push_back(place(json(kind)));
+        } else if (records_.wants(path_)) {
+            record_ = json(kind);
+            open_.push_back(&record_);
+        }
+        path_.steps_.push_back({.key = {}, .index = 0, .isElement = isArray});
+        if (path_.depth() > bytes_.limits().nestingDepth) {
+            bytes_.fail(fmt::format("values nested deeper than {} (--max-nesting)",
+                                    bytes_.limits().nestingDepth));
+        }
+        return true;
+    }
+
+    bool end() {
+        bytes_.endToken();
+        path_.steps_.pop_back();
+        if (!open_.empty()) {
+            open_.pop_back();
+            if (open_.empty()) {
+                records_.take(path_, record_);
+            }
+        }
+        return leave();
+    }
+
+    bool leave() {
+        if (path_.depth() != 0) {
+            ++path_.steps_.back().index;
+        }
+        return true;
+    }
+
+    json* place(json value) {
+        json& parent = *open_.back();
+        if (parent.is_array()) {
+            parent.push_back(std::move(value));
+            return &parent.back();
+        }
+        json& member = parent[path_.last().key];
+        member = std::move(value);
+        return &member;
+    }
+
+    JsonBytes& bytes_;
+    JsonRecords& records_;
+    std::initializer_list<std::string_view> required_;
+    bool hasRequiredKey_ = false;
+    JsonPath path_;
+    json record_;
+    std::vector<json*> open_;  // the containers of the record that are open
+};
+
+bool JsonPath::is(std::initializer_list<std::string_view> pattern) const {
+    return pattern.size() == steps_.size() && beginsWith(pattern);
+}
+
+bool JsonPath::beginsWith(std::initializer_list<std::string_view> pattern) const {
+    return pattern.size() <= steps_.size() &&
+           std::equal(pattern.begin(), pattern.end(), steps_.begin(),
+                      [](std::string_view key, const JsonStep& step) {
+                          return step.isElement ? key == "*" : key == step.key;
+                      });
+}
+
+JsonBytes::JsonBytes(Input& input) : input_(input), piece_(pieceBytes) {
+    // An escape takes up to six bytes for one of the text.
+    constexpr std::size_t escapeBytes = 6;
+    const std::size_t textBytes = input.limits().textBytes;
+    longestToken_ = std::max(textBytes, textBytes * escapeBytes) + pieceBytes;
+    refill();
+}
+
+void JsonBytes::advance() {
+    line_ += piece_[position_] == '\n' ? 1 : 0;
+    if (++tokenBytes_ > longestToken_) {
+        fail(fmt::format("a text of more than {} bytes (--max-text-bytes)", limits().textBytes));
+    }
+    if (++position_ == end_) {
+        refill();
+    }
+}
+
+void JsonBytes::refill() {
+    position_ = 0;
+    end_ = input_.read(piece_);
+}
+
+void JsonBytes::fail(std::string_view problem) const {
+    throw InputError(input_.name(), line_, problem);
+}
+
+void parseJson(JsonBytes& bytes, JsonRecords& records,
+               std::initializer_list<std::string_view> required) {
+    JsonEvents events(bytes, records, required);
+    json::sax_parse(ByteIterator(bytes), ByteIterator(), &events);
+    if (!events.hasRequiredKey()) {
+        bytes.fail(
+            fmt::format("the document has no member \"{}\"", fmt::join(required, "\" or \"")));
+    }
+}
+
+std::string textOf(const json& value) {
+    return value.is_string() ? value.get<std::string>() : value.dump();
+}
+
+std::string memberText(const json& object, const char* key) {
+    const auto member = object.is_object() ? object.find(key) : object.end();
+    return member == object.end() ? std::string() : textOf(*member);
+}
+
+bool isTrue(const json& object, const char* key) {
+    const auto member = object.is_object() ? object.find(key) : object.end();
+    return member != object.end() && member->is_boolean() && member->get<bool>();
+}
+
+}  // namespace depcompare

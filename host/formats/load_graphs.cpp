@@ -1,0 +1,42 @@
+#include "formats/load_graphs.h"
+
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "draft/both_sides.h"
+#include "formats/read_graph.h"
+#include "input/input.h"
+
+namespace depcompare {
+
+namespace {
+
+GraphDraft readDraft(Input& input, const ReadOptions& options) {
+    if (options.emptyInputs && input.peek().empty()) {
+        GraphDraft draft;
+        draft.source = input.name();
+        return draft;
+    }
+    return readGraph(input, options.format);
+}
+
+}  // namespace
+
+std::array<LoadedGraph, 2> loadGraphs(std::array<Input, 2> inputs, const ReadOptions& options,
+                                      const Stage& stage) {
+    stage(fmt::format("reading {} and {}", inputs[0].name(), inputs[1].name()));
+    auto drafts = onBothSides([&](std::size_t side) { return readDraft(inputs[side], options); });
+    stage("building the graphs");
+    return buildGraphs(std::move(drafts), options);
+}
+
+LoadedGraph loadGraph(Input input, const ReadOptions& options, const Stage& stage) {
+    stage(fmt::format("reading {}", input.name()));
+    std::array<GraphDraft, 2> drafts;
+    drafts[0] = readDraft(input, options);
+    stage("building the graph");
+    return std::move(buildGraphs(std::move(drafts), options)[0]);
+}
+
+}  // namespace depcompare

@@ -1,0 +1,30 @@
+#pragma once
+// From two inputs to two graphs that can be compared.
+#include <array>
+#include <functional>
+#include <string_view>
+
+#include "draft/build_graphs.h"
+#include "draft/read_options.h"
+#include "input/input.h"
+
+namespace depcompare {
+
+/// Is told what is about to happen.
+using Stage = std::function<void(std::string_view)>;
+
+/// Reads and builds both graphs at the same time.
+///
+/// Requires: two inputs of which nothing was read yet.
+/// Returns:  left, right.
+/// Throws:   `InputError`, of the left input where both are faulty.
+[[nodiscard]] std::array<LoadedGraph, 2> loadGraphs(std::array<Input, 2> inputs,
+                                                    const ReadOptions& options, const Stage& stage);
+
+/// Reads and builds one graph, by the same rules.
+///
+/// Requires: an input of which nothing was read yet.
+/// Throws:   `InputError`.
+[[nodiscard]] LoadedGraph loadGraph(Input input, const ReadOptions& options, const Stage& stage);
+
+}  // namespace depcompare

@@ -1,0 +1,117 @@
+// Exceptions must not cross the C library: they wait in `failure_` until it has returned.
+#include "formats/xml_parser.h"
+
+#include <new>
+#include <span>
+
+#include <fmt/format.h>
+
+#include "input/input_error.h"
+
+namespace depcompare {
+
+namespace {
+
+constexpr int chunkBytes = 1 << 16;
+
+}  // namespace
+
+std::optional<std::string_view> XmlAttributes::find(std::string_view name) const {
+    for (const char** pair = pairs_; *pair != nullptr; pair += 2) {
+        if (name == *pair) {
+            return pair[1];
+        }
+    }
+    return std::nullopt;
+}
+
+template <std::invocable Action>
+void XmlParser::guarded(Action action) {
+    if (failure_) {
+        return;
+    }
+    try {
+        action();
+    } catch (...) {
+        failure_ = std::current_exception();
+        XML_StopParser(parser_.get(), XML_FALSE);
+    }
+}
+
+XmlParser::XmlParser() : parser_(XML_ParserCreate(nullptr)) {
+    if (!parser_) {
+        throw std::bad_alloc();
+    }
+    XML_SetElementHandler(
+        parser_.get(),
+        [](void* self, const char* name, const char** attributes) {
+            static_cast<XmlParser*>(self)->startElement(name, attributes);
+        },
+        [](void* self, const char* /*name*/) {
+            auto& parser = *static_cast<XmlParser*>(self);
+            --parser.depth_;
+            parser.guarded([&] { parser.events_->end(); });
+        });
+    XML_SetCharacterDataHandler(parser_.get(), [](void* self, const char* text, int length) {
+        auto& parser = *static_cast<XmlParser*>(self);
+        parser.guarded([&] { parser.events_->text({text, static_cast<std::size_t>(length)}); });
+    });
+    XML_SetCommentHandler(parser_.get(), [](void* self, const char* text) {
+        auto& parser = *static_cast<XmlParser*>(self);
+        parser.guarded([&] { parser.events_->comment(text); });
+    });
+    XML_SetEntityDeclHandler(parser_.get(), [](void* self, const char*, int, const char*, int,
+                                               const char*, const char*, const char*, const char*) {
+        static_cast<XmlParser*>(self)->refuse("entity declarations are not accepted");
+    });
+    XML_SetSkippedEntityHandler(parser_.get(), [](void* self, const char*, int) {
+        static_cast<XmlParser*>(self)->refuse("undefined entity");
+    });
+}
+
+void XmlParser::parse(Input& input, XmlEvents& events) {
+    input_ = &input;
+    events_ = &events;
+    XML_SetUserData(parser_.get(), this);
+    for (bool last = false; !last;) {
+        auto* const buffer = static_cast<char*>(XML_GetBuffer(parser_.get(), chunkBytes));
+        if (buffer == nullptr) {
+            throw std::bad_alloc();
+        }
+        const std::size_t count = input.read(std::span(buffer, chunkBytes));
+        last = count == 0;
+        const XML_Status status =
+            XML_ParseBuffer(parser_.get(), static_cast<int>(count), last ? XML_TRUE : XML_FALSE);
+        if (failure_) {
+            std::rethrow_exception(failure_);
+        }
+        if (status != XML_STATUS_OK) {
+            fail(fmt::format("not well-formed XML: {}",
+                             XML_ErrorString(XML_GetErrorCode(parser_.get()))));
+        }
+    }
+}
+
+std::size_t XmlParser::line() const {
+    return XML_GetCurrentLineNumber(parser_.get());
+}
+
+void XmlParser::startElement(const char* name, const char** attributes) {
+    guarded([&] {
+        if (++depth_ > input_->limits().nestingDepth) {
+            fail(fmt::format("elements nested deeper than {} (--max-nesting)",
+                             input_->limits().nestingDepth));
+        }
+        events_->start(name, XmlAttributes(attributes));
+    });
+}
+
+void XmlParser::refuse(std::string_view problem) {
+    guarded([&] { fail(problem); });
+}
+
+void XmlParser::fail(std::string_view problem) const {
+    throw InputError(input_->name(), line(), problem);
+}
+
+}  // namespace depcompare

@@ -1,0 +1,56 @@
+#pragma once
+// Writes JSON as it comes, without holding the document.
+#include <cstdint>
+#include <string_view>
+
+#include "output/output.h"
+
+namespace depcompare {
+
+/// The caller opens and closes what it writes; commas, quotation marks and escapes are made here.
+class JsonWriter {
+  public:
+    explicit JsonWriter(Output& output) : output_(output) {}
+
+    void beginObject() { begin('{'); }
+    void endObject() { end('}'); }
+    void beginArray() { begin('['); }
+    void endArray() { end(']'); }
+
+    /// Begins a member of the open object; its value comes next.
+    void key(std::string_view name);
+    void text(std::string_view utf8);
+    void text(std::u16string_view text);
+    void number(std::uint64_t number);
+    void boolean(bool value);
+    void null();
+    /// A member with its value.
+    void member(std::string_view name, std::string_view utf8) {
+        key(name);
+        text(utf8);
+    }
+    void member(std::string_view name, std::u16string_view value) {
+        key(name);
+        text(value);
+    }
+    void member(std::string_view name, std::uint64_t value) {
+        key(name);
+        number(value);
+    }
+
+    /// A line break where JSON does not mind one: before the next element of an array.
+    void breakLine() { lineBreak_ = true; }
+
+  private:
+    void begin(char bracket);
+    void end(char bracket);
+    void separate();
+    void quote(std::string_view utf8);
+
+    Output& output_;
+    bool first_ = true;  // in the open object or array
+    bool afterKey_ = false;
+    bool lineBreak_ = false;
+};
+
+}  // namespace depcompare

@@ -1,0 +1,254 @@
+#include "reports/page/page_data.h"
+
+#include <array>
+#include <map>
+#include <memory>
+#include <unordered_map>
+#include <variant>
+#include <vector>
+
+#include <comparisons/side.h>
+#include <fl/i18n/locale.h>
+#include <fl/i18n/ustring.h>
+#include <fmt/format.h>
+
+#include "draft/marked_id.h"
+#include "output/json_writer.h"
+#include "presentation/switched_trees.h"
+#include "reports/json/json_detail.h"
+#include "reports/json/json_overview.h"
+#include "reports/page/packed_bytes.h"
+#include "reports/page/page_details.h"
+
+namespace depcompare {
+
+namespace {
+
+using ::comparisons::EditType;
+using ::comparisons::indexOf;
+using ::comparisons::Side;
+using ::comparisons::sides;
+using dependency::comparisons::Item;
+using dependency::comparisons::ItemEdit;
+using dependency::comparisons::ParallelDependencies;
+using dependency::graph::Graph;
+using dependency::graph::Node;
+using Match = PresentedTree::Match;
+
+/// Texts one after the other, with a column of their lengths in UTF-16 units.
+struct TextColumn {
+    PackedBytes letters;
+    PackedBytes lengths;
+
+    void add(std::u16string_view text) {
+        letters.add(fl::i18n::ustring_to_utf8(text));
+        lengths.addNumber(text.size());
+    }
+};
+
+/// The nodes that entries speak of, each by a number: files in the order of the tree, then others.
+class NodeTable {
+  public:
+    /// Returns: its number. What a node is called is taken from where it is met first.
+    std::size_t add(const Node& node) {
+        const auto [place, isNew] = numbers_.try_emplace(idAsRead(node.getID()), numbers_.size());
+        if (isNew) {
+            const std::u16string name = node.getName();
+            ids_.add(place->first);
+            names_.add(name == place->first ? std::u16string_view() : name);
+            types_.addNumber(typeNumber(node));
+        }
+        return place->second;
+    }
+
+    void write(Output& output) {
+        writePacked("ids", ids_.letters, output);
+        writePacked("id-lengths", ids_.lengths, output);
+        writePacked("names", names_.letters, output);
+        writePacked("name-lengths", names_.lengths, output);
+        writePacked("types", types_, output);
+    }
+
+    [[nodiscard]] std::size_t size() const { return numbers_.size(); }
+    [[nodiscard]] const std::vector<std::u16string>& typeNames() const { return typeNames_; }
+
+  private:
+    std::size_t typeNumber(const Node& node) {
+        const auto type = node.getType();
+        const auto [place, isNew] = typeNumbers_.try_emplace(type->getID(), typeNames_.size());
+        if (isNew) {
+            typeNames_.push_back(type->getName());
+        }
+        return place->second;
+    }
+
+    std::unordered_map<std::u16string_view, std::size_t> numbers_;  // views the graphs' own IDs
+    std::map<std::u16string, std::size_t> typeNumbers_;
+    std::vector<std::u16string> typeNames_;
+    TextColumn ids_;
+    TextColumn names_;
+    PackedBytes types_;
+};
+
+const Item& newestSide(const ItemEdit& edit) {
+    const auto& right = edit[Side::right];
+    return right ? *right : *edit[Side::left];
+}
+
+/// The columns of the tree: one of entries, and one each of what files and what groups have.
+class EntryTable {
+  public:
+    explicit EntryTable(const SwitchedTrees& trees) : trees_(trees) {
+        // Files have the first numbers, so that a file's place is its node's number.
+        for (const auto& entry : tree().entries()) {
+            if (const auto* file = std::get_if<std::shared_ptr<Node>>(
+                    &newestSide(tree().compared(entry.match).edit))) {
+                nodes_.add(**file);
+                ++files_;
+            }
+        }
+        for (std::size_t i = 0; i < tree().entries().size(); ++i) {
+            add(i);
+        }
+        endFile();
+    }
+
+    void write(Output& output) {
+        writePacked("entries", codes_, output);
+        writePacked("changes", changes_, output);
+        writePacked("group-counts", groupCounts_, output);
+        writePacked("targets", targets_, output);
+        nodes_.write(output);
+    }
+
+    void writeSizes(JsonWriter& json) const {
+        json.member("files", files_);
+        json.member("groups", groups_);
+        json.member("nodes", nodes_.size());
+        json.key("types");
+        json.beginArray();
+        for (const std::u16string& name : nodes_.typeNames()) {
+            json.text(name);
+        }
+        json.endArray();
+    }
+
+    // What an item adds besides its entry.
+    void operator()(const std::shared_ptr<const Graph>& /*graph*/) {}
+    void operator()(const std::shared_ptr<Node>& /*file*/) {
+        endFile();
+        inFile_ = true;
+    }
+    void operator()(const ParallelDependencies& group) {
+        ++groupsOfFile_;
+        ++groups_;
+        targets_.addNumber(nodes_.add(*group.downstream));
+    }
+
+  private:
+    [[nodiscard]] const PresentedTree& tree() const { return trees_.unfiltered(); }
+
+    void add(std::size_t index) {
+        const Match match = tree().entries()[index].match;
+        const auto metrics = tree().metrics(match).value_or(::comparisons::DiffMetrics<2>());
+        const auto edit = match->getEditTypes().front();
+        const bool moved = match->getIsOrderMove().any() || match->getIsHierMove().any();
+        const bool withoutRow = edit == EditType::changed && metrics.areZero();
+        codes_.addByte(static_cast<unsigned>(edit) | (moved ? 4U : 0U) | (withoutRow ? 8U : 0U) |
+                       static_cast<unsigned>(trees_.choicesThatShow(index)) << 4U);
+        for (const std::uint32_t count : {metrics.rightOnly, metrics.leftOnly, metrics.changed}) {
+            changes_.addNumber(count);
+        }
+        std::visit(*this, newestSide(tree().compared(match).edit));
+    }
+
+    void endFile() {
+        if (inFile_) {
+            groupCounts_.addNumber(groupsOfFile_);
+        }
+        groupsOfFile_ = 0;
+    }
+
+    const SwitchedTrees& trees_;
+    NodeTable nodes_;
+    std::size_t files_ = 0;
+    std::size_t groups_ = 0;
+    std::size_t groupsOfFile_ = 0;
+    bool inFile_ = false;
+    PackedBytes codes_;
+    PackedBytes changes_;
+    PackedBytes groupCounts_;
+    PackedBytes targets_;
+};
+
+void writeChoice(const PresentedTree& tree, JsonWriter& json) {
+    const Visibility visibility = tree.visibility();
+    json.beginObject();
+    json.key("filters");
+    json.beginArray();
+    for (const HiddenByFilter& hidden : visibility.hidden) {
+        json.beginObject();
+        json.member("name", nameOf(hidden.filter));
+        json.member("title", titleOf(hidden.filter));
+        json.member("graphs", hidden.entries.graphs);
+        json.member("files", hidden.entries.files);
+        json.member("groups", hidden.entries.groups);
+        json.member("rows", hidden.rows);
+        json.endObject();
+    }
+    json.endArray();
+    json.key("differs");
+    json.boolean(tree.showsDifference());
+    json.endObject();
+}
+
+void writeHead(const Report& report, const SwitchedTrees& trees, const EntryTable& entries,
+               const std::vector<std::size_t>& blocks, JsonWriter& json) {
+    json.beginObject();
+    json.member("version", std::uint64_t{1});
+    json.member("locale", fl::i18n::Locale::global().name());
+    for (const Side side : sides) {
+        json.key(memberOf(side));
+        writeJsonInput(report, indexOf(side), json);
+    }
+    json.key("summary");
+    writeJsonSummary(report.summary, json);
+    json.key("ledger");
+    writeJsonLedger(report.ledger, json);
+    json.key("choices");
+    json.beginArray();
+    for (const auto& tree : trees.trees()) {
+        writeChoice(*tree, json);
+    }
+    json.endArray();
+    json.member("choice", placeOfChoice(report.tree->filters()));
+    entries.writeSizes(json);
+    json.key("blocks");
+    json.beginArray();
+    for (const std::size_t first : blocks) {
+        json.number(first);
+    }
+    json.endArray();
+    json.endObject();
+}
+
+}  // namespace
+
+void writePageData(const Report& report, Output& output) {
+    const SwitchedTrees trees(report.comparison, *report.tree);
+    PageDetails details(trees, output);
+    for (std::size_t entry = 0; entry < trees.unfiltered().entries().size(); ++entry) {
+        details.add(entry);
+    }
+    details.finish();
+    EntryTable entries(trees);
+    entries.write(output);
+    PackedBytes head;
+    Output headOutput([&](std::string_view text) { head.add(text); });
+    JsonWriter json(headOutput);
+    writeHead(report, trees, entries, details.firstEntries(), json);
+    headOutput.flush();
+    writePacked("head", head, output);
+}
+
+}  // namespace depcompare
