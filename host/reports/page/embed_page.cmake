@@ -71,7 +71,7 @@ while(rest MATCHES "{{([a-z]+)}}")
 endwhile()
 add_text("${rest}")
 
-file(WRITE "${OUTPUT}" "#include \"reports/embedded_page.h\"
+file(WRITE "${OUTPUT}" "#include \"reports/page/embedded_page.h\"
 
 namespace depcompare {
 
