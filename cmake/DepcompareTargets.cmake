@@ -26,6 +26,16 @@ function(depcompare_library name)
   set_property(GLOBAL APPEND PROPERTY DEPCOMPARE_LIBRARIES ${name})
 endfunction()
 
+# depcompare_platform(ALIAS FOLDER): adds the platform library of FOLDER, unless there is a target
+# ALIAS already: a project that includes this one brings its own. Those go into DEPCOMPARE_REPLACED.
+macro(depcompare_platform alias folder)
+  if(TARGET ${alias})
+    list(APPEND DEPCOMPARE_REPLACED ${alias})
+  else()
+    add_subdirectory(${folder})
+  endif()
+endmacro()
+
 # depcompare_export_header(NAME HEADER MACRO): generates <HEADER>, which defines MACRO.
 function(depcompare_export_header name header macro)
   set(dir "${CMAKE_CURRENT_BINARY_DIR}/generated")
