@@ -4,32 +4,14 @@
 #include <cstdio>
 #include <exception>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <utility>
-
-#include <boost/log/attributes/attribute_value_impl.hpp>
-#include <boost/log/attributes/value_extraction.hpp>
-#include <boost/log/core/core.hpp>
-#include <boost/log/expressions/message.hpp>
-#include <boost/log/expressions/predicates/has_attr.hpp>
-#include <boost/log/keywords/channel.hpp>
-#include <boost/log/keywords/severity.hpp>
-#include <boost/log/sinks/basic_sink_backend.hpp>
-#include <boost/log/sinks/sync_frontend.hpp>
-#include <boost/log/sources/record_ostream.hpp>
-#include <boost/log/sources/severity_channel_logger.hpp>
-#include <boost/make_shared.hpp>
 
 #include <foundation/log/scope.h>
 
 namespace foundation::log {
 namespace {
-
-namespace blog = boost::log;
-
-constexpr const char* severityAttribute = "Severity";
-constexpr const char* channelAttribute = "Channel";
-constexpr const char* scopesAttribute = "Scopes";
 
 void writeToStandardError(const Record& record) {
     std::string line(name(record.severity));
@@ -45,32 +27,6 @@ void writeToStandardError(const Record& record) {
     line.push_back('\n');
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
-
-class SinkBackend : public blog::sinks::basic_sink_backend<blog::sinks::synchronized_feeding> {
-  public:
-    void consume(const blog::record_view& view) {
-        Record record;
-        record.name = blog::extract_or_default<std::string>(channelAttribute, view, std::string());
-        record.severity =
-            blog::extract_or_default<Severity>(severityAttribute, view, Severity::info);
-        record.message = blog::extract_or_default<std::string>(
-            blog::expressions::tag::smessage::get_name(), view, std::string());
-        record.scopes = blog::extract_or_default<std::vector<std::string>>(
-            scopesAttribute, view, std::vector<std::string>());
-        if (sink_) {
-            sink_(record);
-        } else {
-            writeToStandardError(record);
-        }
-    }
-
-    Sink exchange(Sink sink) { return std::exchange(sink_, std::move(sink)); }
-
-  private:
-    Sink sink_;
-};
-
-using SinkFrontend = blog::sinks::synchronous_sink<SinkBackend>;
 
 }  // namespace
 
@@ -93,41 +49,36 @@ std::string_view name(Severity severity) noexcept {
 }
 
 struct Logger::Channel {
-    explicit Channel(const std::string& channelName)
-        : name(channelName), source(blog::keywords::channel = channelName) {}
+    explicit Channel(std::string_view channelName) : name(channelName) {}
 
     const std::string name;
     std::atomic<Severity> threshold = Severity::warning;
-    blog::sources::severity_channel_logger_mt<Severity, std::string> source;
 };
 
 struct Logger::Registry {
-    Registry() : sink(boost::make_shared<SinkFrontend>()) {
-        // A host's own records use other types for their severity and stay with the host's sinks.
-        sink->set_filter(blog::expressions::has_attr<Severity>(severityAttribute));
-        blog::core::get()->add_sink(sink);
-    }
-
-    // Never destroyed: handles stay valid in destructors that run while the process ends.
-    static Registry& instance() {
-        static auto& registry = *new Registry;
-        return registry;
-    }
+    static Registry& instance();
 
     Channel& channel(std::string_view channelName) {
-        const std::lock_guard lock(mutex);
+        const std::lock_guard lock(channelsMutex);
         auto found = channels.find(channelName);
         if (found == channels.end()) {
-            std::string owned(channelName);
-            found = channels.try_emplace(owned, owned).first;
+            found = channels.try_emplace(std::string(channelName), channelName).first;
         }
         return found->second;
     }
 
-    std::mutex mutex;
+    std::mutex channelsMutex;
     std::map<std::string, Channel, std::less<>> channels;
-    boost::shared_ptr<SinkFrontend> sink;
+
+    std::recursive_mutex sinkMutex;  // a sink may log and set another sink
+    std::shared_ptr<const Sink> sink = std::make_shared<const Sink>();
 };
+
+Logger::Registry& Logger::Registry::instance() {
+    // Never destroyed: handles stay valid in destructors that run while the process ends.
+    static auto& registry = *new Registry;
+    return registry;
+}
 
 Logger Logger::get(std::string_view name) {
     return Logger(Registry::instance().channel(name));
@@ -138,7 +89,11 @@ void Logger::setThreshold(std::string_view name, Severity threshold) {
 }
 
 Sink Logger::setSink(Sink sink) {
-    return Registry::instance().sink->locked_backend()->exchange(std::move(sink));
+    Registry& registry = Registry::instance();
+    auto next = std::make_shared<const Sink>(std::move(sink));
+    const std::lock_guard lock(registry.sinkMutex);
+    registry.sink.swap(next);
+    return *next;
 }
 
 const std::string& Logger::name() const noexcept {
@@ -154,16 +109,17 @@ void Logger::write(Severity severity, std::string_view message) const noexcept {
         return;
     }
     try {
-        blog::record record = channel_->source.open_record(blog::keywords::severity = severity);
-        if (!record) {
-            return;
+        const Record record{.name = name(),
+                            .severity = severity,
+                            .message = std::string(message),
+                            .scopes = Scope::texts()};
+        Registry& registry = Registry::instance();
+        const std::lock_guard lock(registry.sinkMutex);
+        if (const auto sink = registry.sink; *sink) {
+            (*sink)(record);
+        } else {
+            writeToStandardError(record);
         }
-        record.attribute_values().insert(blog::attribute_name(scopesAttribute),
-                                         blog::attributes::make_attribute_value(Scope::texts()));
-        blog::record_ostream stream(record);
-        stream.write(message.data(), static_cast<std::streamsize>(message.size()));
-        stream.flush();
-        channel_->source.push_record(std::move(record));
     } catch (const std::exception& error) {
         std::fprintf(stderr, "error %s: a record was lost: %s\n", name().c_str(), error.what());
     } catch (...) {

@@ -1,6 +1,5 @@
 #pragma once
-// Named loggers, each with its own severity threshold. Records go through Boost.Log's core, so a
-// host's sinks see them too.
+// Named loggers, each with its own severity threshold, and one sink for the records of all.
 #include <functional>
 #include <string>
 #include <string_view>
@@ -12,7 +11,7 @@ namespace foundation::log {
 
 enum class Severity { trace, debug, info, warning, error, fatal };
 
-/// The severity in lower case, as it opens a line of standard error.
+/// The severity in lower case.
 [[nodiscard]] FOUNDATION_EXPORT std::string_view name(Severity severity) noexcept;
 
 /// What a sink receives.
@@ -39,16 +38,17 @@ class FOUNDATION_EXPORT Logger {
     static void setThreshold(std::string_view name, Severity threshold);
 
     /// Sends the records of all loggers to `sink`, one at a time; an empty function means standard
-    /// error, one line "severity name: message" a record, control characters as spaces.
+    /// error, one line "severity name: message" per record, control characters as spaces.
     ///
-    /// Returns: the sink until now, empty for standard error. It is not running any more.
+    /// Returns: the previous sink, empty for standard error. It is no longer running, unless it
+    ///          made this call itself.
     static Sink setSink(Sink sink);
 
     [[nodiscard]] const std::string& name() const noexcept;
     [[nodiscard]] bool enabled(Severity severity) const noexcept;
 
-    /// Does nothing below the threshold. A record that the sink fails on is dropped: logging never
-    /// takes the place of the error that it reports.
+    /// Does nothing below the threshold. If the sink fails, the record is dropped: logging must not
+    /// replace the error that it reports.
     void write(Severity severity, std::string_view message) const noexcept;
 
   private:

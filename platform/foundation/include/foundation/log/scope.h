@@ -1,5 +1,5 @@
 #pragma once
-// Marks where a thread is, so that records written meanwhile say so.
+// Marks where a thread is, for the records that it writes meanwhile.
 #include <string>
 #include <string_view>
 #include <vector>

@@ -8,7 +8,8 @@
 
 namespace foundation::core::diag {
 
-/// Writes "file:line: signature: message" as one line to standard error and aborts.
+/// Writes "file:line: signature: message" as one line to standard error and aborts. A check names
+/// the place of its caller: that is where the invariant is broken.
 ///
 /// Threads: any; allocates nothing.
 [[noreturn]] FOUNDATION_EXPORT void terminate(const boost::source_location& location,
