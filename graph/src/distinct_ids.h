@@ -1,13 +1,13 @@
 #pragma once
-// Tells whether an ID was given before.
+// Whether an ID was used before.
 #include <optional>
 #include <string_view>
 #include <unordered_set>
 
 namespace dependency::graph {
 
-/// IDs that come in ascending order cannot repeat, so nothing is kept of them but the last one; a
-/// hash set holds them all from the first that does not ascend.
+/// Ascending IDs cannot repeat, so only the last one is kept; from the first ID that does not ascend,
+/// a hash set holds all of them.
 class DistinctIDs {
   public:
     /// Requires: `objects` are those whose IDs were added.
@@ -28,7 +28,7 @@ class DistinctIDs {
         return all_.contains(id);
     }
 
-    /// Requires: `contain` has just denied `id`.
+    /// Requires: `contain` has just returned false for `id`.
     /// Lifetime: `id` refers to text that outlives this.
     void add(std::u16string_view id) {
         if (ascending_) {
@@ -41,7 +41,7 @@ class DistinctIDs {
   private:
     bool ascending_ = true;
     std::optional<std::u16string_view> last_;
-    std::unordered_set<std::u16string_view> all_;  // empty while they ascend
+    std::unordered_set<std::u16string_view> all_;  // empty while IDs ascend
 };
 
 }  // namespace dependency::graph

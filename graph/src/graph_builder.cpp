@@ -91,7 +91,7 @@ GraphBuilder::GraphBuilder(GraphBuilder&&) noexcept = default;
 GraphBuilder& GraphBuilder::operator=(GraphBuilder&&) noexcept = default;
 
 std::shared_ptr<const Type> GraphBuilder::type(std::u16string_view id, std::u16string_view name) {
-    if (id == Type::FILE()->getID()) {
+    if (id == Type::FILE()->getID() && name == Type::FILE()->getName()) {
         return Type::FILE();
     }
     auto& known = state_->typeByContent;
@@ -126,7 +126,8 @@ std::shared_ptr<Node> GraphBuilder::addNode(std::u16string id, std::u16string na
     if (hasKeyTwice(properties)) {
         throw GraphBuildError("node with a property key given twice", std::move(id));
     }
-    Node& added = nodes.emplace(std::move(id), std::move(name), *type, std::move(properties));
+    const Type& known = *type == *Type::FILE() ? *Type::FILE() : *type;
+    Node& added = nodes.emplace(std::move(id), std::move(name), known, std::move(properties));
     try {
         state_->nodeIDs.add(added.getID());
     } catch (...) {

@@ -1,5 +1,5 @@
 #pragma once
-// What graphs and nodes do alike with their properties.
+// The properties of graphs and of nodes.
 #include <algorithm>
 #include <stdexcept>
 

@@ -1,9 +1,9 @@
 #pragma once
-// Where the objects of one graph live: blocks of one kind each, every block owned by one reference
-// count.
+// Where the objects of one graph live: one block per kind of object, with one reference count per
+// block.
 //
-// Pointers handed out alias their block, so that no object has a control block of its own. A block
-// keeps those alive that its objects point into and none points back, so nothing leaks.
+// Pointers alias their block, so that no object has a control block of its own. A block keeps alive
+// the blocks into which its objects point; none points back, so nothing leaks.
 #include <deque>
 #include <memory>
 

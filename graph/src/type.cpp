@@ -3,7 +3,8 @@
 namespace dependency::graph {
 
 const std::shared_ptr<const Type>& Type::FILE() {
-    static const std::shared_ptr<const Type> file(new Type(u"file", u"file", nullptr));
+    // Never destroyed: it is compared with in destructors that run while the process ends.
+    static const auto& file = *new std::shared_ptr<const Type>(new Type(u"file", u"file", nullptr));
     return file;
 }
 

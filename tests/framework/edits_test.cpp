@@ -14,9 +14,10 @@ TEST(StatefulEdit, offersTheLeftSideElseTheRightOne) {
     EXPECT_THROW((void)anySide(Edit()), std::bad_optional_access);
 }
 
-TEST(SideDeathTest, thirdSideEndsTheProcess) {
-    const Edit edit(1, 2, true);
-    EXPECT_DEATH((void)edit[static_cast<Side>(2)], "Cannot apply a three way side to `Product`\\.");
+TEST(SideDeathTest, thirdSideEndsTheProcessAndNamesThePlaceOfTheCall) {
+    const std::string here = "edits_test\\.cpp:" + std::to_string(__LINE__ + 1) + ": ";
+    EXPECT_DEATH((void)indexOf(static_cast<Side>(2)),
+                 here + ".*indexOf.*: Cannot apply a three way side to `Product`\\.\n$");
 }
 
 }  // namespace

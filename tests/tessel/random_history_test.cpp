@@ -1,15 +1,22 @@
-// Random changes in random transactions: what is committed stays, what is not never was.
+// Random changes, some of which run out of memory, in random transactions: what is committed stays,
+// what is not never was.
 #include <cstdint>
+#include <functional>
+#include <iterator>
+#include <new>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
+#include "../support/failing_allocations.h"
 #include "library.h"
 
 namespace tessel::core::testing {
 namespace {
+
+using testing_allocations::FailingAllocation;
 
 class History {
   public:
@@ -52,42 +59,44 @@ class History {
                                 : elements[*rc::gen::inRange<std::size_t>(0, elements.size())];
     }
 
-    static std::u16string name() {
-        return std::u16string(static_cast<std::size_t>(*rc::gen::inRange(0, 20)), u'x');
-    }
-
     void change() {
-        const int choice = *rc::gen::inRange(0, 14);
         const Person person = any(persons_);
         const Book book = any(books_);
-        if (choice == 0 || !person) {
+        if (!person || !book || *rc::gen::inRange(0, 7) == 0) {
             persons_.push_back(createElement<Person>(model_));
-        } else if (choice == 1 || !book) {
             books_.push_back(createElement<Book>(model_));
-        } else if (choice == 2) {
-            person->name.set(name());
-        } else if (choice == 3) {
-            person->age.set(person->age.get() + 1);
-        } else if (choice == 4) {
-            shelf_->books.clear();
-        } else if (choice == 5) {
-            shelf_->books.push_back(book);
-        } else if (choice == 6) {
-            shelf_->labels.push_back(name());
-        } else if (choice == 7) {
-            book->owner.set(person);
-        } else if (choice == 8) {
-            book->owner.set(Person());
-        } else if (choice == 9) {
-            book->authors.clear();
-        } else if (choice == 10) {
-            book->marks.clear();
-            book->marks.reserve(static_cast<std::size_t>(*rc::gen::inRange(0, 20)));
-        } else if (choice == 11) {
-            book->marks.push_back(*rc::gen::arbitrary<std::int32_t>());
-        } else {
-            book->authors.push_back(person);
+            return;
         }
+        const auto number = *rc::gen::inRange(0, 20);
+        const std::u16string name(static_cast<std::size_t>(number), u'x');
+        const std::function<void()> changes[] = {
+            [&] { createElement<Book>(model_)->authors.push_back(person); },
+            [&] { person->name.set(name); },
+            [&] { person->age.set(number); },
+            [&] { shelf_->books.clear(); },
+            [&] { shelf_->books.push_back(book); },
+            [&] { shelf_->labels.push_back(name); },
+            [&] { book->owner.set(person); },
+            [&] { book->owner.set(Person()); },
+            [&] { book->authors.clear(); },
+            [&] { book->authors.push_back(person); },
+            [&] { book->marks.push_back(number); },
+            [&] { book->marks.clear(); },
+            [&] { book->marks.reserve(static_cast<std::size_t>(number)); },
+        };
+        const auto& chosen = changes[*rc::gen::inRange<std::size_t>(0, std::size(changes))];
+        const auto successes = *rc::gen::inRange<std::size_t>(0, 6);
+        const std::string before = content();
+        bool failed = false;
+        {
+            const FailingAllocation failing(successes);
+            try {
+                chosen();
+            } catch (const std::bad_alloc&) {
+                failed = true;
+            }
+        }
+        RC_ASSERT(!failed || content() == before);
     }
 
     Model model_ = Model::create({});

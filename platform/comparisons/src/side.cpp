@@ -4,8 +4,8 @@
 
 namespace comparisons::detail {
 
-void terminateOnInvalidSide(const char* signature) noexcept {
-    foundation::core::diag::terminate(BOOST_CURRENT_LOCATION, signature,
+void terminateOnInvalidSide(const boost::source_location& caller, const char* signature) noexcept {
+    foundation::core::diag::terminate(caller, signature,
                                       "Cannot apply a three way side to `Product`.");
 }
 

@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include <unicode/datefmt.h>
+#include <unicode/gregocal.h>
 #include <unicode/locid.h>
 #include <unicode/timezone.h>
 #include <unicode/unistr.h>
@@ -19,12 +20,33 @@ static_assert(static_cast<int>(DateFormat::long_) == icu::DateFormat::kLong);
 static_assert(static_cast<int>(DateFormat::medium) == icu::DateFormat::kMedium);
 static_assert(static_cast<int>(DateFormat::short_) == icu::DateFormat::kShort);
 
-// For a language without data ICU takes the locale of the environment; here that is English.
-icu::Locale withData(const Locale& locale) {
+// The second in which `time` is, as milliseconds since the epoch.
+UDate secondOf(const boost::posix_time::ptime& time) {
+    const auto days = (time.date() - boost::gregorian::date(1970, 1, 1)).days();
+    return 1000.0 * (86400.0 * static_cast<double>(days) +
+                     static_cast<double>(time.time_of_day().total_seconds()));
+}
+
+// With the calendar of all parts of the system. For a language without data ICU takes the locale of
+// the environment; here that is English.
+icu::Locale icuLocale(const Locale& locale) {
     UErrorCode status = U_ZERO_ERROR;
     ures_close(ures_open(nullptr, locale.name().c_str(), &status));
     const bool isKnown = U_SUCCESS(status) && status != U_USING_DEFAULT_WARNING;
-    return isKnown ? icu::Locale(locale.name().c_str()) : icu::Locale::getEnglish();
+    return {((isKnown ? locale.name() : "en") + "@calendar=gregorian").c_str()};
+}
+
+// Gregorian from the first date of boost::gregorian on; ICU's own begins in 1582.
+std::unique_ptr<icu::Calendar> makeCalendar(const icu::Locale& locale) {
+    UErrorCode status = U_ZERO_ERROR;
+    auto calendar = std::make_unique<icu::GregorianCalendar>(icu::TimeZone::createTimeZone("UTC"),
+                                                             locale, status);
+    calendar->setGregorianChange(
+        secondOf(boost::posix_time::ptime(boost::date_time::min_date_time)), status);
+    if (U_FAILURE(status)) {
+        throw std::bad_alloc();
+    }
+    return calendar;
 }
 
 std::unique_ptr<icu::DateFormat> makeFormat(DateFormat format, const Locale& locale) {
@@ -33,12 +55,13 @@ std::unique_ptr<icu::DateFormat> makeFormat(DateFormat format, const Locale& loc
                                     std::to_string(static_cast<int>(format)) + ".");
     }
     const auto style = static_cast<icu::DateFormat::EStyle>(format);
+    const icu::Locale known = icuLocale(locale);
     std::unique_ptr<icu::DateFormat> result(
-        icu::DateFormat::createDateTimeInstance(style, style, withData(locale)));
+        icu::DateFormat::createDateTimeInstance(style, style, known));
     if (!result) {
         throw std::bad_alloc();
     }
-    result->adoptTimeZone(icu::TimeZone::createTimeZone("UTC"));
+    result->adoptCalendar(makeCalendar(known).release());
     return result;
 }
 
@@ -48,10 +71,8 @@ ustring to_ustring(const boost::posix_time::ptime& time, DateFormat format, cons
     if (time.is_special()) {
         return {};
     }
-    const boost::posix_time::ptime epoch(boost::gregorian::date(1970, 1, 1));
-    const auto milliseconds = static_cast<UDate>((time - epoch).total_milliseconds());
     icu::UnicodeString text;
-    makeFormat(format, locale)->format(milliseconds, text);
+    makeFormat(format, locale)->format(secondOf(time), text);
     return {text.getBuffer(), static_cast<std::size_t>(text.length())};
 }
 

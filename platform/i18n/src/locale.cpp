@@ -14,8 +14,6 @@
 namespace fl::i18n {
 namespace {
 
-constexpr int asciiCount = 0x80;
-
 bool isLetter(char c) {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
@@ -104,20 +102,21 @@ CanonicalName canonicalName(std::string_view name) {
     return result;
 }
 
-// Asks ICU instead of naming languages, so that the fast path can never disagree with the slow one.
+// Asks ICU instead of naming languages, so that the fast path cannot disagree with the slow one.
 bool asciiLowersPlainly(const std::string& locale) {
-    for (int c = 0; c < asciiCount; ++c) {
-        const auto unit = static_cast<char16_t>(c);
-        std::array<char16_t, 4> out = {};
-        UErrorCode status = U_ZERO_ERROR;
-        const int32_t length = u_strToLower(out.data(), static_cast<int32_t>(out.size()), &unit, 1,
-                                            locale.c_str(), &status);
-        const char expected = lower(static_cast<char>(c));
-        if (U_FAILURE(status) || length != 1 || out[0] != static_cast<char16_t>(expected)) {
-            return false;
-        }
+    std::u16string ascii;
+    std::u16string expected;
+    for (char c = 0; c < 0x7f; ++c) {
+        ascii.push_back(static_cast<char16_t>(c));
+        expected.push_back(static_cast<char16_t>(lower(c)));
     }
-    return true;
+    std::array<char16_t, 256> lowered = {};
+    UErrorCode status = U_ZERO_ERROR;
+    const int32_t length =
+        u_strToLower(lowered.data(), static_cast<int32_t>(lowered.size()), ascii.data(),
+                     static_cast<int32_t>(ascii.size()), locale.c_str(), &status);
+    return U_SUCCESS(status) &&
+           std::u16string_view(lowered.data(), static_cast<std::size_t>(length)) == expected;
 }
 
 }  // namespace

@@ -1,14 +1,10 @@
 #include <fl/i18n/message_catalog.h>
 
-#include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <mutex>
 #include <shared_mutex>
 #include <string>
 #include <unordered_map>
 #include <utility>
-#include <vector>
 
 #include <nlohmann/json.hpp>
 
@@ -16,11 +12,6 @@ namespace fl::i18n {
 namespace {
 
 using Messages = std::unordered_map<MessageID, ustring>;
-
-struct LocaleMessages {
-    std::string localeName;
-    Messages messages;
-};
 
 enum class Existing { replaced, kept };
 
@@ -40,17 +31,13 @@ struct Store {
         return message == messages->second.end() ? nullptr : &message->second;
     }
 
-    void merge(std::vector<LocaleMessages> additions, Existing existing) {
+    void merge(const std::string& localeName, Messages additions, Existing existing) {
         const std::unique_lock lock(mutex);
-        for (LocaleMessages& addition : additions) {
-            Messages& messages = byLocale[addition.localeName];
-            if (existing == Existing::replaced) {
-                addition.messages.merge(messages);
-                messages.swap(addition.messages);
-            } else {
-                messages.merge(addition.messages);
-            }
+        Messages& messages = byLocale[localeName];
+        if (existing == Existing::replaced) {
+            messages.swap(additions);
         }
+        messages.merge(additions);
     }
 
     std::shared_mutex mutex;
@@ -72,10 +59,8 @@ nlohmann::json parseJson(std::string_view place, std::string_view utf8Json) {
     }
 }
 
-LocaleMessages parse(std::string_view place, std::string_view localeName,
-                     std::string_view utf8Json) {
-    LocaleMessages result;
-    result.localeName = Locale(localeName).name();
+Messages parse(std::string_view place, std::string_view utf8Json) {
+    Messages result;
     const nlohmann::json root = parseJson(place, utf8Json);
     if (!root.is_object()) {
         refuse(place, "not an object of catalogs");
@@ -89,32 +74,17 @@ LocaleMessages parse(std::string_view place, std::string_view localeName,
                 refuse(place, std::string("'").append(catalog).append(":").append(key) +
                                   (text.is_string() ? "' has an empty side" : "' is not a text"));
             }
-            result.messages.insert_or_assign(MessageID(catalog, key),
-                                             utf8_to_ustring(text.get_ref<const std::string&>()));
+            result.insert_or_assign(MessageID(catalog, key),
+                                    utf8_to_ustring(text.get_ref<const std::string&>()));
         }
     }
     return result;
 }
 
 void addText(std::string_view localeName, std::string_view utf8Json, Existing existing) {
-    std::string place("messages for '");
-    place.append(localeName).append("'");
-    std::vector<LocaleMessages> additions;
-    additions.push_back(parse(place, localeName, utf8Json));
-    Store::instance().merge(std::move(additions), existing);
-}
-
-LocaleMessages parseFile(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    if (!file) {
-        refuse(path.string(), "cannot be read");
-    }
-    try {
-        return parse(path.string(), path.stem().string(), text);
-    } catch (const InvalidLocaleName& error) {
-        throw InvalidLocaleName(path.string() + ": " + error.what());
-    }
+    const Locale locale(localeName);
+    const std::string place = std::string("messages for '").append(localeName).append("'");
+    Store::instance().merge(locale.name(), parse(place, utf8Json), existing);
 }
 
 }  // namespace
@@ -132,7 +102,7 @@ ustring MessageCatalog::get_message(const MessageID& id, const Locale& locale) {
 }
 
 std::optional<ustring> MessageCatalog::find_message(const MessageID& id, const Locale& locale) {
-    static const std::string english = Locale().name();
+    const std::string& english = Locale().name();
     Store& store = Store::instance();
     const std::shared_lock lock(store.mutex);
     const ustring* message = store.find(locale.name(), id);
@@ -151,23 +121,6 @@ void MessageCatalog::add(std::string_view localeName, std::string_view utf8Json)
 
 void MessageCatalog::addDefaults(std::string_view localeName, std::string_view utf8Json) {
     addText(localeName, utf8Json, Existing::kept);
-}
-
-void MessageCatalog::addFolder(const std::filesystem::path& folder) {
-    std::vector<std::filesystem::path> paths;
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-        if (entry.path().extension() == ".json" && entry.is_regular_file()) {
-            paths.push_back(entry.path());
-        }
-    }
-    // Two names of one locale ("de.json", "DE.json") then override each other alike everywhere.
-    std::sort(paths.begin(), paths.end());
-    std::vector<LocaleMessages> additions;
-    additions.reserve(paths.size());
-    for (const std::filesystem::path& path : paths) {
-        additions.push_back(parseFile(path));
-    }
-    Store::instance().merge(std::move(additions), Existing::replaced);
 }
 
 void MessageCatalog::clear() {

@@ -1,7 +1,10 @@
 #include <tessel/core/element.h>
 
-#include <string>
+#include <atomic>
+#include <new>
+#include <optional>
 
+#include <pthread.h>
 #include <boost/throw_exception.hpp>
 #include <boost/uuid/random_generator.hpp>
 
@@ -13,10 +16,26 @@ namespace tessel::core {
 
 namespace {
 
+// How many forks lie between this process and the first one that counted.
+unsigned generation() {
+    static std::atomic<unsigned> forks = 0;
+    static const int failure = pthread_atfork(nullptr, nullptr, [] { ++forks; });
+    if (failure != 0) {
+        throw std::bad_alloc();
+    }
+    return forks.load(std::memory_order_relaxed);
+}
+
 boost::uuids::uuid freshUuid() {
-    // Seeding costs as much as the creation of thousands of elements.
-    thread_local boost::uuids::random_generator_mt19937 generator;
-    return generator();
+    // Seeding costs as much as the creation of thousands of elements, so it is done once per thread,
+    // and once more in a forked process, which would repeat its parent's UUIDs otherwise.
+    thread_local std::optional<boost::uuids::random_generator_mt19937> generator;
+    thread_local unsigned seededIn = 0;
+    if (const unsigned current = generation(); !generator || seededIn != current) {
+        generator.emplace();
+        seededIn = current;
+    }
+    return (*generator)();
 }
 
 detail::TransactionState& openTransaction(detail::TransactionState* transaction) {

@@ -1,6 +1,6 @@
 #pragma once
-// What a transaction leaves behind: elements refer to the one that created them, so they know
-// whether they are new, part of the model, or detached, and which model is theirs.
+// The state of a transaction, which outlives it: elements refer to the one that created them, and so
+// know their model and whether they are new, part of the model, or detached.
 #include <memory>
 
 #include <tessel/core/handle.h>

@@ -6,7 +6,7 @@
 
 namespace dependency::graph {
 
-/// Orders dependencies by their own IDs, by code unit; a set ordered by it holds one dependency per
+/// Orders dependencies by their own IDs, by code unit; a set in this order holds one dependency per
 /// ID.
 struct CompareByID {
     [[nodiscard]] bool operator()(const std::shared_ptr<Dependency>& a,

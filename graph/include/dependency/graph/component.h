@@ -12,7 +12,7 @@ struct ComponentStorage;
 /// A named part of a node, for example a block inside a file. Made by `GraphBuilder::component`.
 class DEPENDENCY_GRAPH_EXPORT Component {
   public:
-    /// Returns: empty where the dependency concerns the node as a whole.
+    /// Returns: empty if the dependency concerns the node as a whole.
     [[nodiscard]] std::u16string getName() const { return name_; }
     [[nodiscard]] std::shared_ptr<const Type> getType() const;
 

@@ -59,7 +59,7 @@ class DEPENDENCY_GRAPH_EXPORT Graph {
 
 /// The time of the analysis.
 ///
-/// Returns: `not_a_date_time` where the builder was given none.
+/// Returns: `not_a_date_time` if the builder was given none.
 [[nodiscard]] DEPENDENCY_GRAPH_EXPORT boost::posix_time::ptime getTimeStamp(const Graph& graph);
 
 }  // namespace dependency::graph

@@ -37,7 +37,7 @@ class DEPENDENCY_GRAPH_EXPORT GraphBuilder {
     GraphBuilder& operator=(GraphBuilder&&) noexcept;
 
     /// Returns: the type with this ID and name, the same object for equal arguments;
-    ///          `Type::FILE()` for its ID, whatever the name.
+    ///          `Type::FILE()` for its ID and name.
     std::shared_ptr<const Type> type(std::u16string_view id, std::u16string_view name);
 
     /// Returns: the component with this name and type, the same object for equal arguments.
@@ -45,6 +45,8 @@ class DEPENDENCY_GRAPH_EXPORT GraphBuilder {
     std::shared_ptr<const Component> component(std::u16string_view name,
                                                const std::shared_ptr<const Type>& type);
 
+    /// A node whose type has the ID of `Type::FILE()` gets that type, whatever the name.
+    ///
     /// Throws: `GraphBuildError` for an ID already used by a node, a null type or one of another
     ///         builder, a property key given twice.
     std::shared_ptr<Node> addNode(std::u16string id, std::u16string name,

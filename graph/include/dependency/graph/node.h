@@ -1,5 +1,5 @@
 #pragma once
-// One analysed item of a project: a file, or an item of another kind told by its type.
+// One analysed item of a project: a file, or an item of the kind that its type names.
 #include <cstdint>
 #include <memory>
 #include <string>

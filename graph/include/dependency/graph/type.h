@@ -1,5 +1,5 @@
 #pragma once
-// What tells kinds of nodes, dependencies and components apart.
+// The kind of a node, a dependency or a component.
 #include <memory>
 #include <string>
 
@@ -16,7 +16,7 @@ class DEPENDENCY_GRAPH_EXPORT Type {
     [[nodiscard]] const std::u16string& getID() const noexcept { return id_; }
     [[nodiscard]] const std::u16string& getName() const noexcept { return name_; }
 
-    /// The one node type that stands for a file, with the ID "file".
+    /// The node type of files, with the ID "file".
     ///
     /// Returns: the same object every time, never null.
     [[nodiscard]] static const std::shared_ptr<const Type>& FILE();

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include <boost/assert/source_location.hpp>
+
 #include <comparisons/export.h>
 
 namespace comparisons {
@@ -21,14 +23,18 @@ inline constexpr std::array sides{Side::left, Side::right};
 }
 
 namespace detail {
-[[noreturn]] COMPARISONS_EXPORT void terminateOnInvalidSide(const char* signature) noexcept;
+[[noreturn]] COMPARISONS_EXPORT void terminateOnInvalidSide(const boost::source_location& caller,
+                                                            const char* signature) noexcept;
 }
 
-/// Returns: 0 for left, 1 for right. Any other side is a broken invariant and ends the process.
-[[nodiscard]] constexpr std::size_t indexOf(Side side) noexcept {
+/// Returns: 0 for left, 1 for right. Any other side is a broken invariant and ends the process with
+///          a line that names the place of the call.
+[[nodiscard]] constexpr std::size_t indexOf(Side side, const boost::source_location& caller = {
+                                                           __builtin_FILE(), __builtin_LINE(),
+                                                           __builtin_FUNCTION()}) noexcept {
     const auto index = static_cast<std::size_t>(side);
     if (index >= sides.size()) [[unlikely]] {
-        detail::terminateOnInvalidSide(static_cast<const char*>(__PRETTY_FUNCTION__));
+        detail::terminateOnInvalidSide(caller, static_cast<const char*>(__PRETTY_FUNCTION__));
     }
     return index;
 }

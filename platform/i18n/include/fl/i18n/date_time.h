@@ -13,9 +13,9 @@ enum class DateFormat : int { full = 0, long_ = 1, medium = 2, short_ = 3 };
 
 namespace date_time {
 
-/// Returns: date and time of `time`, which is taken and shown in UTC; empty for a special value
-///          (not a date, an infinity).
-/// Throws:  std::invalid_argument where `format` has none of the enumeration's values.
+/// Returns: the date, in the proleptic Gregorian calendar, and the time of day of `time`, both in
+///          UTC, fractions of a second cut off; empty for a special value (not a date, an infinity).
+/// Throws:  std::invalid_argument if `format` has none of the enumeration's values.
 [[nodiscard]] FL_I18N_EXPORT ustring to_ustring(const boost::posix_time::ptime& time,
                                                 DateFormat format,
                                                 const Locale& locale = Locale::global());

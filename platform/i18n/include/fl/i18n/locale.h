@@ -1,6 +1,6 @@
 #pragma once
-// Which language, letter case and date style a text is for. A locale is a pointer to an entry that
-// is made once a name and kept, so that copying one and reading the global one cost nothing.
+// The language of a text, which decides on letter case and date style. A locale is a pointer to an
+// entry that is made once per name and kept, so copying one and reading the global one cost nothing.
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -23,8 +23,9 @@ class FL_I18N_EXPORT Locale {
     /// (".UTF-8") is ignored; of the modifiers ("@euro"), "latin" and "cyrillic" name the script
     /// and the others are ignored. "", "C" and "POSIX" are English.
     ///
-    /// Throws: InvalidLocaleName for any other shape. A language that nobody speaks is accepted
-    ///         and behaves as English does.
+    /// An unknown language is accepted and treated as English.
+    ///
+    /// Throws: InvalidLocaleName for any other shape.
     explicit Locale(std::string_view name);
 
     /// English until it is set.

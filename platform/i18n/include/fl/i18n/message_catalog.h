@@ -1,6 +1,5 @@
 #pragma once
 // The localized texts of the process, by message ID and locale.
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -24,13 +23,13 @@ class FL_I18N_EXPORT MessageNotFound : public std::runtime_error {
     std::shared_ptr<const MessageID> id_;
 };
 
-/// A text that was to be registered is not the JSON that is expected; says where and what.
+/// A text passed to `add` is not JSON of the expected form; `what()` names the place and the fault.
 class FL_I18N_EXPORT MalformedCatalog : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-/// Threads: every operation is safe from any thread, reading while others register included.
+/// Threads: every operation is safe from any thread, also while others register.
 class FL_I18N_EXPORT MessageCatalog {
   public:
     /// Looks in the locale, then in its language, then in English.
@@ -38,23 +37,17 @@ class FL_I18N_EXPORT MessageCatalog {
     /// Throws: MessageNotFound.
     [[nodiscard]] static ustring get_message(const MessageID& id, const Locale& locale);
 
-    /// As `get_message`, empty where there is no message.
+    /// As `get_message`, but empty if there is no message.
     [[nodiscard]] static std::optional<ustring> find_message(const MessageID& id,
                                                              const Locale& locale);
 
-    /// Registers {"catalog": {"key": "text", ...}, ...}; a text replaces one that is there.
+    /// Registers {"catalog": {"key": "text", ...}, ...}; a text replaces the one with its ID.
     ///
     /// Throws: MalformedCatalog, InvalidLocaleName; then nothing is registered.
     static void add(std::string_view localeName, std::string_view utf8Json);
 
-    /// As `add`, but a text that is there stays: may be repeated, and before or after overrides.
+    /// As `add`, but existing texts stay: may be repeated, and called before or after `add`.
     static void addDefaults(std::string_view localeName, std::string_view utf8Json);
-
-    /// As `add` for every file LOCALE.json in `folder`, without its subfolders.
-    ///
-    /// Throws: as `add`, naming the file, and std::filesystem::filesystem_error; then nothing is
-    ///         registered.
-    static void addFolder(const std::filesystem::path& folder);
 
     /// Forgets every text.
     static void clear();

@@ -19,10 +19,10 @@ class FL_I18N_EXPORT MessageID {
   public:
     /// "catalog:key"; the catalog may contain colons, the key none.
     ///
-    /// Throws: MalformedMessageID without a colon, or where a side of the last one is empty.
+    /// Throws: MalformedMessageID without a colon, or if either side of the last one is empty.
     explicit MessageID(std::string full);
 
-    /// Throws: MalformedMessageID where one of them is empty.
+    /// Throws: MalformedMessageID if one of them is empty.
     MessageID(std::string_view catalog, std::string_view key);
 
     [[nodiscard]] std::string_view catalog() const noexcept {

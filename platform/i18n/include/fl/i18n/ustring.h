@@ -16,7 +16,7 @@ using ustring = std::u16string;
 /// The 8-bit form that message IDs and logger names have, which is UTF-8 too.
 [[nodiscard]] FL_I18N_EXPORT std::string to_string(std::u16string_view text);
 
-/// Every maximal ill-formed sequence of bytes becomes one U+FFFD.
+/// Each maximal ill-formed sequence of bytes becomes one U+FFFD.
 ///
 /// Throws: std::length_error beyond 2^30 bytes.
 [[nodiscard]] FL_I18N_EXPORT ustring utf8_to_ustring(std::string_view text);

@@ -61,8 +61,8 @@ class TESSEL_CORE_EXPORT Creation {
 ///
 /// Lifetime: an element lives as long as a handle holds it, also one within another element, and
 ///           keeps its model alive. So a cycle of references keeps itself and its model alive until
-///           a transaction clears one of them: a design of element types avoids cycles. An element
-///           ends within the end of its last holder, so chains of references are to be short.
+///           a transaction clears one of them: a design of element types avoids cycles.
+///           Destruction recurses through references: keep chains short.
 class TESSEL_CORE_EXPORT ElementImpl : public ReferenceCounted {
   public:
     explicit ElementImpl(const Creation& creation);

@@ -10,7 +10,7 @@
 
 namespace tessel::core {
 
-/// The base of all refusals; its diagnostic information tells where it was thrown.
+/// The base of all refusals; its diagnostic information says where it was thrown.
 class TESSEL_CORE_EXPORT Error : public std::logic_error, public boost::exception {
   public:
     using std::logic_error::logic_error;
@@ -64,7 +64,7 @@ class TESSEL_CORE_EXPORT ForeignElement : public Error {
     ~ForeignElement() override;
 };
 
-/// A cast of an element to a type that it does not have. `what()` names both types.
+/// A cast of an element to a type other than its own. `what()` names both types.
 class TESSEL_CORE_EXPORT CannotCastIncompatibleTypes : public Error {
   public:
     CannotCastIncompatibleTypes(const std::type_info& from, const std::type_info& to);

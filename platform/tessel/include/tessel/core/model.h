@@ -6,7 +6,7 @@
 
 namespace tessel::core {
 
-/// The models that a model is created together with; one that stands alone needs nothing of it.
+/// The models that a model is created together with; here none, since models share nothing.
 struct ModelConstellation {};
 
 class TESSEL_CORE_EXPORT ModelImpl final : public ReferenceCounted {

@@ -15,7 +15,7 @@ template <class T>
 using SequenceContent = boost::container::small_vector<T, 16 / sizeof(T)>;
 }  // namespace detail
 
-/// Every write throws `NoTransaction` and `DetachedElement`, and changes nothing when it throws.
+/// Every write may throw `NoTransaction` and `DetachedElement`, and then changes nothing.
 ///
 /// Requires: `T` moves without failing.
 /// Lifetime: iterators and references hold until the next write, and until the transaction is
@@ -58,7 +58,7 @@ class Sequence : private detail::ContentSlot<detail::SequenceContent<T>> {
         this->content_.clear();
     }
 
-    /// Makes room for `count` values in all; not undone, since nobody can tell.
+    /// Reserves capacity for `count` values. Not rolled back: capacity is not observable.
     void reserve(std::size_t count) {
         (void)this->mustSave();
         this->content_.reserve(count);

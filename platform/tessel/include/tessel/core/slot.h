@@ -1,6 +1,6 @@
 #pragma once
-// The place of a property's or sequence's content in its element: it guards every write and, where
-// a rollback would need it, first saves the content.
+// The place of a property's or sequence's content in its element: it guards every write and first
+// saves the content if a rollback would need it.
 #include <concepts>
 #include <memory>
 #include <type_traits>

@@ -13,11 +13,11 @@ class TransactionState;
 /// An open transaction on one model, made by `Model::Impl::beginTransaction`.
 ///
 /// Destroyed before `commit`, it restores every property, sequence and reference of the model to
-/// what it was at the beginning; the elements created in it are then detached: they can still be
-/// read, with what was written last, but neither be written nor be referred to.
+/// what it was at the beginning; the elements created in it are then detached: their last content
+/// can still be read, but they can be neither written nor referred to.
 ///
 /// Lifetime: keeps its model alive.
-/// Complexity: an end takes time for each property or sequence of older elements that was written.
+/// Complexity: its end is linear in the properties and sequences of older elements that were written.
 class TESSEL_CORE_EXPORT Transaction {
   public:
     Transaction(Transaction&& other) noexcept;
