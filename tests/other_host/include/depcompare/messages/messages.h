@@ -1,0 +1,8 @@
+#pragma once
+// The texts of this host.
+
+namespace depcompare::messages {
+
+void registerMessages();
+
+}  // namespace depcompare::messages

@@ -1,0 +1,2 @@
+#pragma once
+#include <fl/i18n/message_catalog.h>

@@ -1,0 +1,69 @@
+// What the library may not rely on, since its graph interface does not promise it.
+#include <gtest/gtest.h>
+
+#include <dependency/comparisons/compare_graphs.h>
+#include <fl/i18n/message_catalog.h>
+
+#include "support/catalogs.h"
+#include "support/comparison_text.h"
+#include "support/text_graph.h"
+
+namespace dependency::test {
+namespace {
+
+// Lines of both graphs, and the rows of the group A -> B.
+struct Case {
+    const char* left;
+    const char* right;
+    const char* tree;
+    const char* rows;
+};
+
+TEST(OtherHost, equalityOfTheModelDecidesWhatIsChangedAndNamesWhatBelongsTogether) {
+    const Case cases[] = {
+        // Equal in the model's eyes, but not one pair.
+        {"A -> B [from=x]", "A -> B [from=y]", "= graph\n  = A\n    = A -> B\n  = B\n",
+         "use:use\n  < 1 x -> \n  > 1 y -> \n"},
+        {"A -> B [from=x fromType=p]", "A -> B [from=x fromType=q]",
+         "= graph\n  = A\n    ~ A -> B\n  = B\n", "use:use\n  ~ 1 x -> \n"},
+        {"A -> B\nB [name=b]", "A -> B\nB [name=c]", "= graph\n  = A\n    ~ A -> B\n  = B\n",
+         "use:use\n  = 1  -> \n"},
+        // Of dependencies with one ID, a group keeps one.
+        {"A -> B [id=1 from=x]\nA -> B [id=1 from=y]\nA -> C [id=1]", "A -> B [id=1 from=x]",
+         "= graph\n  = A\n    = A -> B\n    < A -> C\n  = B\n  < C\n", "use:use\n  = 1 x -> \n"},
+    };
+    for (const auto& [left, right, tree, rows] : cases) {
+        EXPECT_EQ(compared(left, right), tree) << left << "\n--\n" << right;
+        EXPECT_EQ(rowsOf(left, right, "A -> B"), rows) << left << "\n--\n" << right;
+    }
+}
+
+TEST(OtherHost, failureOfAnyQueryLeavesTheComparisonAndNothingBehind) {
+    const Catalogs catalogs;
+    const auto left = graphOf(
+        "A -> B [from=x]\nA -> B [from=y]\nB -> lib\nlib [type=external]\n"
+        "A [checksum=1]\ngraph [timestamp=x]");
+    const auto right = graphOf("A -> B [from=x]\nC -> A\nA [checksum=2]\ngraph [license=x]");
+    const auto a = nodeOf(left, "A");
+    const auto uses = [&] {
+        return std::vector<long>{left.use_count(), right.use_count(), a.use_count()};
+    };
+    const auto before = uses();
+    long successes = 0;
+    for (bool failed = true; failed; ++successes) {
+        {
+            const graph::FailingQuery failing(successes);
+            try {
+                (void)comparisons::compareGraphs(left, right);
+                EXPECT_FALSE(graph::FailingQuery::happened()) << successes;
+            } catch (const graph::QueryFailed&) {
+            }
+            failed = graph::FailingQuery::happened();
+        }
+        ASSERT_EQ(uses(), before) << successes;
+    }
+    EXPECT_GT(successes, 100);
+}
+
+}  // namespace
+}  // namespace dependency::test
