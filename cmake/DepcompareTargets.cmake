@@ -6,6 +6,7 @@ include(GoogleTest)
 #
 # A shared library with hidden visibility, to be installed. Its public headers are added by the
 # caller as the file set HEADERS. The alias names it in this build and in the installed package.
+# Debug builds export instances of templates of others too: sanitizers compare their addresses.
 function(depcompare_library name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "ALIAS" "SOURCES;PUBLIC;PRIVATE")
   add_library(${name} SHARED ${arg_SOURCES})
@@ -23,6 +24,10 @@ function(depcompare_library name)
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR})
   target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
+  set(exports "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/exports.map")
+  target_link_options(${name} PRIVATE
+    "$<$<NOT:$<CONFIG:Debug>>:LINKER:--version-script=${exports}>")
+  set_property(TARGET ${name} APPEND PROPERTY LINK_DEPENDS "${exports}")
   set_property(GLOBAL APPEND PROPERTY DEPCOMPARE_LIBRARIES ${name})
 endfunction()
 
@@ -45,7 +50,7 @@ function(depcompare_export_header name header macro)
 endfunction()
 
 # depcompare_allocator(NAME): lets a program allocate by jemalloc, which takes less time and memory
-# for what comparisons are made of: many small blocks.
+# for the many small blocks of a comparison.
 function(depcompare_allocator name)
   if(DEPCOMPARE_JEMALLOC)
     find_package(PkgConfig REQUIRED)
@@ -55,7 +60,7 @@ function(depcompare_allocator name)
 endfunction()
 
 # depcompare_test(NAME SOURCES ... LIBRARIES ... [LABELS ...]): a GoogleTest program, one CTest
-# entry a test. The label "threads" puts it before the thread sanitizer too.
+# entry per test. The label "threads" adds it to the tests under the thread sanitizer.
 function(depcompare_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;LABELS")
   add_executable(${name} ${arg_SOURCES})

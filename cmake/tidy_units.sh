@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# tidy_units.sh BUILD-FOLDER: reads names of source files, one a line, and prints the object files
+# tidy_units.sh BUILD-FOLDER: reads names of source files, one per line, and prints the object files
 # whose making shows them to clang-tidy. A header is seen through a listed source that includes it;
 # else a public header through the object that proves that it compiles alone, and another one through
 # any source that includes it.
@@ -9,7 +9,7 @@ set -euo pipefail
 compiled=$(sed -n 's/^ *"command": ".* -o \([^ ]*\) -c \([^ ]*\)",\{0,1\}$/\2\t\1/p' \
     "$1/compile_commands.json")
 
-# object_of SOURCE: the object of the first source whose name ends so; fails where there is none.
+# object_of SOURCE: the object of the first source whose name ends so; fails if there is none.
 object_of() {
     local source object
     while IFS=$'\t' read -r source object; do

@@ -1,17 +1,23 @@
 #!/usr/bin/env bash
-# exports.sh LIBRARY ALLOWED: the library exports, in the project's own namespaces, what the list
-# names and nothing else. A name of the list stands for a function with its overloads, or for a class
-# with its members; '#' opens a comment.
+# exports.sh LIBRARY [ALLOWED]: the library exports names of the project's own namespaces only, and if
+# there is a list, what that names and nothing else. A name in the list is that of a function with its
+# overloads, or of a class with its members; '#' opens a comment.
 set -euo pipefail
 
 library=$1
-allowed=$(sed 's/ *#.*//; /^$/d' "$2")
 
-# What std and Boost templates are instantiated with does not make them ours: the outermost name does.
-own='^_Z(T[VTISC]|G[VR]|Th?n?[0-9]*_)?Z?N[KVrRO]*(10dependency|11comparisons|2fl|10foundation|10depcompare)'
-exported=$(nm --dynamic --defined-only --format=posix "$library" | cut -d ' ' -f 1 |
-    sed 's/@.*//' | grep -E "$own" | c++filt | sort -u)
+# Of names such as std::hash<dependency::X>::f the outermost decides.
+own='^_Z(T[VTISC]|G[VR]|T[hvc][n0-9_]*)?Z?N[KVrRO]*(10dependency|11comparisons|2fl|10foundation|10depcompare|6tessel)'
+symbols=$(nm --dynamic --defined-only --format=posix "$library" | cut -d ' ' -f 1 | sed 's/@.*//')
+exported=$(grep -E "$own" <<<"$symbols" | c++filt | sort -u)
 status=0
+
+if others=$(grep -vE "$own" <<<"$symbols"); then
+    printf 'exported and not of the project: %s\n' "$(c++filt <<<"$others")"
+    status=1
+fi
+[[ $# -gt 1 ]] || exit "$status"
+allowed=$(sed 's/ *#.*//; /^$/d' "$2")
 
 while read -r symbol; do
     entity=$symbol
