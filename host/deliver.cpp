@@ -1,6 +1,5 @@
 #include "deliver.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <functional>
@@ -15,7 +14,7 @@
 #include "output/output.h"
 #include "output/pager.h"
 #include "output/terminal.h"
-#include "presentation/counts_table.h"
+#include "presentation/ledger_text.h"
 #include "reports/json/json_report.h"
 #include "reports/markdown/markdown_report.h"
 #include "reports/page/page_report.h"
@@ -25,7 +24,8 @@ namespace depcompare {
 
 namespace {
 
-using Write = std::function<void(Output&)>;
+/// Writes a report or a graph.
+using Content = std::function<void(Output&)>;
 
 TextStyle styleOfOutput(const Options& options) {
     const bool toScreen = !options.outputFile && isTerminal(STDOUT_FILENO);
@@ -49,48 +49,58 @@ void writeReport(const Report& report, Format format, const Options& options,
             writeMarkdownReport(report, options.mostBytes, output);
             break;
         case Format::summary:
-            writeCounts(report.summary, output);
+            output.write(countsTable(report.summary));
             break;
     }
 }
 
-bool isRegularFile(int file) {
-    struct stat status {};
-    return ::fstat(file, &status) == 0 && S_ISREG(status.st_mode);
-}
+/// Anything but a regular file may be the terminal, so this clears the progress line first.
+class SinkOnTerminal final : public Sink {
+  public:
+    SinkOnTerminal(Sink& sink, Progress& progress) : sink_(sink), progress_(progress) {}
 
-/// What is no regular file may end on the terminal where the progress line is, so that line is
-/// cleared before the first piece.
-void writeTo(const Output::Write& sink, bool isRegular, Progress& progress, const Write& write) {
-    Output output([&](std::string_view text) {
-        if (!isRegular) {
-            progress.clear();
-        }
-        sink(text);
-    });
-    write(output);
+    void write(std::string_view text) override {
+        progress_.clear();
+        sink_.write(text);
+    }
+
+  private:
+    Sink& sink_;
+    Progress& progress_;
+};
+
+void fill(Sink& sink, const Content& content) {
+    Output output(sink);
+    content(output);
     output.flush();
 }
 
-void writeToFile(OutputFile& file, Progress& progress, const Write& write) {
-    progress.stage(fmt::format("writing {}", file.path()));
-    writeTo([&](std::string_view text) { file.write(text); }, file.isRegular(), progress, write);
+template <class FileSink>
+void fill(FileSink& file, std::string_view name, Progress& progress, const Content& content) {
+    progress.stage(fmt::format("writing {}", name));
+    if (file.isRegularFile()) {
+        fill(file, content);
+    } else {
+        SinkOnTerminal sink(file, progress);
+        fill(sink, content);
+    }
 }
 
 void deliver(const Options& options, std::string_view what, Progress& progress,
-             const Write& write) {
+             const Content& content) {
     if (options.outputFile) {
         OutputFile file(*options.outputFile);
-        writeToFile(file, progress, write);
-        file.commit();
-        return;
+        fill(file, file.path(), progress, content);
+        file.finish();
+    } else {
+        StandardOutput output;
+        fill(output, what, progress, content);
+        output.finish();
     }
-    progress.stage(fmt::format("writing {}", what));
-    writeTo([](std::string_view text) { writeAll(STDOUT_FILENO, "standard output", text); },
-            isRegularFile(STDOUT_FILENO), progress, write);
 }
 
-bool showPaged(const Options& options, Progress& progress, const Write& write) {
+/// Returns: false if nothing was shown.
+bool showPaged(const Options& options, Progress& progress, const Content& content) {
     if (!options.pager || options.outputFile || options.format != Format::text ||
         !isTerminal(STDOUT_FILENO)) {
         return false;
@@ -100,26 +110,32 @@ bool showPaged(const Options& options, Progress& progress, const Write& write) {
         return false;
     }
     progress.clear();
-    return showInPager(*command, write);
+    Pager pager(*command);
+    try {
+        fill(pager, content);
+    } catch (const Pager::Quit&) {  // NOLINT(bugprone-empty-catch): the rest is discarded.
+    }
+    pager.finish();
+    return pager.wasFound();
 }
 
 }  // namespace
 
 void deliverReports(const Report& report, const Options& options, Progress& progress) {
-    std::list<OutputFile> files;  // they take their names when everything is written
+    std::list<OutputFile> files;  // finished when everything is written
     for (const auto& further : options.reports) {
-        writeToFile(files.emplace_back(further.path), progress, [&](Output& output) {
-            writeReport(report, further.format, options, {}, output);
-        });
+        OutputFile& file = files.emplace_back(further.path);
+        fill(file, file.path(), progress,
+             [&](Output& output) { writeReport(report, further.format, options, {}, output); });
     }
-    const Write write = [&](Output& output) {
+    const Content content = [&](Output& output) {
         writeReport(report, options.format, options, styleOfOutput(options), output);
     };
-    if (!showPaged(options, progress, write)) {
-        deliver(options, "the report", progress, write);
+    if (!showPaged(options, progress, content)) {
+        deliver(options, "the report", progress, content);
     }
     for (OutputFile& file : files) {
-        file.commit();
+        file.finish();
     }
 }
 

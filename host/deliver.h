@@ -1,5 +1,5 @@
 #pragma once
-// Brings results to where the command line wants them: the terminal, a pager, a pipe, files.
+// Brings results to where the command line asks for them: the terminal, a pager, a pipe, files.
 #include <dependency/graph/graph.h>
 
 #include "cli/options.h"
@@ -8,10 +8,10 @@
 
 namespace depcompare {
 
-/// Writes the report, and those besides it, whose files appear when everything is written. The
-/// progress line gives way to what the terminal shows.
+/// Writes the report and the further ones, whose files appear when everything is written. The
+/// progress line disappears before the terminal shows anything else.
 ///
-/// Throws: `std::system_error`; the files are as they were then.
+/// Throws: `std::system_error`; the files are unchanged then.
 void deliverReports(const Report& report, const Options& options, Progress& progress);
 
 /// Writes the graph as `options.conversion` says.

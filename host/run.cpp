@@ -33,7 +33,7 @@ namespace {
 
 using fl::i18n::Locale;
 
-enum ExitStatus : int { noDifference = 0, someDifference = 1, trouble = 2 };
+enum ExitStatus : int { noDifference = 0, someDifference = 1, failure = 2 };
 
 std::string localeOfEnvironment() {
     for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
@@ -53,7 +53,7 @@ void setLocale(const Options& options) {
     try {
         Locale::setGlobal(Locale(localeOfEnvironment()));
     } catch (const fl::i18n::InvalidLocaleName&) {
-        // An environment that nobody can read is no reason to refuse the work.
+        // An unreadable environment is not a reason to refuse the work.
         Locale::setGlobal(Locale());
     }
 }
@@ -76,19 +76,14 @@ Input openInput(const Options& options, std::size_t side) {
                        options.reading.limits);
 }
 
-Report compare(const Options& options, Progress& progress) {
+Inputs load(const Options& options, Progress& progress) {
     // Both are opened before either is read: a missing file must not wait for standard input.
     auto inputs = loadGraphs({openInput(options, 0), openInput(options, 1)}, options.reading,
                              [&](std::string_view name) { progress.stage(name); });
     for (const LoadedGraph& input : inputs) {
         warn(input, options, progress);
     }
-    progress.stage("comparing");
-    Report report = compareInputs(std::move(inputs), options.names, options.filters);
-    if (!options.quiet) {
-        completeLedger(report);
-    }
-    return report;
+    return inputs;
 }
 
 void convert(const Options& options, Progress& progress) {
@@ -98,29 +93,44 @@ void convert(const Options& options, Progress& progress) {
     deliverGraph(*input.graph, options, progress);
 }
 
-bool fails(const Report& report, FailOn failOn) {
+bool differs(const PresentedTree& tree, FailOn failOn) {
     switch (failOn) {
         case FailOn::any:
-            return report.tree->showsDifference();
+            return tree.showsDifference();
         case FailOn::structural:
-            return report.tree->showsStructuralDifference();
+            return tree.showsStructuralDifference();
         case FailOn::none:
             break;
     }
     return false;
 }
 
-// The system takes the memory of an ended process back faster than a large report could be taken
-// apart, so nobody does.
-const Report& keepToTheEnd(Report report) {
-    static auto& kept = *std::make_unique<std::list<Report>>().release();
-    return kept.emplace_back(std::move(report));
+/// Never destroyed: exiting frees the memory faster than the destructors would.
+template <class Value>
+const Value& keepToTheEnd(Value value) {
+    static auto& kept = *std::make_unique<std::list<Value>>().release();
+    return kept.emplace_back(std::move(value));
+}
+
+bool compare(const Options& options, Progress& progress) {
+    Inputs inputs = load(options, progress);
+    progress.stage("comparing");
+    if (options.quiet) {
+        const auto& tree = keepToTheEnd(std::make_unique<PresentedTree>(
+            dependency::comparisons::compareGraphs(inputs[0].graph, inputs[1].graph),
+            options.filters));
+        return differs(*tree, options.failOn);
+    }
+    const Report& report =
+        keepToTheEnd(makeReport(std::move(inputs), options.names, options.filters));
+    deliverReports(report, options, progress);
+    return differs(*report.tree, options.failOn);
 }
 
 int perform(int argc, const char* const* argv) {
     const auto parsed = parseCommandLine(argc, argv);
     if (const auto* information = std::get_if<Information>(&parsed)) {
-        writeAll(STDOUT_FILENO, "standard output", information->text);
+        StandardOutput().write(information->text);
         return noDifference;
     }
     const auto& options = std::get<Options>(parsed);
@@ -131,11 +141,7 @@ int perform(int argc, const char* const* argv) {
         convert(options, progress);
         return noDifference;
     }
-    const Report& report = keepToTheEnd(compare(options, progress));
-    if (!options.quiet) {
-        deliverReports(report, options, progress);
-    }
-    return fails(report, options.failOn) ? someDifference : noDifference;
+    return compare(options, progress) ? someDifference : noDifference;
 }
 
 void complain(std::string_view problem) noexcept {
@@ -143,14 +149,14 @@ void complain(std::string_view problem) noexcept {
         writeAll(STDERR_FILENO, "standard error",
                  fmt::format("depcompare: {}\n", visible(problem)));
     } catch (...) {
-        return;  // There is nobody left to tell; the exit status still does.
+        return;  // Nowhere left to report it but the exit status.
     }
 }
 
 }  // namespace
 
 int run(int argc, const char* const* argv) noexcept {
-    // A reader that has gone is reported like any other failed write.
+    // Report EPIPE like any other write error.
     std::signal(SIGPIPE, SIG_IGN);  // NOLINT(cert-err33-c): it cannot fail for this signal.
     try {
         return perform(argc, argv);
@@ -161,7 +167,7 @@ int run(int argc, const char* const* argv) noexcept {
     } catch (...) {
         complain("unknown error");
     }
-    return trouble;
+    return failure;
 }
 
 }  // namespace depcompare

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "draft/read_options.h"
+#include "output/terminal.h"
 #include "presentation/enabled_filters.h"
 
 namespace depcompare {
@@ -17,7 +18,6 @@ enum class Format : std::uint8_t { text, json, html, markdown, summary };
 enum class FailOn : std::uint8_t { any, structural, none };
 /// What a graph can be written as, instead of comparing it.
 enum class GraphForm : std::uint8_t { jgf, lines };
-enum class When : std::uint8_t { automatic, always, never };
 
 /// A report besides the one that goes to the output.
 struct FurtherReport {

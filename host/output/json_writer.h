@@ -1,5 +1,5 @@
 #pragma once
-// Writes JSON as it comes, without holding the document.
+// Writes JSON piece by piece, without holding the document.
 #include <cstdint>
 #include <string_view>
 
@@ -7,7 +7,7 @@
 
 namespace depcompare {
 
-/// The caller opens and closes what it writes; commas, quotation marks and escapes are made here.
+/// The caller begins and ends objects and arrays; this adds commas, quotation marks and escapes.
 class JsonWriter {
   public:
     explicit JsonWriter(Output& output) : output_(output) {}
@@ -38,7 +38,7 @@ class JsonWriter {
         number(value);
     }
 
-    /// A line break where JSON does not mind one: before the next element of an array.
+    /// Starts the next array element on a new line.
     void breakLine() { lineBreak_ = true; }
 
   private:

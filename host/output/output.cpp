@@ -32,6 +32,15 @@ void writeAll(int file, std::string_view name, std::string_view text) {
     }
 }
 
+void StandardOutput::write(std::string_view text) {
+    writeAll(STDOUT_FILENO, "standard output", text);
+}
+
+bool StandardOutput::isRegularFile() {
+    struct stat status {};
+    return ::fstat(STDOUT_FILENO, &status) == 0 && S_ISREG(status.st_mode);
+}
+
 OutputFile::OutputFile(std::string path) : path_(std::move(path)), target_(path_) {
     struct stat existing {};
     if (::stat(path_.c_str(), &existing) != 0) {
@@ -57,7 +66,7 @@ OutputFile::~OutputFile() {
     }
 }
 
-void OutputFile::commit() {
+void OutputFile::finish() {
     if (!temporary_.empty() && ::fsync(file_) != 0) {
         fail();
     }
@@ -80,7 +89,7 @@ void OutputFile::openBeside(unsigned permissions) {
         fail();
     }
     temporary_ = std::move(name);
-    // File systems without permissions refuse this, and then there are none to keep.
+    // A file system without permissions refuses this, and has none to keep.
     static_cast<void>(::fchmod(file_, permissions));
 }
 

@@ -1,6 +1,5 @@
 #pragma once
-// Where a report goes: in large pieces, to standard output, a file or anything else.
-#include <functional>
+// Where a report goes: in large pieces, to standard output, a file or a pager.
 #include <iterator>
 #include <string>
 #include <string_view>
@@ -10,12 +9,29 @@
 
 namespace depcompare {
 
-/// Collects text and passes it on in large pieces.
+/// Takes text as it comes.
+///
+/// Throws: `std::system_error` from every operation, with a text that begins with the sink's name.
+class Sink {
+  public:
+    Sink() = default;
+    Sink(const Sink&) = delete;
+    Sink& operator=(const Sink&) = delete;
+    virtual ~Sink() = default;
+
+    virtual void write(std::string_view text) = 0;
+    /// Ends the sink after everything was written.
+    ///
+    /// Requires: no call after this one.
+    virtual void finish() {}
+};
+
+/// Collects text and passes it on to a sink in large pieces.
+///
+/// Lifetime: the sink outlives this.
 class Output {
   public:
-    using Write = std::function<void(std::string_view)>;
-
-    explicit Output(Write write) : write_(std::move(write)) {}
+    explicit Output(Sink& sink) : sink_(sink) {}
 
     void write(std::string_view text) {
         buffer_.append(text.data(), text.data() + text.size());
@@ -29,7 +45,7 @@ class Output {
     }
 
     void flush() {
-        write_({buffer_.data(), buffer_.size()});
+        sink_.write({buffer_.data(), buffer_.size()});
         buffer_.clear();
     }
 
@@ -42,32 +58,36 @@ class Output {
         }
     }
 
-    Write write_;
+    Sink& sink_;
     fmt::memory_buffer buffer_;
 };
 
-/// Writes to an open file, all of it.
+/// Writes all of the text to an open file.
 ///
 /// Throws: `std::system_error`, whose text begins with `name`.
 void writeAll(int file, std::string_view name, std::string_view text);
 
-/// A file that appears under its name whole or not at all: it is written beside the target, and
-/// takes its place, its permissions kept, in `commit`. What is no regular file is written directly.
-class OutputFile {
+class StandardOutput final : public Sink {
   public:
-    /// Throws: `std::system_error`, as all operations do.
+    void write(std::string_view text) override;
+    [[nodiscard]] static bool isRegularFile();
+};
+
+/// A file that appears under its name whole or not at all: it is written beside the target, and
+/// `finish` puts it in its place, with the same permissions. Targets other than regular files are
+/// written directly.
+class OutputFile final : public Sink {
+  public:
     explicit OutputFile(std::string path);
-    OutputFile(const OutputFile&) = delete;
-    OutputFile& operator=(const OutputFile&) = delete;
-    /// Without a commit nothing stays.
-    ~OutputFile();
+    /// Removes what was written, unless it is finished.
+    ~OutputFile() override;
 
     [[nodiscard]] const std::string& path() const noexcept { return path_; }
-    /// Requires: no commit yet.
-    [[nodiscard]] bool isRegular() const noexcept { return !temporary_.empty(); }
+    /// Requires: not finished.
+    [[nodiscard]] bool isRegularFile() const noexcept { return !temporary_.empty(); }
 
-    void write(std::string_view text) { writeAll(file_, path_, text); }
-    void commit();
+    void write(std::string_view text) override { writeAll(file_, path_, text); }
+    void finish() override;
 
   private:
     void openBeside(unsigned permissions);
@@ -75,7 +95,7 @@ class OutputFile {
 
     std::string path_;
     std::string target_;     // the path without its symbolic links
-    std::string temporary_;  // empty where the target is written directly
+    std::string temporary_;  // empty if the target is written directly
     int file_ = -1;
 };
 

@@ -7,11 +7,9 @@
 
 #include <array>
 #include <cerrno>
-#include <csignal>
 #include <cstdlib>
 #include <string_view>
 #include <system_error>
-#include <utility>
 
 #include "output/terminal.h"
 
@@ -19,100 +17,17 @@ namespace depcompare {
 
 namespace {
 
-// Its absence is no mistake of the user's, so the shell must not complain.
+// The user did not ask for it, so the shell must not complain if it is missing.
 constexpr std::string_view defaultPager = "command -v less >/dev/null || exit 127; exec less -FRX";
 
-// What the shell answers for a command that cannot be run, or is not there.
+// The shell's status if the command cannot be run, or does not exist.
 constexpr int notExecutable = 126;
 constexpr int notFound = 127;
-
-// The keys that interrupt are the pager's, as long as there is one.
-constexpr std::array<int, 3> pagersSignals{SIGINT, SIGQUIT, SIGPIPE};
-
-class Pager {
-  public:
-    explicit Pager(const std::string& command);
-    Pager(const Pager&) = delete;
-    Pager& operator=(const Pager&) = delete;
-    ~Pager() { static_cast<void>(wait()); }
-
-    void write(std::string_view text) const { writeAll(input_, "pager", text); }
-
-    /// Returns: the status of the pager when it has ended.
-    int wait();
-
-  private:
-    pid_t process_ = -1;
-    int input_ = -1;
-    std::array<struct sigaction, pagersSignals.size()> former_{};
-};
 
 void require(int error) {
     if (error != 0) {
         throw std::system_error(error, std::generic_category(), "pager");
     }
-}
-
-int spawn(pid_t& process, const std::string& command, int input) {
-    posix_spawn_file_actions_t actions{};
-    posix_spawnattr_t attributes{};
-    require(::posix_spawn_file_actions_init(&actions));
-    require(::posix_spawnattr_init(&attributes));
-    ::posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
-    sigset_t signals;
-    ::sigemptyset(&signals);
-    for (const int signal : pagersSignals) {
-        ::sigaddset(&signals, signal);
-    }
-    ::posix_spawnattr_setsigdefault(&attributes, &signals);
-    ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
-    std::string shell = "sh";
-    std::string option = "-c";
-    std::string text = command;
-    std::array<char*, 4> words{shell.data(), option.data(), text.data(), nullptr};
-    const int error =
-        ::posix_spawn(&process, "/bin/sh", &actions, &attributes, words.data(), environ);
-    ::posix_spawnattr_destroy(&attributes);
-    ::posix_spawn_file_actions_destroy(&actions);
-    return error;
-}
-
-Pager::Pager(const std::string& command) {
-    std::array<int, 2> ends{};
-    if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
-        require(errno);
-    }
-    input_ = ends[1];
-    const int error = spawn(process_, command, ends[0]);
-    ::close(ends[0]);
-    if (error != 0) {
-        ::close(input_);
-        require(error);
-    }
-    struct sigaction ignored {};
-    ignored.sa_handler = SIG_IGN;
-    for (std::size_t i = 0; i < pagersSignals.size(); ++i) {
-        ::sigaction(pagersSignals[i], &ignored, &former_[i]);
-    }
-}
-
-int Pager::wait() {
-    if (process_ < 0) {
-        return 0;
-    }
-    ::close(input_);
-    int status = 0;
-    while (::waitpid(process_, &status, 0) < 0 && errno == EINTR) {
-    }
-    process_ = -1;
-    for (std::size_t i = 0; i < pagersSignals.size(); ++i) {
-        ::sigaction(pagersSignals[i], &former_[i], nullptr);
-    }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 0;
-}
-
-bool isBrokenPipe(const std::system_error& error) {
-    return error.code() == std::error_code(EPIPE, std::generic_category());
 }
 
 }  // namespace
@@ -131,21 +46,78 @@ std::optional<std::string> pagerCommand() {
     return command;
 }
 
-bool showInPager(const std::string& command, const std::function<void(Output&)>& write) {
-    // Colours come through, and less than a page stays on the screen; others' wishes hold.
+Pager::Pager(const std::string& command) {
+    // As git does: pass colours, do not page short output, and leave the user's LESS alone.
     ::setenv("LESS", "FRX", 0);  // NOLINT(concurrency-mt-unsafe): no other thread reads it.
-    Pager pager(command);
-    Output output([&](std::string_view text) { pager.write(text); });
-    try {
-        write(output);
-        output.flush();
-    } catch (const std::system_error& error) {
-        if (!isBrokenPipe(error)) {
-            throw;
-        }
+    std::array<int, 2> ends{};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
+        require(errno);
     }
-    const int status = pager.wait();
-    return status != notFound && status != notExecutable;
+    input_ = ends[1];
+    try {
+        spawn(command, ends[0]);
+    } catch (...) {
+        ::close(ends[0]);
+        ::close(input_);
+        throw;
+    }
+    ::close(ends[0]);
+    struct sigaction ignored {};
+    ignored.sa_handler = SIG_IGN;
+    for (std::size_t i = 0; i < itsSignals.size(); ++i) {
+        ::sigaction(itsSignals[i], &ignored, &former_[i]);
+    }
+}
+
+void Pager::write(std::string_view text) {
+    try {
+        writeAll(input_, "pager", text);
+    } catch (const std::system_error& error) {
+        if (error.code() == std::error_code(EPIPE, std::generic_category())) {
+            throw Quit();
+        }
+        throw;
+    }
+}
+
+void Pager::finish() {
+    if (process_ < 0) {
+        return;
+    }
+    ::close(input_);
+    int status = 0;
+    while (::waitpid(process_, &status, 0) < 0 && errno == EINTR) {
+    }
+    process_ = -1;
+    for (std::size_t i = 0; i < itsSignals.size(); ++i) {
+        ::sigaction(itsSignals[i], &former_[i], nullptr);
+    }
+    const int exit = WIFEXITED(status) ? WEXITSTATUS(status) : 0;
+    wasFound_ = exit != notFound && exit != notExecutable;
+}
+
+void Pager::spawn(const std::string& command, int input) {
+    posix_spawn_file_actions_t actions{};
+    posix_spawnattr_t attributes{};
+    require(::posix_spawn_file_actions_init(&actions));
+    require(::posix_spawnattr_init(&attributes));
+    ::posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
+    sigset_t signals;
+    ::sigemptyset(&signals);
+    for (const int signal : itsSignals) {
+        ::sigaddset(&signals, signal);
+    }
+    ::posix_spawnattr_setsigdefault(&attributes, &signals);
+    ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
+    std::string shell = "sh";
+    std::string option = "-c";
+    std::string text = command;
+    std::array<char*, 4> words{shell.data(), option.data(), text.data(), nullptr};
+    const int error =
+        ::posix_spawn(&process_, "/bin/sh", &actions, &attributes, words.data(), environ);
+    ::posix_spawnattr_destroy(&attributes);
+    ::posix_spawn_file_actions_destroy(&actions);
+    require(error);
 }
 
 }  // namespace depcompare

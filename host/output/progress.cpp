@@ -11,7 +11,6 @@
 #include <fmt/format.h>
 
 #include "output/output.h"
-#include "output/terminal.h"
 #include "output/visible_text.h"
 
 namespace depcompare {
@@ -85,7 +84,7 @@ void Progress::write(const std::string& text) const {
     try {
         writeAll(STDERR_FILENO, "standard error", text);
     } catch (const std::system_error&) {
-        return;  // A comparison must not fail for want of somebody who watches it.
+        return;  // Losing the progress line must not fail the comparison.
     }
 }
 

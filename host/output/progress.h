@@ -1,5 +1,5 @@
 #pragma once
-// One line on standard error that says what takes so long.
+// One line on standard error that names the current stage.
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
@@ -7,15 +7,15 @@
 #include <string_view>
 #include <thread>
 
-#include "cli/options.h"
+#include "output/terminal.h"
 
 namespace depcompare {
 
-/// On a terminal the line is renewed in place, no wider than the terminal, and wiped at the end;
-/// automatically it appears there only, and only after a moment. Elsewhere every stage is a line of
-/// its own.
+/// On a terminal the line is renewed in place, no wider than the terminal, and wiped at the end.
+/// Elsewhere every stage is a line of its own. `When::automatic` shows it on a terminal only, after
+/// a moment.
 ///
-/// Threads: `stage` and `clear` may be called by any.
+/// Threads: any thread may call `stage` and `clear`.
 class Progress {
   public:
     explicit Progress(When when);
@@ -24,7 +24,7 @@ class Progress {
     ~Progress();
 
     void stage(std::string_view name);
-    /// Takes the line away until the next stage, for whatever else the terminal is to show.
+    /// Wipes the line until the next stage, so that the terminal can show something else.
     void clear();
 
   private:
@@ -37,7 +37,7 @@ class Progress {
     std::mutex mutex_;
     std::condition_variable_any changed_;
     std::u16string stage_;  // empty: no line
-    bool isNew_ = false;    // the stage, to the thread that draws
+    bool isNew_ = false;    // the drawing thread has not seen the stage
     bool isDrawn_ = false;
     std::jthread renewal_;
 };

@@ -9,7 +9,7 @@
 namespace depcompare {
 
 std::optional<std::string_view> environment(const char* name) {
-    const char* value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe): nobody writes it.
+    const char* value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe): never written.
     return value == nullptr ? std::nullopt : std::optional<std::string_view>(value);
 }
 

@@ -11,41 +11,58 @@ namespace depcompare {
 namespace {
 
 struct Range {
-    char16_t first;
-    char16_t last;
+    char32_t first;
+    char32_t last;
 };
 
-constexpr Range unsafe[] = {{0x0000, 0x001F}, {0x007F, 0x009F}, {0x061C, 0x061C}, {0x200E, 0x200F},
-                            {0x2028, 0x202E}, {0x2066, 0x2069}, {0xFEFF, 0xFEFF}};
+constexpr Range unsafe[] = {
+#define UNSAFE(first, last) {first, last},
+#include "output/unsafe_characters.def"
+#undef UNSAFE
+};
 
-// East Asian characters, and the first halves of all that lies beyond 16 bits.
+// East Asian characters, and the first halves of all characters beyond 16 bits.
 constexpr Range wide[] = {{0x1100, 0x115F}, {0x2E80, 0xA4CF}, {0xAC00, 0xD7A3}, {0xD800, 0xDBFF},
                           {0xF900, 0xFAFF}, {0xFE30, 0xFE6F}, {0xFF00, 0xFF60}, {0xFFE0, 0xFFE6}};
 
-constexpr Range widthless[] = {
-    {0x0300, 0x036F}, {0x200B, 0x200D}, {0xDC00, 0xDFFF}, {0xFE00, 0xFE0F}};
+constexpr Range widthless[] = {{0x0300, 0x036F}, {0xDC00, 0xDFFF}, {0xFE00, 0xFE0F}};
 
 template <std::size_t Count>
-bool isIn(const Range (&ranges)[Count], char16_t unit) {
-    return std::ranges::any_of(
-        ranges, [&](const Range& range) { return range.first <= unit && unit <= range.last; });
+bool isIn(const Range (&ranges)[Count], char32_t character) {
+    return std::ranges::any_of(ranges, [&](const Range& range) {
+        return range.first <= character && character <= range.last;
+    });
 }
 
-bool isUnsafe(char16_t unit) {
-    return isIn(unsafe, unit);
+bool isFirstHalf(char16_t unit) {
+    return unit >= 0xD800 && unit <= 0xDBFF;
 }
 
-std::string escaped(char16_t unit) {
-    switch (unit) {
-        case u'\n':
+bool isSecondHalf(char16_t unit) {
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+/// Requires: a text that is not empty.
+char32_t firstOf(std::u16string_view text) {
+    if (text.size() > 1 && isFirstHalf(text[0]) && isSecondHalf(text[1])) {
+        return 0x10000U + ((text[0] - 0xD800U) << 10U) + (text[1] - 0xDC00U);
+    }
+    return text[0];
+}
+
+std::string escaped(char32_t character) {
+    const auto number = static_cast<unsigned>(character);
+    switch (character) {
+        case U'\n':
             return "\\n";
-        case u'\r':
+        case U'\r':
             return "\\r";
-        case u'\t':
+        case U'\t':
             return "\\t";
         default:
-            return unit < 0x100 ? fmt::format("\\x{:02x}", static_cast<unsigned>(unit))
-                                : fmt::format("\\u{:04x}", static_cast<unsigned>(unit));
+            return number < 0x100     ? fmt::format("\\x{:02x}", number)
+                   : number < 0x10000 ? fmt::format("\\u{:04x}", number)
+                                      : fmt::format("\\u{{{:x}}}", number);
     }
 }
 
@@ -56,14 +73,18 @@ std::size_t widthOf(char16_t unit) {
     return isIn(widthless, unit) ? 0 : isIn(wide, unit) ? 2 : 1;
 }
 
-/// Returns: how many units from the front fit, not ending before a character's second half or mark.
+std::size_t lengthOf(char16_t unit, Measure measure) {
+    return measure == Measure::units ? 1 : widthOf(unit);
+}
+
+/// Returns: how many units fit from `begin` on.
 template <class Iterator>
-std::ptrdiff_t fitting(Iterator begin, Iterator end, std::size_t columns) {
+std::size_t fitting(Iterator begin, Iterator end, std::size_t most, Measure measure) {
     auto unit = begin;
-    for (; unit != end && widthOf(*unit) <= columns; ++unit) {
-        columns -= widthOf(*unit);
+    for (; unit != end && lengthOf(*unit, measure) <= most; ++unit) {
+        most -= lengthOf(*unit, measure);
     }
-    return std::distance(begin, unit);
+    return static_cast<std::size_t>(std::distance(begin, unit));
 }
 
 }  // namespace
@@ -71,12 +92,16 @@ std::ptrdiff_t fitting(Iterator begin, Iterator end, std::size_t columns) {
 std::u16string visible(std::u16string_view text) {
     std::u16string shown;
     shown.reserve(text.size());
-    for (const char16_t unit : text) {
-        if (isUnsafe(unit)) {
-            std::ranges::copy(escaped(unit), std::back_inserter(shown));
+    while (!text.empty()) {
+        const char32_t character = firstOf(text);
+        const std::size_t units = character < 0x10000 ? 1 : 2;
+        const bool isPlain = character >= 0x20 && character < 0x7F;
+        if (!isPlain && isIn(unsafe, character)) {
+            std::ranges::copy(escaped(character), std::back_inserter(shown));
         } else {
-            shown += unit;
+            shown.append(text.substr(0, units));
         }
+        text.remove_prefix(units);
     }
     return shown;
 }
@@ -93,31 +118,35 @@ std::size_t displayWidth(std::u16string_view text) {
     return width;
 }
 
-std::u16string shortened(std::u16string_view text, std::size_t columns) {
+std::u16string shortened(std::u16string_view text, std::size_t most, Measure measure) {
     constexpr std::u16string_view dots = u"...";
-    if (displayWidth(text) <= columns) {
+    const bool fits = measure == Measure::units ? text.size() <= most : displayWidth(text) <= most;
+    if (fits) {
         return std::u16string(text);
     }
     // The end of a path says more than its beginning.
-    const std::size_t forText = columns - std::min(columns, dots.size());
-    const auto head = fitting(text.begin(), text.end(), forText / 3);
-    auto tail = fitting(text.rbegin(), text.rend(), forText - forText / 3);
-    while (tail > 0 && widthOf(text[text.size() - static_cast<std::size_t>(tail)]) == 0) {
+    const std::size_t forText = most - std::min(most, dots.size());
+    std::size_t head = fitting(text.begin(), text.end(), forText / 3, measure);
+    std::size_t tail = fitting(text.rbegin(), text.rend(), forText - forText / 3, measure);
+    while (head > 0 && widthOf(text[head]) == 0) {
+        --head;
+    }
+    while (tail > 0 && widthOf(text[text.size() - tail]) == 0) {
         --tail;
     }
-    std::u16string shown(text.substr(0, static_cast<std::size_t>(head)));
-    return shown.append(dots).append(text.substr(text.size() - static_cast<std::size_t>(tail)));
+    std::u16string shown(text.substr(0, head));
+    return shown.append(dots).append(text.substr(text.size() - tail));
 }
 
 std::vector<std::u16string> broken(std::u16string_view text, std::size_t columns) {
     std::vector<std::u16string> lines;
     while (displayWidth(text) > columns) {
-        auto count = static_cast<std::size_t>(fitting(text.begin(), text.end(), columns));
+        std::size_t count = fitting(text.begin(), text.end(), columns, Measure::columns);
         const std::size_t space = text.substr(0, count).rfind(u' ');
         if (space != text.npos && space >= count / 2) {
             count = space + 1;
         }
-        // A character wider than the room stands alone.
+        // A character that is wider than the room gets a line of its own.
         count = std::max<std::size_t>(count, 1);
         while (count < text.size() && widthOf(text[count]) == 0) {
             ++count;

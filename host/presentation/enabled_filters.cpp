@@ -13,28 +13,32 @@ using dependency::comparisons::NonstructuralFilter;
 struct Names {
     std::string_view name;
     std::string_view title;
+    std::string_view hiddenThings;
 };
 
 struct NamesOf {
-    Names operator()(const UnchangedFilter& /*filter*/) const { return {"unchanged", "unchanged"}; }
+    Names operator()(const UnchangedFilter& /*filter*/) const {
+        return {"unchanged", "unchanged", "what is the same on both sides"};
+    }
     Names operator()(const NonstructuralFilter& /*filter*/) const {
-        return {"nonstructural", "non-structural"};
+        return {"nonstructural", "non-structural",
+                "what differs only in properties; added and removed files and dependencies stay"};
     }
 };
 
 EnabledFilters inOrder(EnabledFilters filters) {
-    // The alternatives stand in the order in which filters are applied.
+    // The alternatives are in the order in which filters are applied.
     std::ranges::sort(filters, {}, [](const Filters& filter) { return filter.index(); });
     filters.erase(std::unique(filters.begin(), filters.end()), filters.end());
     return filters;
 }
 
+}  // namespace
+
 const EnabledFilters& allFilters() {
     static const EnabledFilters filters{UnchangedFilter(), NonstructuralFilter()};
     return filters;
 }
-
-}  // namespace
 
 std::vector<std::string> filterNames() {
     std::vector<std::string> names;
@@ -51,6 +55,10 @@ std::string_view nameOf(const Filters& filter) {
 
 std::string_view titleOf(const Filters& filter) {
     return std::visit(NamesOf(), filter).title;
+}
+
+std::string_view hiddenThingsOf(const Filters& filter) {
+    return std::visit(NamesOf(), filter).hiddenThings;
 }
 
 EnabledFilters filtersNamed(const std::vector<std::string>& names) {

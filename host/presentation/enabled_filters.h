@@ -11,8 +11,8 @@ namespace depcompare {
 
 using dependency::comparisons::Filters;
 
-/// In the order in which they are applied: the unchanged filter before the non-structural one, and
-/// none twice.
+/// In the order in which they are applied, the unchanged filter before the non-structural one, and
+/// without repetition.
 using EnabledFilters = std::vector<Filters>;
 
 /// Returns: the names by which filters can be asked for, sorted.
@@ -24,17 +24,23 @@ using EnabledFilters = std::vector<Filters>;
 /// Returns: what people call it, as in "the non-structural filter".
 [[nodiscard]] std::string_view titleOf(const Filters& filter);
 
+/// Returns: what it hides, in words.
+[[nodiscard]] std::string_view hiddenThingsOf(const Filters& filter);
+
 /// Requires: `names` from `filterNames()`, in any order.
 [[nodiscard]] EnabledFilters filtersNamed(const std::vector<std::string>& names);
 
-/// Returns: every choice of filters, the one without any first. Bit i of a choice's place in the list
-///          says whether it has the i-th filter in their order.
+/// Returns: all filters, in order.
+[[nodiscard]] const EnabledFilters& allFilters();
+
+/// Returns: every choice of filters, the empty one first. Bit i of a choice's place in the list says
+///          whether it contains the i-th of all filters.
 [[nodiscard]] std::vector<EnabledFilters> allChoicesOfFilters();
 
 /// Returns: the place of `filters` among all choices.
 [[nodiscard]] std::size_t placeOfChoice(const EnabledFilters& filters);
 
-/// Returns: the filters that are on where nobody chooses.
+/// Returns: the filters that are on by default.
 [[nodiscard]] EnabledFilters defaultFilters();
 
 }  // namespace depcompare

@@ -1,10 +1,9 @@
 #include "presentation/entry_label.h"
 
+#include <utility>
 #include <variant>
-#include <vector>
 
 #include "draft/marked_id.h"
-#include "output/visible_text.h"
 
 namespace depcompare {
 
@@ -15,60 +14,78 @@ using dependency::comparisons::ParallelDependencies;
 using dependency::graph::Graph;
 using dependency::graph::Node;
 using dependency::graph::Type;
-using Match = PresentedTree::Match;
 
-struct TextOf {
-    std::u16string operator()(const std::shared_ptr<const Graph>& /*graph*/) const {
-        return u"graph";
+class LabelMaker {
+  public:
+    explicit LabelMaker(EntryLabel& label) : label_(label) {}
+
+    void operator()(const std::shared_ptr<const Graph>& /*graph*/) const {}
+    void operator()(const std::shared_ptr<Node>& file) const {
+        label_.id = idAsRead(file->getID());
     }
-    std::u16string operator()(const std::shared_ptr<Node>& file) const {
-        return std::u16string(idAsRead(file->getID()));
+    void operator()(const ParallelDependencies& group) const {
+        label_.id = idAsRead(group.upstream->getID());
+        label_.downstream = idAsRead(group.downstream->getID());
+        if (const auto type = group.downstream->getType(); !(*type == *Type::FILE())) {
+            label_.downstreamType = type->getName();
+        }
     }
-    std::u16string operator()(const ParallelDependencies& group) const {
-        return u"-> " + std::u16string(idAsRead(group.downstream->getID()));
-    }
+
+  private:
+    EntryLabel& label_;
 };
-
-bool isMoved(Match match) {
-    return match->getIsOrderMove().any() || match->getIsHierMove().any();
-}
-
-// A group also compares its end nodes, which have no row.
-bool onlyItsEndsChanged(const PresentedTree& tree, Match match) {
-    const auto metrics = tree.metrics(match);
-    return match->getEditTypes().front() == EditType::changed && metrics && metrics->areZero();
-}
-
-std::vector<std::u16string> notesOn(const PresentedTree& tree, Match match) {
-    std::vector<std::u16string> notes;
-    const auto& item = anySide(tree.compared(match).edit);
-    if (const auto* group = std::get_if<ParallelDependencies>(&item)) {
-        if (const auto type = group->downstream->getType(); !(*type == *Type::FILE())) {
-            notes.push_back(type->getName());
-        }
-        if (onlyItsEndsChanged(tree, match)) {
-            notes.emplace_back(u"name or type of an end changed");
-        }
-    }
-    if (isMoved(match)) {
-        notes.emplace_back(u"moved");
-    }
-    return notes;
-}
 
 }  // namespace
 
-EntryLabel labelOf(const PresentedTree& tree, Match match) {
-    EntryLabel label{.text = visible(std::visit(TextOf(), anySide(tree.compared(match).edit))),
-                     .note = {}};
-    for (const std::u16string& note : notesOn(tree, match)) {
-        label.note += label.note.empty() ? u" (" : u", ";
-        label.note += visible(note);
+std::vector<std::string_view> EntryLabel::remarks() const {
+    std::vector<std::string_view> remarks;
+    if (onlyEndsChanged) {
+        remarks.emplace_back("name or type of an end changed");
     }
-    if (!label.note.empty()) {
-        label.note += u')';
+    if (moved) {
+        remarks.emplace_back("moved");
     }
+    return remarks;
+}
+
+EntryLabel labelOf(const PresentedTree& tree, PresentedTree::Match match) {
+    const auto& item = anySide(tree.compared(match).edit);
+    EntryLabel label;
+    label.edit = match->getEditTypes().front();
+    label.kind = kindOf(item);
+    label.moved = PresentedTree::isMoved(match);
+    // A group also compares its end nodes, which have no row.
+    label.onlyEndsChanged = label.kind == EntryKind::group && tree.changedWithoutRow(match);
+    std::visit(LabelMaker(label), item);
     return label;
+}
+
+std::string_view nameOf(EditType type) {
+    switch (type) {
+        case EditType::rightOnly:
+            return "added";
+        case EditType::leftOnly:
+            return "removed";
+        case EditType::changed:
+            return "changed";
+        case EditType::unchanged:
+            break;
+    }
+    return "unchanged";
+}
+
+char signOf(EditType type) {
+    switch (type) {
+        case EditType::rightOnly:
+            return '+';
+        case EditType::leftOnly:
+            return '-';
+        case EditType::changed:
+            return '~';
+        case EditType::unchanged:
+            break;
+    }
+    return '=';
 }
 
 }  // namespace depcompare

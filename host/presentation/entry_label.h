@@ -1,17 +1,37 @@
 #pragma once
-// What an entry is called in the report for people.
+// What reports say of an entry besides its rows, as data for each report to render.
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
+
+#include <comparisons/edit_type.h>
 
 #include "presentation/presented_tree.h"
 
 namespace depcompare {
 
+/// Names are those of the left side if there is one; IDs are as the files wrote them.
 struct EntryLabel {
-    std::u16string text;
-    std::u16string note;  ///< in parentheses behind the text, with the space between; may be empty
+    ::comparisons::EditType edit = ::comparisons::EditType::unchanged;
+    EntryKind kind = EntryKind::graph;
+    std::u16string id;          ///< of a file, or of the file whose dependencies a group holds
+    std::u16string downstream;  ///< of a group: the ID of what it leads to
+    std::optional<std::u16string> downstreamType;  ///< of a group that does not lead to a file
+    bool onlyEndsChanged = false;                  ///< a changed group without a changed row
+    bool moved = false;
+
+    /// Returns: the reason for the edit if no row shows it, and whether the entry has moved.
+    [[nodiscard]] std::vector<std::string_view> remarks() const;
 };
 
-/// Returns: text that a terminal may get.
 [[nodiscard]] EntryLabel labelOf(const PresentedTree& tree, PresentedTree::Match match);
+
+/// Returns: "added", "removed", "changed" or "unchanged".
+[[nodiscard]] std::string_view nameOf(::comparisons::EditType type);
+
+/// Returns: + - ~ or =
+[[nodiscard]] char signOf(::comparisons::EditType type);
 
 }  // namespace depcompare

@@ -25,10 +25,10 @@ using dependency::comparisons::ItemEdit;
 using dependency::comparisons::ParallelDependencies;
 using CombinedViewModel = ::comparisons::FilteredCombinedViewModel<Filters, 2>;
 
-/// By side; empty where the side is absent.
+/// By side; nothing if the side is absent.
 using Texts = std::array<std::optional<std::u16string>, 2>;
 
-/// A label of several lines: what stands above the column, and what heads it.
+/// A label of several lines: what is above the column, and what heads it.
 struct Label {
     std::u16string introduction;
     std::u16string caption;
@@ -75,7 +75,7 @@ bool repeats(const Texts& texts, const Texts& names) {
     return true;
 }
 
-TextCell cellOf(const Texts& texts, const Texts& names) {
+TableCell cellOf(const Texts& texts, const Texts& names) {
     if (repeats(texts, names)) {
         return {};
     }
@@ -90,19 +90,6 @@ class TableReader {
   public:
     explicit TableReader(const ItemEdit& edit) : names_(namesOfEnds(edit)) {}
 
-    void add(const PresentedTree::ViewModel& viewModel) {
-        if (const auto* table = dynamic_cast<const ParameterViewModel*>(&viewModel)) {
-            add(table->table());
-        } else if (const auto* combined = dynamic_cast<const CombinedViewModel*>(&viewModel)) {
-            for (const auto& part : combined->members()) {
-                add(*part);
-            }
-        }
-    }
-
-    [[nodiscard]] TextTable take() { return std::move(table_); }
-
-  private:
     void add(const ParameterTable& table) {
         const auto& labels = table->getViewOptions()->getColumnLabels();
         const Label name = partsOf(labels[0]);
@@ -114,7 +101,10 @@ class TableReader {
         }
     }
 
-    [[nodiscard]] TextRow rowOf(const Entry& entry, const std::u16string& caption) const {
+    [[nodiscard]] EntryTable take() { return std::move(table_); }
+
+  private:
+    [[nodiscard]] TableRow rowOf(const Entry& entry, const std::u16string& caption) const {
         std::array<Texts, 2> cells;  // name, value
         for (const Side side : sides) {
             if (const auto& shown = entry->getParameters()[indexOf(side)]->getParameter()) {
@@ -129,18 +119,40 @@ class TableReader {
     }
 
     std::array<Texts, 2> names_;  // of the upstream and the downstream end
-    TextTable table_;
+    EntryTable table_;
 };
+
+void addTables(const PresentedTree::ViewModel& viewModel, std::vector<ParameterTable>& tables) {
+    if (const auto* table = dynamic_cast<const ParameterViewModel*>(&viewModel)) {
+        tables.push_back(table->table());
+    } else if (const auto* combined = dynamic_cast<const CombinedViewModel*>(&viewModel)) {
+        for (const auto& part : combined->members()) {
+            addTables(*part, tables);
+        }
+    }
+}
 
 }  // namespace
 
-std::u16string TextCell::text() const {
+std::u16string TableCell::text() const {
     return changed ? before + u" \u2192 " + after : before;
 }
 
-TextTable textTableOf(const PresentedTree::ViewModel& viewModel, const ItemEdit& edit) {
-    TableReader reader(edit);
-    reader.add(viewModel);
+std::vector<ParameterTable> tablesOf(const PresentedTree::ViewModel& viewModel) {
+    std::vector<ParameterTable> tables;
+    addTables(viewModel, tables);
+    return tables;
+}
+
+EntryTable tableOf(const PresentedTree& tree, PresentedTree::Match match) {
+    const auto detail = tree.shownDetail(match);
+    if (!detail) {
+        return {};
+    }
+    TableReader reader(tree.compared(match).edit);
+    for (const ParameterTable& table : tablesOf(*detail)) {
+        reader.add(table);
+    }
     return reader.take();
 }
 

@@ -1,46 +1,50 @@
 #pragma once
-// The table of an entry as cells of text.
+// The rows of an entry as cells of text.
 #include <string>
 #include <vector>
 
 #include <comparisons/edit_type.h>
+#include <comparisons/viewmodel/parameter_table.h>
 
 #include "presentation/presented_tree.h"
 
 namespace depcompare {
 
 /// Text of one or both sides.
-struct TextCell {
-    std::u16string before;  ///< all of it where the sides agree or only one is there
+struct TableCell {
+    std::u16string before;  ///< the whole text if the sides agree, or only one exists
     std::u16string after;
     bool changed = false;
 
     [[nodiscard]] bool empty() const { return !changed && before.empty(); }
-    /// Returns: "before → after" where it changed.
+    /// Returns: "before → after" if it changed, else the one text.
     [[nodiscard]] std::u16string text() const;
 
-    friend bool operator==(const TextCell&, const TextCell&) = default;
+    friend bool operator==(const TableCell&, const TableCell&) = default;
 };
 
-struct TextRow {
+struct TableRow {
     ::comparisons::EditType edit = ::comparisons::EditType::unchanged;
     std::u16string caption;  ///< of the part of the detail that the row belongs to
-    TextCell name;
-    TextCell value;
+    TableCell name;
+    TableCell value;
 
-    friend bool operator==(const TextRow&, const TextRow&) = default;
+    friend bool operator==(const TableRow&, const TableRow&) = default;
 };
 
-struct TextTable {
-    TextRow heading;  ///< its cells are the labels of the columns
-    std::vector<TextRow> rows;
+struct EntryTable {
+    TableRow heading;  ///< its cells are the labels of the columns
+    std::vector<TableRow> rows;
 };
 
-/// Returns: the rows that `viewModel` shows, parts one after the other, in text that a terminal may
-///          get. A caption is the first line of a part's label, without what introduces it. Where a
-///          dependency has no component, so that its row repeats the name of an end of `edit`, the
-///          cell is empty.
-[[nodiscard]] TextTable textTableOf(const PresentedTree::ViewModel& viewModel,
-                                    const dependency::comparisons::ItemEdit& edit);
+/// Returns: the tables that a view model consists of, one per part of a combined one.
+[[nodiscard]] std::vector<::comparisons::viewmodel::parameter::tessel::ParameterTable> tablesOf(
+    const PresentedTree::ViewModel& viewModel);
+
+/// Returns: the rows of the entry that the filters leave, those of one part after those of another,
+///          in text that a terminal may get; none if the entry has no detail. A caption is the first
+///          line of a part's label, without its introduction. The cell of a dependency without a
+///          component, which repeats the name of an end, is empty.
+[[nodiscard]] EntryTable tableOf(const PresentedTree& tree, PresentedTree::Match match);
 
 }  // namespace depcompare

@@ -31,7 +31,7 @@ PairingKey pairingKey(const Dependency& dependency) {
                                                dependency.getDownstreamComponent()->getName()};
 }
 
-/// Returns: how many dependencies of the group stand behind another one with the same key.
+/// Returns: how many dependencies of the group come after another one with the same key.
 std::size_t foldedOf(const ParallelDependencies& group) {
     if (group.dependencies.size() == 1) {
         return 0;
@@ -89,8 +89,9 @@ void requireSum(std::string_view what, std::size_t parts, std::size_t whole) {
 }  // namespace
 
 Ledger countLedger(const std::array<LoadedGraph, 2>& inputs, const GraphComparison& comparison,
-                   const Summary& summary) {
+                   const Summary& summary, const PresentedTree& tree) {
     Ledger ledger;
+    ledger.visibility = tree.visibility();
     const EditCounts& rows = summary.dependencies;
     const std::array<std::size_t, 2> oneSided{rows.removed, rows.added};
     for (const Side side : sides) {
@@ -108,7 +109,7 @@ Ledger countLedger(const std::array<LoadedGraph, 2>& inputs, const GraphComparis
     return ledger;
 }
 
-void checkSides(const Ledger& ledger) {
+void checkLedger(const Ledger& ledger) {
     constexpr std::array<std::string_view, 2> names{"left", "right"};
     for (const Side side : sides) {
         const SideLedger& counts = ledger.sides[indexOf(side)];
@@ -122,9 +123,6 @@ void checkSides(const Ledger& ledger) {
         requireSum(fmt::format("{} dependencies", name),
                    counts.compared + counts.folded + counts.leavingOthers, counts.dependencies);
     }
-}
-
-void checkVisibility(const Ledger& ledger) {
     const Visibility& visibility = ledger.visibility;
     std::size_t entries = visibility.entries.visible;
     std::size_t rows = visibility.rows.visible;

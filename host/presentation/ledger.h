@@ -1,5 +1,5 @@
 #pragma once
-// The account of a comparison: what the files contained, and where all of it went.
+// The account of a comparison: what the files contained, and what became of all of it.
 #include <array>
 #include <cstddef>
 #include <map>
@@ -20,11 +20,11 @@ struct SideLedger {
     std::size_t comparedFiles = 0;
 
     std::size_t dependencies = 0;
-    std::size_t compared = 0;  ///< those that have a row
-    std::size_t folded = 0;    ///< stood for by another of their group with the same pairing key
-    std::size_t leavingOthers = 0;  ///< of nodes that are no files
+    std::size_t compared = 0;       ///< those that have a row
+    std::size_t folded = 0;         ///< represented by another one of their group with the same key
+    std::size_t leavingOthers = 0;  ///< from nodes that are not files
 
-    std::vector<std::string> warnings;  ///< what looked odd when the file was read
+    std::vector<std::string> warnings;  ///< from reading the file
 };
 
 struct Ledger {
@@ -40,16 +40,15 @@ class LedgerError : public std::logic_error {
     using std::logic_error::logic_error;
 };
 
-/// Counts everything but the visibility. What a graph contained is counted apart from what became
-/// of it, so that the sums mean something.
+/// Counts what the graphs contain apart from what became of it, so that the sums prove something.
+///
+/// Requires: `summary` and `tree` of `comparison`.
 [[nodiscard]] Ledger countLedger(const std::array<LoadedGraph, 2>& inputs,
                                  const dependency::comparisons::GraphComparison& comparison,
-                                 const Summary& summary);
+                                 const Summary& summary, const PresentedTree& tree);
 
-/// Throws: `LedgerError` for a side whose nodes or dependencies do not add up.
-void checkSides(const Ledger& ledger);
-
-/// Throws: `LedgerError` where what is visible and what the filters hide is not everything.
-void checkVisibility(const Ledger& ledger);
+/// Throws: `LedgerError` unless the nodes and dependencies of each side add up, and what is visible
+///         and what the filters hide add up to all entries and rows.
+void checkLedger(const Ledger& ledger);
 
 }  // namespace depcompare

@@ -1,20 +1,33 @@
 #pragma once
-// How the report for people ends: what is hidden, the account of everything, the summary.
+// The account of a comparison in words and numbers, as lines that a report can lay out.
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "output/output.h"
-#include "presentation/report.h"
-#include "presentation/text_style.h"
+#include "draft/build_graphs.h"
+#include "presentation/ledger.h"
+#include "presentation/summary.h"
 
 namespace depcompare {
-
-/// Writes lines that are broken at the style's width.
-void writeEnding(const Report& report, const TextStyle& style, Output& output);
 
 /// Returns: the number with the word that goes with it.
 [[nodiscard]] std::string counted(std::size_t count, std::string_view one,
                                   std::string_view several);
+
+/// Returns: "3 files, 7 dependencies".
+[[nodiscard]] std::string contentsOf(const LoadedGraph& input);
+
+/// Returns: for each filter that hides something, a sentence without its full stop.
+[[nodiscard]] std::vector<std::string> hiddenLines(const Visibility& visibility);
+
+/// Returns: "4 nodes: 3 files, 1 lib".
+[[nodiscard]] std::string nodesLine(const SideLedger& side);
+
+/// Returns: "7 dependencies: 5 compared, 2 duplicates".
+[[nodiscard]] std::string dependenciesLine(const SideLedger& side);
+
+/// Returns: a line of headings, and a line per kind of entry and of row.
+[[nodiscard]] std::string countsTable(const Summary& summary);
 
 }  // namespace depcompare

@@ -15,26 +15,31 @@ using dependency::comparisons::ParallelDependencies;
 
 namespace {
 
-struct PlaceOf {
-    EntryCounts& counts;
-
-    std::size_t& operator()(const std::shared_ptr<const dependency::graph::Graph>& /*g*/) const {
-        return counts.graphs;
-    }
-    std::size_t& operator()(const std::shared_ptr<dependency::graph::Node>& /*file*/) const {
-        return counts.files;
-    }
-    std::size_t& operator()(const ParallelDependencies& /*group*/) const { return counts.groups; }
-};
-
 bool showDifference(const DiffMetrics<2>& metrics) {
     return metrics.leftOnly + metrics.rightOnly + metrics.changed != 0;
 }
 
 }  // namespace
 
+EntryKind kindOf(const Item& item) {
+    return std::holds_alternative<ParallelDependencies>(item) ? EntryKind::group
+           : std::holds_alternative<std::shared_ptr<dependency::graph::Node>>(item)
+               ? EntryKind::file
+               : EntryKind::graph;
+}
+
 void EntryCounts::count(const Item& item) {
-    ++std::visit(PlaceOf{*this}, item);
+    switch (kindOf(item)) {
+        case EntryKind::graph:
+            ++graphs;
+            break;
+        case EntryKind::file:
+            ++files;
+            break;
+        case EntryKind::group:
+            ++groups;
+            break;
+    }
 }
 
 PresentedTree::PresentedTree(std::shared_ptr<const GraphComparison> comparison,
@@ -49,6 +54,10 @@ PresentedTree::PresentedTree(std::shared_ptr<const GraphComparison> comparison,
     hideEntries();
 }
 
+bool PresentedTree::isMoved(Match match) {
+    return match->getIsOrderMove().any() || match->getIsHierMove().any();
+}
+
 std::optional<DiffMetrics<2>> PresentedTree::metrics(Match match) const {
     return numbers(match).metrics;
 }
@@ -56,6 +65,14 @@ std::optional<DiffMetrics<2>> PresentedTree::metrics(Match match) const {
 ::comparisons::RowCount PresentedTree::rowCount(Match match) const {
     const auto& rows = numbers(match).rows;
     return {.all = rows[0], .visible = rows[filters_.size()]};
+}
+
+bool PresentedTree::changedWithoutRow(Match match) const {
+    if (match->getEditTypes().front() != EditType::changed) {
+        return false;
+    }
+    const auto metrics = this->metrics(match);
+    return metrics && metrics->areZero();
 }
 
 std::unique_ptr<PresentedTree::ViewModel> PresentedTree::shownDetail(Match match) const {
@@ -76,8 +93,7 @@ bool PresentedTree::showsDifference() const {
 bool PresentedTree::showsStructuralDifference() const {
     return std::ranges::any_of(entries(), [&](const Entry& entry) {
         const auto& edit = compared(entry.match).edit;
-        const bool ownsProperties =
-            hasBothSides(edit) && !std::holds_alternative<ParallelDependencies>(anySide(edit));
+        const bool ownsProperties = hasBothSides(edit) && kindOf(anySide(edit)) != EntryKind::group;
         return !ownsProperties && showsDifference(entry);
     });
 }

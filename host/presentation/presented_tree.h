@@ -1,7 +1,7 @@
 #pragma once
 // A comparison as it is shown: its tree under the filters that are on, a table for each entry.
 //
-// The view model of an entry is made when its table or its metrics are asked for. Only its numbers
+// The view model of an entry is made when its table or its metrics are requested. Only its numbers
 // are kept, so that no more than one table is in memory.
 #include <array>
 #include <cstddef>
@@ -22,6 +22,10 @@
 
 namespace depcompare {
 
+enum class EntryKind : std::uint8_t { graph, file, group };
+
+[[nodiscard]] EntryKind kindOf(const dependency::comparisons::Item& item);
+
 /// How many entries of a tree there are of each kind.
 struct EntryCounts {
     std::size_t graphs = 0;
@@ -38,8 +42,8 @@ struct HiddenByFilter {
     std::size_t rows = 0;
 };
 
-/// A row is visible where its table shows it and its entry is visible. What two filters hide
-/// belongs to the first.
+/// A row is visible if its table shows it and its entry is visible. What two filters hide is counted
+/// for the first.
 struct Visibility {
     ::comparisons::RowCount entries;
     ::comparisons::RowCount rows;
@@ -56,33 +60,37 @@ class PresentedTree final : public dependency::comparisons::FilteredGraphTree {
     PresentedTree(std::shared_ptr<const dependency::comparisons::GraphComparison> comparison,
                   EnabledFilters filters);
 
+    [[nodiscard]] static bool isMoved(Match match);
+
     [[nodiscard]] const EnabledFilters& filters() const { return filters_; }
     [[nodiscard]] const ComparedEntry& compared(Match match) const {
         return (*comparison_)[vertex(match)];
     }
 
-    /// Returns: those of the rows that the filters leave; empty where nothing compared the details.
+    /// Returns: those of the rows that the filters leave; nothing if the entry has no detail.
     [[nodiscard]] std::optional<::comparisons::DiffMetrics<2>> metrics(Match match) const override;
 
     /// Returns: the rows of the entry's detail; what the filters leave counts as visible.
     [[nodiscard]] ::comparisons::RowCount rowCount(Match match) const;
 
-    /// Returns: a view model whose table shows the rows that the filters leave; null where nothing
-    ///          compared the details.
+    /// Returns: true for a changed entry without a changed row among those that the filters leave.
+    [[nodiscard]] bool changedWithoutRow(Match match) const;
+
+    /// Returns: a view model whose table shows the rows that the filters leave; null if the entry
+    ///          has no detail.
     /// Lifetime: that of the tree.
     [[nodiscard]] std::unique_ptr<ViewModel> shownDetail(Match match) const;
 
-    /// Returns: true where an entry is visible that differs, or a row that differs in a visible
-    ///          entry.
+    /// Returns: true if a visible entry differs, or a visible row of a visible entry.
     [[nodiscard]] bool showsDifference() const;
 
-    /// Returns: the same, but for properties of files and of the graph.
+    /// Returns: the same, without properties of files and of the graph.
     [[nodiscard]] bool showsStructuralDifference() const;
 
-    /// Returns: by index of the entry, whether it or anything below it is visible.
+    /// Returns: by index of the entry, whether it or an entry below it is visible.
     [[nodiscard]] std::vector<bool> leadsToVisible() const;
 
-    /// Complexity: makes the view models of all entries that nobody asked about before.
+    /// Complexity: builds the view model of every entry not yet counted.
     [[nodiscard]] Visibility visibility() const;
 
   private:
@@ -105,8 +113,8 @@ class PresentedTree final : public dependency::comparisons::FilteredGraphTree {
     EnabledFilters filters_;
     ::comparisons::FilteredVMFactoryRegistry<Filters, 2> registry_ =
         dependency::comparisons::getTwoFilteredVMFactoryRegistry();
-    std::vector<std::uint8_t> hiddenBy_;  // by entry: the filter's place, or that behind the last
-    mutable std::vector<std::optional<Numbers>> numbers_;  // by entry, as far as asked for
+    std::vector<std::uint8_t> hiddenBy_;  // by entry: the filter's place, or one after the last
+    mutable std::vector<std::optional<Numbers>> numbers_;  // by entry, if requested before
 };
 
 }  // namespace depcompare

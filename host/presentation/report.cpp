@@ -4,25 +4,26 @@
 
 namespace depcompare {
 
-Report compareInputs(Inputs inputs, std::array<std::string, 2> arguments, EnabledFilters filters) {
+std::string_view Report::verdict() const {
+    return tree->showsDifference()   ? ""
+           : summary.showsDifference ? "No visible differences."
+                                     : "No differences.";
+}
+
+Report makeReport(Inputs inputs, std::array<std::string, 2> arguments, EnabledFilters filters) {
     Report report{.inputs = std::move(inputs),
                   .arguments = std::move(arguments),
                   .comparison = {},
                   .summary = {},
-                  .ledger = {},
-                  .tree = {}};
+                  .tree = {},
+                  .ledger = {}};
     report.comparison =
         dependency::comparisons::compareGraphs(report.inputs[0].graph, report.inputs[1].graph);
     report.summary = summarize(*report.comparison);
-    report.ledger = countLedger(report.inputs, *report.comparison, report.summary);
-    checkSides(report.ledger);
     report.tree = std::make_unique<PresentedTree>(report.comparison, std::move(filters));
+    report.ledger = countLedger(report.inputs, *report.comparison, report.summary, *report.tree);
+    checkLedger(report.ledger);
     return report;
-}
-
-void completeLedger(Report& report) {
-    report.ledger.visibility = report.tree->visibility();
-    checkVisibility(report.ledger);
 }
 
 }  // namespace depcompare

@@ -3,6 +3,7 @@
 #include <array>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include <dependency/comparisons/compare_graphs.h>
 
@@ -14,27 +15,24 @@
 
 namespace depcompare {
 
+using Inputs = std::array<LoadedGraph, 2>;
+
 struct Report {
-    std::array<LoadedGraph, 2> inputs;     ///< left, right
+    Inputs inputs;                         ///< left, right
     std::array<std::string, 2> arguments;  ///< how the command line named them
     std::shared_ptr<const dependency::comparisons::GraphComparison> comparison;
     Summary summary;
-    Ledger ledger;
     std::unique_ptr<const PresentedTree> tree;
+    Ledger ledger;
+
+    /// Returns: "No differences." or "No visible differences."; nothing if there are some.
+    [[nodiscard]] std::string_view verdict() const;
 };
 
-using Inputs = std::array<LoadedGraph, 2>;
-
-/// Compares two loaded graphs and does the sums over both of them.
+/// Compares two graphs and computes summary and ledger.
 ///
-/// Returns: everything but the ledger's visibility.
-/// Throws:  `LedgerError`, and what the comparison throws.
-[[nodiscard]] Report compareInputs(Inputs inputs, std::array<std::string, 2> arguments,
-                                   EnabledFilters filters);
-
-/// Adds up what is visible and what is hidden, as a report needs it and an exit status does not.
-///
-/// Throws: `LedgerError`.
-void completeLedger(Report& report);
+/// Throws: `LedgerError`, and what the comparison throws.
+[[nodiscard]] Report makeReport(Inputs inputs, std::array<std::string, 2> arguments,
+                                EnabledFilters filters);
 
 }  // namespace depcompare

@@ -1,15 +1,13 @@
 #include "presentation/summary.h"
 
-#include <cstdint>
-#include <stdexcept>
-#include <variant>
-
 #include <boost/type_erasure/any_cast.hpp>
 
 #include <comparisons/combined_comparison.h>
 #include <dependency/comparisons/dependency_subcomparator.h>
 #include <dependency/comparisons/graph_subcomparator.h>
 #include <dependency/comparisons/node_subcomparator.h>
+
+#include "presentation/presented_tree.h"
 
 namespace depcompare {
 
@@ -21,9 +19,7 @@ using ::comparisons::EditType;
 using dependency::comparisons::DependencyComparison;
 using dependency::comparisons::GraphComparison;
 using dependency::comparisons::GraphPropertyComparison;
-using dependency::comparisons::Item;
 using dependency::comparisons::NodePropertyComparison;
-using dependency::comparisons::ParallelDependencies;
 
 template <class Comparison>
 const Comparison* held(const ComparisonValue& detail) {
@@ -39,29 +35,24 @@ EditCounts countEdits(const Comparison& comparison) {
     return counts;
 }
 
-// Where one kind of item is counted; null for what is not counted.
-struct Places {
-    EditCounts* entries;
-    EditCounts* rows;
-};
-
-class PlacesOf {
-  public:
-    explicit PlacesOf(Summary& summary) : summary_(summary) {}
-
-    Places operator()(const std::shared_ptr<const dependency::graph::Graph>& /*graph*/) const {
-        return {nullptr, &summary_.graphProperties};
+/// Returns: the rows of a detail comparison; those of all members for a combined one.
+EditCounts rowsOf(const ComparisonValue& detail) {
+    if (const auto* graph = held<GraphPropertyComparison>(detail)) {
+        return countEdits(*graph);
     }
-    Places operator()(const std::shared_ptr<dependency::graph::Node>& /*file*/) const {
-        return {&summary_.files, &summary_.fileProperties};
+    if (const auto* file = held<NodePropertyComparison>(detail)) {
+        return countEdits(*file);
     }
-    Places operator()(const ParallelDependencies& /*group*/) const {
-        return {&summary_.groups, &summary_.dependencies};
+    if (const auto* dependencies = held<DependencyComparison>(detail)) {
+        return countEdits(*dependencies);
     }
-
-  private:
-    Summary& summary_;
-};
+    EditCounts counts;
+    for (const auto& member :
+         boost::type_erasure::any_cast<const CombinedComparison&>(detail).members()) {
+        counts += rowsOf(member);
+    }
+    return counts;
+}
 
 }  // namespace
 
@@ -90,43 +81,37 @@ EditCounts& EditCounts::operator+=(const EditCounts& other) {
     return *this;
 }
 
-namespace {
-
-/// Returns: the rows of a detail comparison; those of all members for a combined one.
-EditCounts rowsOf(const ComparisonValue& detail) {
-    if (const auto* graph = held<GraphPropertyComparison>(detail)) {
-        return countEdits(*graph);
-    }
-    if (const auto* file = held<NodePropertyComparison>(detail)) {
-        return countEdits(*file);
-    }
-    if (const auto* dependencies = held<DependencyComparison>(detail)) {
-        return countEdits(*dependencies);
-    }
-    EditCounts counts;
-    for (const auto& member :
-         boost::type_erasure::any_cast<const CombinedComparison&>(detail).members()) {
-        counts += rowsOf(member);
-    }
-    return counts;
+std::array<NamedCounts, 5> Summary::byKind() const {
+    return {{{"files", "Files", files},
+             {"groups", "Groups", groups},
+             {"dependencies", "Dependencies", dependencies},
+             {"fileProperties", "File properties", fileProperties},
+             {"graphProperties", "Graph properties", graphProperties}}};
 }
-
-}  // namespace
 
 Summary summarize(const GraphComparison& comparison) {
     Summary summary;
     for (const auto vertex : comparison.entries()) {
         const auto& entry = comparison[vertex];
-        const Places places = std::visit(PlacesOf(summary), ::comparisons::anySide(entry.edit));
         const EditType type = ::comparisons::editType(entry.edit);
         summary.showsDifference |= type != EditType::unchanged;
-        if (places.entries != nullptr) {
-            places.entries->count(type);
-        }
+        EditCounts rows;
         if (entry.detail.valid()) {
-            const EditCounts rows = rowsOf(entry.detail.get());
+            rows = rowsOf(entry.detail.get());
             summary.showsDifference |= rows.showsDifference();
-            *places.rows += rows;
+        }
+        switch (kindOf(::comparisons::anySide(entry.edit))) {
+            case EntryKind::graph:
+                summary.graphProperties += rows;
+                break;
+            case EntryKind::file:
+                summary.files.count(type);
+                summary.fileProperties += rows;
+                break;
+            case EntryKind::group:
+                summary.groups.count(type);
+                summary.dependencies += rows;
+                break;
         }
     }
     return summary;

@@ -1,6 +1,8 @@
 #pragma once
 // How much differs between two graphs, in numbers.
+#include <array>
 #include <cstddef>
+#include <string_view>
 
 #include <comparisons/edit_type.h>
 #include <dependency/comparisons/compare_graphs.h>
@@ -21,6 +23,12 @@ struct EditCounts {
     friend bool operator==(const EditCounts&, const EditCounts&) = default;
 };
 
+struct NamedCounts {
+    std::string_view name;   ///< for programs
+    std::string_view title;  ///< for people
+    EditCounts counts;
+};
+
 /// Files and groups count as entries of the tree, the others as rows of the detail comparisons.
 struct Summary {
     EditCounts files;
@@ -29,6 +37,9 @@ struct Summary {
     EditCounts fileProperties;
     EditCounts graphProperties;
     bool showsDifference = false;  ///< anywhere, the root included
+
+    /// Returns: the counts in the order in which tables list them.
+    [[nodiscard]] std::array<NamedCounts, 5> byKind() const;
 };
 
 [[nodiscard]] Summary summarize(const dependency::comparisons::GraphComparison& comparison);

@@ -3,28 +3,15 @@
 #include <algorithm>
 #include <tuple>
 
-#include <comparisons/combined_view_model.h>
-#include <comparisons/viewmodel/parameter_view_model.h>
+#include "presentation/entry_table.h"
 
 namespace depcompare {
 
 namespace {
 
-using ::comparisons::viewmodel::ParameterViewModel;
 using ::comparisons::viewmodel::parameter::tessel::OptionalParameter;
 using ::comparisons::viewmodel::parameter::tessel::ParameterTable;
 using Row = ::comparisons::viewmodel::parameter::tessel::Entry;
-using CombinedViewModel = ::comparisons::FilteredCombinedViewModel<Filters, 2>;
-
-void addTables(const PresentedTree::ViewModel& viewModel, std::vector<ParameterTable>& tables) {
-    if (const auto* table = dynamic_cast<const ParameterViewModel*>(&viewModel)) {
-        tables.push_back(table->table());
-    } else if (const auto* combined = dynamic_cast<const CombinedViewModel*>(&viewModel)) {
-        for (const auto& member : combined->members()) {
-            addTables(*member, tables);
-        }
-    }
-}
 
 bool looksLike(const OptionalParameter& one, const OptionalParameter& other) {
     const auto& [left, right] = std::tie(one->getParameter(), other->getParameter());
@@ -40,8 +27,8 @@ bool looksLike(const Row& one, const Row& other) {
            looksLike(one->getParameters()[1], other->getParameters()[1]);
 }
 
-/// Sets the choice for those rows of `all` that `shown` has too. Of rows that look alike it does not
-/// matter which ones are shown.
+/// Sets the choice for the rows of `all` that are in `shown` too. Of rows that look alike, any may
+/// be the shown one.
 void markShown(const ParameterTable& shown, Choices choice, SwitchedTable& all) {
     const auto& rows = all.table->getEntries();
     std::size_t next = 0;
@@ -60,12 +47,6 @@ Choices bitOf(std::size_t choice) {
 }
 
 }  // namespace
-
-std::vector<ParameterTable> tablesOf(const PresentedTree::ViewModel& viewModel) {
-    std::vector<ParameterTable> tables;
-    addTables(viewModel, tables);
-    return tables;
-}
 
 SwitchedTrees::SwitchedTrees(
     const std::shared_ptr<const dependency::comparisons::GraphComparison>& comparison,

@@ -1,5 +1,5 @@
 #pragma once
-// A comparison under every choice of filters, for readers who switch filters themselves.
+// A comparison under every choice of filters, for reports whose readers switch filters.
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -10,20 +10,16 @@
 
 namespace depcompare {
 
-/// A bit for each choice of filters, by its place among all of them.
+/// One bit per choice of filters, by its place among all of them.
 using Choices = std::uint8_t;
 
-/// Returns: the table of a detail, or those of its parts, one after the other.
-[[nodiscard]] std::vector<::comparisons::viewmodel::parameter::tessel::ParameterTable> tablesOf(
-    const PresentedTree::ViewModel& viewModel);
-
-/// One table of an entry's detail, all its rows, and by row under which choices it is visible.
+/// One table of an entry's detail with all its rows, and for each row the choices that show it.
 struct SwitchedTable {
     ::comparisons::viewmodel::parameter::tessel::ParameterTable table;
     std::vector<Choices> choices;
 };
 
-/// Lifetime: the tables are valid as long as this.
+/// Lifetime: the tables are valid as long as the view model.
 struct SwitchedDetail {
     std::unique_ptr<PresentedTree::ViewModel> viewModel;
     std::vector<SwitchedTable> tables;  ///< in display order; several for a combined detail
@@ -33,7 +29,7 @@ class SwitchedTrees {
   public:
     using Match = PresentedTree::Match;
 
-    /// `known` serves for its own choice of filters, with all that it has counted already.
+    /// `known` serves for its own choice of filters, with everything it has already counted.
     ///
     /// Requires: `comparison` non-null, `known` a tree of it.
     /// Lifetime: `known` outlives this.

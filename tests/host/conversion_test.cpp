@@ -17,11 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 
 std::string jgfOf(const LoadedGraph& loaded) {
-    std::string text;
-    Output output([&](std::string_view part) { text += part; });
-    writeJGF(*loaded.graph, output);
-    output.flush();
-    return text;
+    return test::written([&](Output& output) { writeJGF(*loaded.graph, output); });
 }
 
 std::vector<fs::path> sampleFiles() {

@@ -1,6 +1,8 @@
 #include "host_texts.h"
 
+#include <algorithm>
 #include <array>
+#include <sstream>
 #include <utility>
 
 #include <boost/date_time/posix_time/posix_time.hpp>
@@ -68,6 +70,31 @@ std::string graphML(std::string_view contentOfGraph) {
         contentOfGraph);
 }
 
+std::string graphOf(std::string_view parts) {
+    std::string content;
+    std::istringstream all{std::string(parts)};
+    for (std::string part; std::getline(all, part, ';');) {
+        std::istringstream words(part);
+        std::string what;
+        words >> what;
+        std::string data;
+        for (std::string word; words >> word;) {
+            const std::size_t end = word.find('=');
+            std::ranges::replace(word.begin() + static_cast<std::ptrdiff_t>(end), word.end(), '_',
+                                 ' ');
+            data +=
+                fmt::format("<data key='{}'>{}</data>", word.substr(0, end), word.substr(end + 1));
+        }
+        const std::size_t arrow = what.find('>');
+        content += what == "@" ? data
+                   : arrow == what.npos
+                       ? fmt::format("<node id='{}'>{}</node>", what, data)
+                       : fmt::format("<edge source='{}' target='{}'>{}</edge>",
+                                     what.substr(0, arrow), what.substr(arrow + 1), data);
+    }
+    return graphML(content);
+}
+
 LoadedGraph load(const std::string& file, const Limits& limits) {
     std::array<GraphDraft, 2> drafts{draftOf("in", file, limits), GraphDraft()};
     return buildGraphs(std::move(drafts))[0];
@@ -127,9 +154,7 @@ void expectRead(std::initializer_list<ReadCase> cases) {
 
 Report compare(const std::string& left, const std::string& right, const EnabledFilters& filters) {
     messages::registerMessages();
-    Report report = compareInputs(loadPair(left, right), {"old", "new"}, filters);
-    completeLedger(report);
-    return report;
+    return makeReport(loadPair(left, right), {"old", "new"}, filters);
 }
 
 std::vector<EnabledFilters> allFilterSettings() {

@@ -19,6 +19,13 @@ namespace depcompare::test {
 /// Returns: a GraphML file, one line before its graph, whose keys have their names as IDs.
 [[nodiscard]] std::string graphML(std::string_view contentOfGraph);
 
+/// Returns: a GraphML file with these parts, of which `;` separates one from the next. A part is `@`
+/// for the graph, a node's ID or two of them with `>` between for an edge, then its data as `key=value`;
+/// `_` is a space in a value.
+///
+///     @ version=1; a k=2; x type=lib name=X; a>x type=use upstream_component=f
+[[nodiscard]] std::string graphOf(std::string_view parts);
+
 /// Reads a file named `in`.
 [[nodiscard]] LoadedGraph load(const std::string& file, const Limits& limits = {});
 
@@ -63,11 +70,14 @@ void expectRead(std::initializer_list<ReadCase> cases);
 /// Returns: what `write` writes to the output that it is given.
 template <class Write>
 std::string written(Write write) {
-    std::string text;
-    Output output([&](std::string_view part) { text += part; });
+    struct Text final : Sink {
+        void write(std::string_view part) override { all += part; }
+        std::string all;
+    } text;
+    Output output(text);
     write(output);
     output.flush();
-    return text;
+    return text.all;
 }
 
 [[nodiscard]] std::string jsonTextOf(const Report& report);

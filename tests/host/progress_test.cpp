@@ -11,7 +11,7 @@
 namespace depcompare::test {
 namespace {
 
-// What a terminal shows in the end.
+// What a terminal shows at the end.
 std::string screenOf(const std::string& sent) {
     const std::string wipe = "\x1b[K";
     std::string screen;
@@ -37,19 +37,14 @@ std::string screenOf(const std::string& sent) {
 
 class ProgressLine : public Program {
   protected:
-    // What the terminal gets. The input comes when the line has been drawn.
-    [[nodiscard]] std::string watched(const std::string& input, const std::string& environment,
-                                      const std::string& arguments) const {
-        return onTerminal(
-                   "{ timeout 20 sh -c 'until grep -q reading out; do sleep 0.02; done'; "
-                   "cat '" +
-                       input + "'; } | " + environment,
-                   "--progress always " + arguments)
-            .output;
-    }
-    [[nodiscard]] std::string unwatched(const std::string& input, const std::string& environment,
-                                        const std::string& arguments) const {
-        return onTerminal("cat '" + input + "' | " + environment, "--progress never " + arguments)
+    // What the terminal gets. A progress line is drawn before the input comes.
+    [[nodiscard]] std::string sentTo(bool progress, const std::string& input,
+                                     const std::string& environment,
+                                     const std::string& arguments) const {
+        const std::string wait =
+            progress ? "timeout 20 sh -c 'until grep -q reading out; do sleep 0.02; done';" : "";
+        return onTerminal("{ " + wait + " cat '" + input + "'; } | " + environment,
+                          (progress ? "--progress always " : "--progress never ") + arguments)
             .output;
     }
 };
@@ -97,9 +92,9 @@ TEST_F(ProgressLine, nothingOfItStaysOnATerminal) {
         {"broken", "PAGER=", " - odd"},
     };
     for (const auto& [input, pager, arguments] : cases) {
-        const std::string sent = watched(input, pager, arguments);
+        const std::string sent = sentTo(true, input, pager, arguments);
         EXPECT_NE(sent.find("\rreading standard input"), std::string::npos) << arguments;
-        EXPECT_EQ(screenOf(sent), screenOf(unwatched(input, pager, arguments)))
+        EXPECT_EQ(screenOf(sent), screenOf(sentTo(false, input, pager, arguments)))
             << input << ' ' << pager << ' ' << arguments;
     }
 }
@@ -108,7 +103,7 @@ TEST_F(ProgressLine, itIsNeverWiderThanTheTerminal) {
     const std::string name = std::string(100, 'x') + "-end";
     fs::copy_file(EXAMPLES "/notes-1.0.graphml", folder_ / name);
     const std::string sent =
-        watched(name, "{ stty columns 40 </dev/tty;", "-f summary - " + name + "; }");
+        sentTo(true, name, "{ stty columns 40 </dev/tty;", "-f summary - " + name + "; }");
     EXPECT_NE(sent.find("\rreading s...xxxxxxxxxxxxxxx-end (0.0 s)\x1b[K"), std::string::npos)
         << sent;
     EXPECT_EQ(screenOf(sent).find("reading"), std::string::npos) << sent;

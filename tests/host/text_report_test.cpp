@@ -1,5 +1,9 @@
 #include "reports/text/text_report.h"
 
+#include <sstream>
+#include <string>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 #include "host_texts.h"
@@ -8,119 +12,195 @@ namespace depcompare {
 namespace {
 
 using test::compare;
-using test::graphML;
+using test::graphOf;
 using test::textOf;
 
-// NOLINTBEGIN(cert-err58-cpp): a test that cannot even copy a text may end.
-const std::string header =
-    "Comparing old (3 files, 3 dependencies)\n"
-    "with      new (3 files, 4 dependencies)\n\n";
+constexpr const char* oldFile =
+    "a; b k=1; c; x type=lib; y type=lib name=m; z type=lib name=n; a>c; a>x;"
+    "b>c upstream_component=line_1; b>x; b>y; b>z";
+constexpr const char* newFile =
+    "a; b k=2 long=; d; x type=lib name=A; y type=lib name=m; z type=lib name=n; b>x; b>y; b>z;"
+    "a>d upstream_component=f downstream_component=g; a>x; a>d type=use;"
+    "a>d type=use upstream_component=h";
 
-const std::string oldFile = graphML(
-    "<node id='a'/><node id='b'><data key='k'>1</data></node><node id='c'/>"
-    "<node id='x'><data key='type'>lib</data></node>"
-    "<edge source='a' target='c'/><edge source='a' target='x'/>"
-    "<edge source='b' target='c'><data key='upstream_component'>line 1</data></edge>");
-const std::string newFile = graphML(
-    "<node id='a'/><node id='b'><data key='k'>2</data><data key='long'/></node><node id='d'/>"
-    "<node id='x'><data key='type'>lib</data><data key='name'>X</data></node>"
-    "<edge source='a' target='d'><data key='upstream_component'>f</data>"
-    "<data key='downstream_component'>g</data></edge><edge source='a' target='x'/>"
-    "<edge source='a' target='d'><data key='type'>use</data></edge>"
-    "<edge source='a' target='d'><data key='type'>use</data>"
-    "<data key='upstream_component'>h</data></edge>");
-// NOLINTEND(cert-err58-cpp)
+struct Case {
+    const char* about;
+    std::string left;
+    std::string right;
+    std::vector<std::string> filters;
+    TextStyle style;
+    std::string expected;  // between the header and the ending
+};
 
-/// Returns: the report's lines between the header and the ending.
-std::string treeOf(const std::string& left, const std::string& right,
-                   const std::vector<std::string>& filters, const TextStyle& style = {}) {
-    const std::string text = textOf(compare(left, right, filtersNamed(filters)), style);
-    const std::size_t begin = text.find("\n\n") + 2;
-    return text.substr(begin, text.find("\n\n", begin) + 1 - begin);
+TEST(TextReport, theTreeHasEveryVisibleEntryWithItsRowsBesideOrBelow) {
+    const std::string digits = "0123456789";
+    const std::string letters = "abcdefghijklmnopqrstuvwxyz";
+    const std::string capitals = "0123456789ABCDEFGHIJklmnopqrstuvwxyz";
+    const std::string path = "src/deeply/nested/folder/with/a/file.cc";
+    const Case cases[] = {
+        {"everything",
+         oldFile,
+         newFile,
+         {},
+         {},
+         "= graph\n"
+         "= a\n"
+         "                                            Dependency type  Impacted component\n"
+         "                                                           -> Required component\n"
+         "  - -> c                                  - depends\n"
+         "  + -> d                                  + depends          f -> g\n"
+         "                                          + use\n"
+         "                                          +                  h\n"
+         "  ~ -> x (lib, name or type of an end changed)\n"
+         "                                          = depends\n"
+         "~ b\n"
+         "      File property\n"
+         "    ~ k  1 \u2192 2\n"
+         "    + long\n"
+         "  - -> c                                  - depends          line 1\n"
+         "  ~ -> x (lib, name or type of an end changed, moved)\n"
+         "                                          = depends\n"
+         "  = -> y (lib)                            = depends\n"
+         "  = -> z (lib)                            = depends\n"
+         "- c\n"
+         "+ d\n"},
+        {"a hidden entry has no sign",
+         oldFile,
+         newFile,
+         {"nonstructural"},
+         {},
+         "a           Dependency type  Impacted component -> Required component\n"
+         "  - -> c  - depends\n"
+         "  + -> d  + depends          f -> g\n"
+         "          + use\n"
+         "          +                  h\n"
+         "b\n"
+         "  - -> c  - depends          line 1\n"
+         "- c\n"
+         "+ d\n"},
+        {"equal", "a", "a", {}, {}, "No differences.\n"},
+        {"equal under a filter", "a", "a", {"nonstructural"}, {}, "No differences.\n"},
+        {"hidden", "a", "a k=1", {"nonstructural"}, {}, "No visible differences.\n"},
+        {"colours, and paths and values as wide as the terminal",
+         "b",
+         "b; b>" + path + "; " + path + " k=a_value_that_is_too_long_for_this",
+         {},
+         {.colours = true, .columns = 40},
+         "\x1b[2m= graph\x1b[0m\n"
+         "\x1b[2m= b\x1b[0m\n"
+         "                      \x1b[2m  Dependency type  Impacted component\x1b[0m\n"
+         "                      \x1b[2m  -> Required component\x1b[0m\n"
+         "  \x1b[32m+ -> s...a/file.cc\x1b[0m  \x1b[32m+ depends\x1b[0m\n"
+         "\x1b[32m+ src/deeply/...ed/folder/with/a/file.cc\x1b[0m\n"
+         "      \x1b[2mFile property\x1b[0m\n"
+         "    \x1b[32m+ k  a value t...s too long for this\x1b[0m\n"},
+        {"short rows of one part share a line, as far as they fit",
+         "a; b",
+         "a; b; a>b upstream_component=first; a>b upstream_component=second;"
+         "a>b upstream_component=third; a>b type=use; a>b type=use upstream_component=fourth;"
+         "a>b type=use upstream_component=" +
+             letters,
+         {"unchanged"},
+         {.columns = 64},
+         "a           Dependency type  Impacted component\n"
+         "                             -> Required component\n"
+         "  + -> b  + depends          first  + second  + third\n"
+         "          + use\n"
+         "          +                  abcdefghijklmnopqrstuvwxyz\n"
+         "          +                  fourth\n"},
+        {"long values continue below",
+         "a k=" + digits + letters + letters + letters + "; a>a upstream_component=" + letters,
+         "a k=" + letters + letters + letters + digits + "; a>a upstream_component=" + letters +
+             letters + letters,
+         {"unchanged"},
+         {},
+         "~ a\n"
+         "      File property\n"
+         "    ~ k  0123456789abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyzabcdefghi\n"
+         "         jklmnopqrstuvwxyz\n"
+         "         \u2192 abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyzabcdefghijklmnopq\n"
+         "         rstuvwxyz0123456789\n"
+         "            Dependency type  Impacted component -> Required component\n"
+         "  ~ -> a  - depends          abcdefghijklmnopqrstuvwxyz\n"
+         "          +                  abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxy\n"
+         "                             zabcdefghijklmnopqrstuvwxyz\n"},
+        {"values are shortened on a terminal",
+         "a k=" + digits + letters + " " + letters + letters + "=value",
+         "a k=" + letters + digits + " " + letters + letters + "=value_2 l=" + digits + letters,
+         {"unchanged"},
+         {.columns = 40},
+         "~ a\n"
+         "      File property\n"
+         "    ~ abcdefghij...fghijklmnopqrstuvwxyz\n"
+         "        value \u2192 value 2\n"
+         "    ~ k\n"
+         "        012...stuvwxyz \u2192 abc...23456789\n"
+         "    + l\n"
+         "        012345678...ghijklmnopqrstuvwxyz\n"},
+        {"not if both sides would look alike",
+         "a k=" + digits + letters,
+         "a k=" + capitals,
+         {"unchanged"},
+         {.columns = 40},
+         "~ a\n"
+         "      File property\n"
+         "    ~ k  0123456789abcdefghijklmnopqrstu\n"
+         "         vwxyz\n"
+         "         \u2192 0123456789ABCDEFGHIJklmnopqrs\n"
+         "         tuvwxyz\n"},
+    };
+    for (const Case& example : cases) {
+        const Report report =
+            compare(graphOf(example.left), graphOf(example.right), filtersNamed(example.filters));
+        const std::string text = textOf(report, example.style);
+        const std::size_t begin = text.find("\n\n") + 2;
+        EXPECT_EQ(text.substr(begin, text.find("\n\n", begin) + 1 - begin), example.expected)
+            << example.about;
+    }
 }
 
-TEST(TextReport, entriesStandOnTheLeftAndTheirRowsBesideOrBelowThem) {
-    EXPECT_EQ(treeOf(oldFile, newFile, {}),
-              "= graph\n"
-              "= a\n"
-              "                                            Dependency type  Impacted component\n"
-              "                                                           -> Required component\n"
-              "  - -> c                                  - depends\n"
-              "  + -> d                                  + depends          f -> g\n"
-              "                                          + use\n"
-              "                                          +                  h\n"
-              "  ~ -> x (lib, name or type of an end changed)\n"
-              "                                          = depends\n"
-              "~ b\n"
-              "      File property\n"
-              "    ~ k  1 \u2192 2\n"
-              "    + long\n"
-              "  - -> c                                  - depends          line 1\n"
-              "- c\n"
-              "+ d\n");
-}
-
-TEST(TextReport, aHiddenEntryStandsWithoutASignAboveWhatIsVisible) {
-    EXPECT_EQ(treeOf(oldFile, newFile, {"nonstructural"}),
-              "a           Dependency type  Impacted component -> Required component\n"
-              "  - -> c  - depends\n"
-              "  + -> d  + depends          f -> g\n"
-              "          + use\n"
-              "          +                  h\n"
-              "b\n"
-              "  - -> c  - depends          line 1\n"
-              "- c\n"
-              "+ d\n");
-}
-
-TEST(TextReport, itEndsWithWhatIsHiddenWithTheLedgerAndTheCounts) {
-    const std::string text = textOf(compare(oldFile, newFile, filtersNamed({"nonstructural"})));
-    EXPECT_EQ(text.substr(0, header.size()), header);
+TEST(TextReport, itBeginsWithTheInputsAndEndsWithTheAccount) {
+    Report report = compare(graphOf(std::string(oldFile) + "; a>c; x>a"), graphOf(newFile),
+                            filtersNamed({"nonstructural"}));
+    report.ledger.sides[1].warnings = {"odd\n" + std::string(90, 'x')};
+    const std::string text = textOf(report);
+    EXPECT_EQ(text.substr(0, text.find("\n\n")),
+              "Comparing old (3 files, 8 dependencies)\n"
+              "with      new (3 files, 7 dependencies)");
     EXPECT_EQ(text.substr(text.find("\n\nHidden") + 2),
-              "Hidden by the non-structural filter: the graph, 2 files, 1 group, 3\n"
+              "Hidden by the non-structural filter: the graph, 2 files, 4 groups, 6\n"
               "       rows; show with --no-filter\n"
               "\n"
-              "Left   4 nodes: 3 files, 1 lib; 3 dependencies: 3 compared\n"
-              "Right  4 nodes: 3 files, 1 lib; 4 dependencies: 4 compared\n"
+              "Left   6 nodes: 3 files, 3 lib;\n"
+              "       8 dependencies: 6 compared, 1 duplicate, 1 leaving non-file nodes\n"
+              "Right  6 nodes: 3 files, 3 lib; 7 dependencies: 7 compared\n"
+              "       Warning: odd\\nxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx\n"
+              "       xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx\n"
               "\n"
               "                     added   removed   changed unchanged\n"
               "Files                    1         1         1         1\n"
-              "Groups                   1         2         1         0\n"
-              "Dependencies             3         2         0         1\n"
+              "Groups                   1         2         2         2\n"
+              "Dependencies             3         2         0         4\n"
               "File properties          1         0         1         0\n"
               "Graph properties         0         0         0         0\n");
-    EXPECT_EQ(textOf(compare(oldFile, newFile)).find("Hidden"), std::string::npos);
 }
 
-TEST(TextReport, graphsWithoutAVisibleDifferenceSaySo) {
-    const std::string other = graphML("<node id='a'><data key='k'>1</data></node>");
-    const std::string one = graphML("<node id='a'/>");
-    EXPECT_EQ(treeOf(one, one, {}), "No differences.\n");
-    EXPECT_EQ(treeOf(one, one, {"nonstructural"}), "No differences.\n");
-    EXPECT_EQ(treeOf(one, other, {"nonstructural"}), "No visible differences.\n");
-}
-
-TEST(TextReport, coloursGoBySignAndWidthByTerminal) {
-    const std::string file = graphML(
-        "<node id='src/deeply/nested/folder/with/a/file.cc'><data key='k'>a value that is too "
-        "long for this</data></node><node id='b'/>"
-        "<edge source='b' target='src/deeply/nested/folder/with/a/file.cc'/>");
-    EXPECT_EQ(treeOf(graphML("<node id='b'/>"), file, {}, {.colours = true, .columns = 40}),
-              "\x1b[2m= graph\x1b[0m\n"
-              "\x1b[2m= b\x1b[0m\n"
-              "                      \x1b[2m  Dependency type  Impacted component\x1b[0m\n"
-              "                      \x1b[2m  -> Required component\x1b[0m\n"
-              "  \x1b[32m+ -> s...a/file.cc\x1b[0m  \x1b[32m+ depends\x1b[0m\n"
-              "\x1b[32m+ src/deeply/...ed/folder/with/a/file.cc\x1b[0m\n"
-              "      \x1b[2mFile property\x1b[0m\n"
-              "    \x1b[32m+ k  a value t...s too long for this\x1b[0m\n");
-}
-
-TEST(TextReport, namesCannotSteerTheTerminal) {
-    const std::string text = treeOf(
-        graphML(""),
-        // NOLINTNEXTLINE(misc-misleading-bidirectional): that is what is tested.
-        graphML("<node id='a&#10;b\u202e\u009b1m'><data key='k&#9;'>\u009b2m</data></node>"), {});
+TEST(TextReport, namesCannotSteerTheTerminalNorTheLogOfABuild) {
+    const std::string name = "::warning" + std::string(90, ':');
+    const std::string older = graphOf(name + ";##[group]");
+    const std::string newer = graphOf(name + " k=::error" + std::string(99, ':') + ";##[group];" +
+                                      name + ">##[group];##[group]>" + name);
+    std::istringstream log(textOf(compare(older, newer)) +
+                           textOf(compare(older, newer, filtersNamed({"nonstructural"}))));
+    for (std::string line; std::getline(log, line);) {
+        line.erase(0, line.find_first_not_of(' '));
+        EXPECT_FALSE(line.starts_with("::") || line.starts_with("##")) << line;
+    }
+    const std::string text = textOf(
+        compare(test::graphML(""),
+                // NOLINTNEXTLINE(misc-misleading-bidirectional): that is what is tested.
+                test::graphML(
+                    "<node id='a&#10;b\u202e\u009b1m'><data key='k&#9;'>\u009b2m</data></node>")));
     EXPECT_NE(text.find("+ a\\nb\\u202e\\x9b1m\n"), std::string::npos) << text;
     EXPECT_NE(text.find("+ k\\t  \\x9b2m\n"), std::string::npos) << text;
 }

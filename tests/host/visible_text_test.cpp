@@ -1,46 +1,65 @@
 #include "output/visible_text.h"
 
+#include <tuple>
+
+#include <fl/i18n/ustring.h>
 #include <gtest/gtest.h>
 
 namespace depcompare {
 namespace {
 
-TEST(Visible, nothingThatSteersATerminalGetsThrough) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"C:\\new", "C:\\new"},
-        {"a\nb\tc\rd", "a\\nb\\tc\\rd"},
-        {"\x1b[31mred\x07\x7f", "\\x1b[31mred\\x07\\x7f"},
-        {"\u009b31m", "\\x9b31m"},
+using fl::i18n::ustring_to_utf8;
+
+TEST(Visible, nothingUnsafeGetsThrough) {
+    const std::pair<std::u16string, const char*> cases[] = {
+        {u"C:\\new \u00e4 \u65e5\u672c \U0001f600\ufe0f",
+         "C:\\new \u00e4 \u65e5\u672c \U0001f600\ufe0f"},
+        {u"a\nb\tc\rd", "a\\nb\\tc\\rd"},
+        {u"\x1b[31mred\x07\x7f\u009b", "\\x1b[31mred\\x07\\x7f\\x9b"},
         // NOLINTNEXTLINE(misc-misleading-bidirectional): that is what is tested.
-        {"cc.\u202egnp", "cc.\\u202egnp"},
-        {"\u2066x\u2069\u200f\u061c\u2028\ufeff", "\\u2066x\\u2069\\u200f\\u061c\\u2028\\ufeff"},
-        {"\u00e4 \u65e5\u672c \U0001f600", "\u00e4 \u65e5\u672c \U0001f600"},
-        {"\xff", "\ufffd"},
+        {u"\u202e\u2066\u2069\u200f\u061c\u2028", "\\u202e\\u2066\\u2069\\u200f\\u061c\\u2028"},
+        {u"a\u200b\u200d\u00ad\u2060\u180e\ufeff\u3164",
+         "a\\u200b\\u200d\\xad\\u2060\\u180e\\ufeff\\u3164"},
+        {u"\U000e0041\U000e0fff", "\\u{e0041}\\u{e0fff}"},
+        {u"\xdb40 \xdc41", "\ufffd \ufffd"},
     };
     for (const auto& [text, expected] : cases) {
-        EXPECT_EQ(visible(std::string_view(text)), expected);
+        EXPECT_EQ(ustring_to_utf8(visible(text)), expected);
     }
 }
 
 TEST(Shortened, longTextsLoseTheirMiddleAndNoHalfCharacters) {
-    struct Case {
-        const char16_t* text;
-        std::size_t columns;
-        const char16_t* expected;
+    using enum Measure;
+    const std::tuple<std::u16string, std::size_t, Measure, std::string> cases[] = {
+        {u"src/a.cc", 8, columns, "src/a.cc"},
+        {u"src/module/file.cc", 15, columns, "src/.../file.cc"},
+        {u"src/module/file.cc", 2, columns, "..."},
+        {u"abcdee\u0301", 2, columns, "..."},
+        {u"\U0001F600\U0001F600\U0001F600\U0001F600\U0001F600", 9, columns,
+         "\U0001F600...\U0001F600\U0001F600"},
+        {u"\u65E5\u672C\u65E5\u672C\u65E5", 9, columns, "\u65E5...\u672C\u65E5"},
+        {u"aaaaaaaaaae\u0301e\u0301", 6, columns, "a...e\u0301e\u0301"},
+        {u"aaaaaaaae\u0301bcd", 7, columns, "a...bcd"},
+        {u"\u65E5\u672C\u65E5", 3, units, "\u65E5\u672C\u65E5"},
+        {u"a\U0001F600bcdefghi\U0001F600jkl", 9, units, "a...jkl"},
+        {std::u16string(50, u'\u0301'), 9, units, "..."},
     };
-    const Case cases[] = {
-        {u"src/a.cc", 8, u"src/a.cc"},
-        {u"src/module/file.cc", 15, u"src/.../file.cc"},
-        {u"src/module/file.cc", 2, u"..."},
-        {u"\U0001F600\U0001F600\U0001F600\U0001F600\U0001F600", 9,
-         u"\U0001F600...\U0001F600\U0001F600"},
-        {u"\u65E5\u672C\u65E5\u672C\u65E5", 9, u"\u65E5...\u672C\u65E5"},
-        {u"aaaaaaaaaae\u0301e\u0301", 6, u"a...e\u0301e\u0301"},
+    for (const auto& [text, most, measure, expected] : cases) {
+        EXPECT_EQ(ustring_to_utf8(shortened(text, most, measure)), expected);
+    }
+}
+
+TEST(Broken, textIsBrokenAfterSpacesAndNeverInsideACharacter) {
+    const std::tuple<std::u16string, std::vector<std::u16string>> cases[] = {
+        {u"abcdefgh", {u"abcdef", u"gh"}},
+        {u"abcd efgh", {u"abcd ", u"efgh"}},
+        {u"a bcdefgh", {u"a bcde", u"fgh"}},
+        {u"\u3042\u3044\u3046\u3048", {u"\u3042\u3044\u3046", u"\u3048"}},
+        {u"abcde\U0001F600f", {u"abcde", u"\U0001F600f"}},
+        {u"abcdee\u0301f", {u"abcdee\u0301", u"f"}},
     };
-    for (const Case& example : cases) {
-        EXPECT_EQ(shortened(example.text, example.columns), example.expected);
-        EXPECT_LE(displayWidth(shortened(example.text, example.columns)),
-                  std::max<std::size_t>(example.columns, 3));
+    for (const auto& [text, expected] : cases) {
+        EXPECT_EQ(broken(text, 6), expected);
     }
 }
 

@@ -6,34 +6,99 @@
 #include <variant>
 #include <vector>
 
+#include <comparisons/combined_view_model.h>
 #include <comparisons/side.h>
+#include <comparisons/viewmodel/parameter_view_model.h>
 #include <fl/i18n/locale.h>
 
-#include "draft/marked_id.h"
 #include "output/json_writer.h"
-#include "reports/json/json_detail.h"
-#include "reports/json/json_overview.h"
+#include "presentation/account_json.h"
+#include "presentation/entry_label.h"
 
 namespace depcompare {
 
 namespace {
 
+using ::comparisons::DiffMetrics;
 using ::comparisons::indexOf;
 using ::comparisons::Side;
 using ::comparisons::sides;
+using ::comparisons::viewmodel::ParameterViewModel;
+using ::comparisons::viewmodel::parameter::tessel::ParameterTable;
 using dependency::comparisons::Item;
 using dependency::comparisons::ParallelDependencies;
 using dependency::graph::Graph;
 using dependency::graph::Node;
+using CombinedViewModel = ::comparisons::FilteredCombinedViewModel<Filters, 2>;
 using Match = PresentedTree::Match;
+using Row = ::comparisons::viewmodel::parameter::tessel::Entry;
+using ViewModel = PresentedTree::ViewModel;
 
-struct KindOf {
-    std::string_view operator()(const std::shared_ptr<const Graph>& /*graph*/) const {
-        return "graph";
+std::string_view wordOf(EntryKind kind) {
+    return kind == EntryKind::graph ? "graph" : kind == EntryKind::file ? "file" : "group";
+}
+
+void writeRow(const Row& row, JsonWriter& json) {
+    json.beginObject();
+    json.member("edit", nameOf(row->getEditTypes()[0]));
+    for (const Side side : sides) {
+        json.key(memberOf(side));
+        const auto& parameter = row->getParameters()[indexOf(side)]->getParameter();
+        if (!parameter) {
+            json.null();
+            continue;
+        }
+        json.beginObject();
+        json.member("name", parameter->getName());
+        json.member("value", parameter->getValue());
+        json.endObject();
     }
-    std::string_view operator()(const std::shared_ptr<Node>& /*node*/) const { return "file"; }
-    std::string_view operator()(const ParallelDependencies& /*group*/) const { return "group"; }
-};
+    json.endObject();
+}
+
+void writeTable(const ParameterTable& table, JsonWriter& json) {
+    json.key("columns");
+    json.beginArray();
+    for (const std::u16string& label : table->getViewOptions()->getColumnLabels()) {
+        json.text(label);
+    }
+    json.endArray();
+    json.key("rows");
+    json.beginArray();
+    for (const Row& row : table->getEntries()) {
+        writeRow(row, json);
+    }
+    json.endArray();
+}
+
+void writeMetrics(const DiffMetrics<2>& metrics, JsonWriter& json) {
+    json.beginArray();
+    for (const std::uint32_t count :
+         {metrics.leftOnly, metrics.rightOnly, metrics.changed, metrics.nested}) {
+        json.number(count);
+    }
+    json.endArray();
+}
+
+void writeViewModel(const ViewModel& viewModel, JsonWriter& json) {
+    json.beginObject();
+    json.member("type", viewModel.type());
+    if (const auto* table = dynamic_cast<const ParameterViewModel*>(&viewModel)) {
+        json.key("metrics");
+        writeMetrics(viewModel.metrics(), json);
+        writeTable(table->table(), json);
+    } else if (const auto* combined = dynamic_cast<const CombinedViewModel*>(&viewModel)) {
+        json.key("metrics");
+        writeMetrics(viewModel.metrics(), json);
+        json.key("parts");
+        json.beginArray();
+        for (const auto& part : combined->members()) {
+            writeViewModel(*part, json);
+        }
+        json.endArray();
+    }
+    json.endObject();
+}
 
 class JsonReport {
   public:
@@ -51,14 +116,7 @@ class JsonReport {
             json_.text(nameOf(filter));
         }
         json_.endArray();
-        for (const Side side : sides) {
-            json_.key(memberOf(side));
-            writeJsonInput(report_, indexOf(side), json_);
-        }
-        json_.key("summary");
-        writeJsonSummary(report_.summary, json_);
-        json_.key("ledger");
-        writeJsonLedger(report_.ledger, json_);
+        writeAccount(report_, json_);
         json_.key("tree");
         writeEntry(0);
         json_.endObject();
@@ -67,30 +125,30 @@ class JsonReport {
     // The ends of an entry, by the kind of item.
     void operator()(const std::shared_ptr<const Graph>& /*graph*/) {}
     void operator()(const std::shared_ptr<Node>& file) {
-        json_.member("id", idAsRead(file->getID()));
+        json_.member("id", idOf(*file));
         json_.member("name", file->getName());
         json_.member("type", file->getType()->getID());
     }
     void operator()(const ParallelDependencies& group) {
-        json_.member("upstream", idAsRead(group.upstream->getID()));
-        json_.member("downstream", idAsRead(group.downstream->getID()));
+        json_.member("upstream", idOf(*group.upstream));
+        json_.member("downstream", idOf(*group.downstream));
         json_.member("downstreamName", group.downstream->getName());
         json_.member("downstreamType", group.downstream->getType()->getID());
     }
 
   private:
-    /// Returns: the place of the entry behind this one and all below it.
+    /// Returns: the place after this entry and all below it.
     std::size_t writeEntry(std::size_t index) {
         const auto& entry = report_.tree->entries()[index];
         const Match match = entry.match;
         const auto& compared = report_.tree->compared(match);
         json_.breakLine();
         json_.beginObject();
-        json_.member("kind", std::visit(KindOf(), ::comparisons::anySide(compared.edit)));
+        json_.member("kind", wordOf(kindOf(::comparisons::anySide(compared.edit))));
         json_.member("edit", nameOf(match->getEditTypes().front()));
         json_.key("visible");
         json_.boolean(entry.visible != 0);
-        if (match->getIsOrderMove().any() || match->getIsHierMove().any()) {
+        if (PresentedTree::isMoved(match)) {
             json_.key("moved");
             json_.boolean(true);
         }
@@ -112,12 +170,12 @@ class JsonReport {
         const auto& entries = report_.tree->entries();
         std::size_t next = parent + 1;
         while (next < entries.size() && entries[next].parent == parent) {
-            next = leadsToVisible_[next] ? writeEntry(next) : behind(next);
+            next = leadsToVisible_[next] ? writeEntry(next) : after(next);
         }
         return next;
     }
 
-    [[nodiscard]] std::size_t behind(std::size_t index) const {
+    [[nodiscard]] std::size_t after(std::size_t index) const {
         const auto& entries = report_.tree->entries();
         std::size_t next = index + 1;
         while (next < entries.size() && entries[next].parent >= index) {
@@ -130,13 +188,13 @@ class JsonReport {
         const auto viewModel = report_.tree->shownDetail(match);
         json_.key("metrics");
         if (viewModel) {
-            writeJsonMetrics(viewModel->metrics(), json_);
+            writeMetrics(viewModel->metrics(), json_);
         } else {
             json_.null();
         }
         json_.key("detail");
         if (viewModel) {
-            writeJsonDetail(*viewModel, json_);
+            writeViewModel(*viewModel, json_);
         } else {
             json_.null();
         }

@@ -8,12 +8,12 @@
 
 namespace depcompare {
 
-/// Smaller limits have no room for the counts and for what is said of the rest.
+/// Smaller limits leave no room for the counts and the ending.
 inline constexpr std::size_t fewestMarkdownBytes = 4000;
 
-/// Writes what visibly differs in GitHub's Markdown: counts, then what was added and removed, then
-/// the changes, folded where they are many. No more than `mostBytes` are written; what has no room
-/// then is left out, the last first, and counted at the end.
+/// Writes the visible differences in GitHub's Markdown: counts, then what was added and removed, then
+/// the changes; long lists are folded. Writes no more than `mostBytes`: the last entries are left out
+/// then, and counted at the end.
 ///
 /// Requires: `mostBytes` not below `fewestMarkdownBytes`.
 void writeMarkdownReport(const Report& report, std::optional<std::size_t> mostBytes,

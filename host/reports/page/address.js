@@ -1,13 +1,10 @@
-// The part of the address behind "#": which entry, and how the reader sees it.
+// The address's fragment: which entry, and how the reader sees it.
 import { Comparison } from "./data.js";
 import { edits } from "./edits.js";
 import { View } from "./view.js";
 
 /** Longer IDs are not written out. */
 const longID = 500;
-
-/** The names of the filters, by the bit that each has in a choice. */
-const filterBits = ["unchanged", "nonstructural"];
 
 /**
  * @param {Comparison} data
@@ -30,10 +27,10 @@ export function addressOf(data, view, entry) {
     }
   }
   if (view.choice !== data.head.choice) {
-    parts.set("hide", filterBits.filter((_, bit) => (view.choice >> bit) & 1).join(","));
+    parts.set("hide", listOf(data.filters, view.choice));
   }
   if (view.only !== 0) {
-    parts.set("only", edits.map(({ name }) => name).filter((_, edit) => (view.only >> edit) & 1).join(","));
+    parts.set("only", listOf(edits, view.only));
   }
   if (view.query !== "") {
     parts.set("search", view.query.slice(0, longID));
@@ -42,12 +39,21 @@ export function addressOf(data, view, entry) {
 }
 
 /**
- * @param {string[]} names
- * @param {string | null} list
+ * @param {{name: string}[]} all
+ * @param {number} bits
+ * @returns {string} the names of those whose bit is set
  */
-function bitsOf(names, list) {
+function listOf(all, bits) {
+  return all.filter((_, bit) => (bits >> bit) & 1).map(({ name }) => name).join(",");
+}
+
+/**
+ * @param {{name: string}[]} all
+ * @param {string | null} list of names
+ */
+function bitsOf(all, list) {
   const listed = (list ?? "").split(",");
-  return names.reduce((bits, name, bit) => bits | (listed.includes(name) ? 1 << bit : 0), 0);
+  return all.reduce((bits, { name }, bit) => bits | (listed.includes(name) ? 1 << bit : 0), 0);
 }
 
 /**
@@ -55,12 +61,12 @@ function bitsOf(names, list) {
  * @param {string} address
  * @param {Comparison} data
  * @param {View} view
- * @returns {number} the entry; 0 where it is not to be found
+ * @returns {number} the entry; 0 if it does not exist
  */
 export function openAddress(address, data, view) {
   const parts = new URLSearchParams(address.replace(/^#/, ""));
-  view.choice = parts.has("hide") ? bitsOf(filterBits, parts.get("hide")) : data.head.choice;
-  view.only = bitsOf(edits.map(({ name }) => name), parts.get("only"));
+  view.choice = parts.has("hide") ? bitsOf(data.filters, parts.get("hide")) : data.head.choice;
+  view.only = bitsOf(edits, parts.get("only"));
   view.search(parts.get("search") ?? "");
   view.update();
   const number = Number(parts.get("entry"));
@@ -74,7 +80,7 @@ export function openAddress(address, data, view) {
   }
   const entry = data.entryOfFile[file];
   const needs = parts.get("needs");
-  for (let each = entry + 1; needs !== null && each < data.behind(entry); ++each) {
+  for (let each = entry + 1; needs !== null && each < data.after(entry); ++each) {
     if (data.id(data.targetOfEntry[each]) === needs) {
       return each;
     }

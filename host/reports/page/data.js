@@ -1,7 +1,7 @@
-// The comparison as the page holds it: columns with a value for each entry, unpacked at once, and
-// blocks of tables, unpacked when somebody looks at one of their entries.
+// The comparison as the page holds it: columns with one value per entry, unpacked at the start, and
+// blocks of tables, unpacked when one of their entries is shown.
 //
-// Entry 0 is the pair of graphs. Behind it stand the files, each followed by its groups.
+// Entry 0 is the pair of graphs. After it come the files, each followed by its groups.
 
 import { decoded, numbersIn, Texts, unpack } from "./packed.js";
 
@@ -27,6 +27,8 @@ export class Comparison {
    */
   constructor(head, columns) {
     this.head = head;
+    /** By the bit that each has in a choice. */
+    this.filters = /** @type {{name: string, title: string, hides: string}[]} */ (head.filters);
     this.codes = columns.entries;
     this.count = this.codes.length;
     this.files = /** @type {number} */ (head.files);
@@ -78,7 +80,7 @@ export class Comparison {
     return (this.codes[entry] & 4) !== 0;
   }
   /**
-   * It changed, and no row of its tables did.
+   * It changed, but no row of its tables did.
    * @param {number} entry
    */
   changedWithoutRow(entry) {
@@ -104,16 +106,16 @@ export class Comparison {
    */
   groupChanges(entry) {
     const counts = [0, 0, 0, 0];
-    for (const end = this.behind(entry++); entry < end; ++entry) {
+    for (const end = this.after(entry++); entry < end; ++entry) {
       ++counts[this.edit(entry)];
     }
     return counts.slice(0, 3);
   }
   /**
-   * The entry behind this file and its groups.
+   * The entry after this file and its groups.
    * @param {number} entry of a file
    */
-  behind(entry) {
+  after(entry) {
     return entry + 1 + this.groupCounts[this.fileOfEntry[entry]];
   }
   /** @param {number} node */
@@ -125,7 +127,7 @@ export class Comparison {
     return this.ids.at(node);
   }
   /**
-   * Empty where the node is called as its ID.
+   * Empty if it is the ID.
    * @param {number} node
    */
   name(node) {

@@ -1,6 +1,6 @@
-// What is known of one entry: what it is, its tables with both sides, and a file's neighbourhood.
+// One entry in full: its name and edit, its tables with both sides, and a file's neighbourhood.
 import { Comparison } from "./data.js";
-import { badgeOf, signOf } from "./edits.js";
+import { badgeOf, edits, signOf } from "./edits.js";
 import { overviewOf } from "./overview.js";
 import { legend, neighboursOf, pictureOf } from "./picture.js";
 import { counted, element, graphText, pathText, plainNumber, wholeText } from "./text.js";
@@ -84,7 +84,7 @@ export class DetailPane {
   }
 
   /**
-   * What the ID of a node does not say.
+   * A node's name and type, unless its ID implies them.
    * @param {number} node
    * @param {string} whose
    */
@@ -120,7 +120,7 @@ export class DetailPane {
   }
 
   /**
-   * What the sides call the ends, where they do not agree.
+   * The names and types on both sides, if they differ.
    * @param {number} entry
    * @param {import("./data.js").End[][] | null} ends
    * @returns {Node[]}
@@ -132,12 +132,11 @@ export class DetailPane {
     const words = ends[0].length === 1 ? ["The file"] : ["The file that needs", "What it needs"];
     const rows = [];
     for (let end = 0; end < ends[0].length; ++end) {
-      for (const [what, key] of /** @type {["name" | "type", string][]} */ ([["name", "name"], ["type", "type"]])
-          .map(([key, what]) => [what, key])) {
+      for (const key of /** @type {["name", "type"]} */ (["name", "type"])) {
         const [left, right] = [ends[0][end][key], ends[1][end][key]];
         if (left !== right) {
           rows.push(element("tr", { class: "changed" }, element("td", {}, signOf(2)),
-                            element("th", { scope: "row" }, `${words[end]}: ${what}`),
+                            element("th", { scope: "row" }, `${words[end]}: ${key}`),
                             element("td", {}, wholeText(left)), element("td", {}, wholeText(right))));
         }
       }
@@ -171,7 +170,7 @@ export class DetailPane {
       made.push(element("p", { class: "note" }, "The file has no properties."));
     }
     if (this.data.isGroup(entry) && this.data.changedWithoutRow(entry) && hidden === 0) {
-      made.push(element("p", { class: "note" }, "No dependency came or went; what changed is the content of one, or an end."));
+      made.push(element("p", { class: "note" }, "No dependency was added or removed; the name or type of an end changed."));
     }
     return made;
   }
@@ -287,5 +286,5 @@ function tableRow(row, sameNames) {
                        side && (side.value === "" ? element("i", { class: "empty" }, "empty")
                                                   : wholeText(side.value))));
   }
-  return element("tr", { class: ["added", "removed", "changed", "unchanged"][row.edit] }, ...cells);
+  return element("tr", { class: edits[row.edit].name }, ...cells);
 }

@@ -1,14 +1,15 @@
 # Writes OUTPUT, a source file that holds the page of FOLDER: template.html with style.css and the
-# scripts in it. SCRIPTS names the modules; each comes behind those that it imports from.
+# scripts in it. SCRIPTS names the modules; each comes after those that it imports from. UNSAFE is the
+# file of unsafe characters, whose ranges replace `{unsafe}`.
 #
-# Modules are joined into one script. An import and an export are written at the beginning of a line,
-# as `import { a, b } from "./c.js";` and `export function a(b)`, and what a module keeps to itself
-# has a name that no other module uses.
+# Modules are joined into one script. Imports and exports begin a line, as
+# `import { a, b } from "./c.js";` and `export function a(b)`, and no two modules use one name at their
+# outermost level.
 cmake_policy(SET CMP0054 NEW)
 
 set(pieces "")
 
-# A piece has room for less than what compilers take for one literal.
+# Compilers limit the length of a literal.
 function(add_text text)
   string(LENGTH "${text}" length)
   set(added "")
@@ -47,6 +48,13 @@ foreach(module IN LISTS SCRIPTS)
   string(REGEX REPLACE "(^|\n)export " "\\1" text "${text}")
   string(APPEND script "\n// ${module}\n${text}")
 endforeach()
+set(unsafe "")
+file(STRINGS "${UNSAFE}" ranges REGEX "^UNSAFE")
+foreach(range IN LISTS ranges)
+  string(REGEX REPLACE "UNSAFE.0x([0-9A-F]+), 0x([0-9A-F]+)." "\\\\u{\\1}-\\\\u{\\2}" range "${range}")
+  string(APPEND unsafe "${range}")
+endforeach()
+string(REPLACE "{unsafe}" "${unsafe}" script "${script}")
 hash_of("${style}" style_hash)
 hash_of("${script}" script_hash)
 

@@ -11,7 +11,7 @@ enum class PageSlot : std::uint8_t { none, title, changes, data };
 
 struct PagePiece {
     std::string_view text;
-    PageSlot next = PageSlot::none;  ///< what stands behind the text
+    PageSlot next = PageSlot::none;  ///< what follows the text
 };
 
 [[nodiscard]] std::span<const PagePiece> embeddedPage() noexcept;

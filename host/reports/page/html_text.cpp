@@ -11,10 +11,6 @@ namespace {
 
 constexpr std::size_t longestText = 400;
 
-bool isSecondHalf(char16_t unit) {
-    return unit >= 0xDC00 && unit <= 0xDFFF;
-}
-
 std::string escaped(std::string_view utf8) {
     std::string html;
     html.reserve(utf8.size());
@@ -45,14 +41,10 @@ std::string escaped(std::string_view utf8) {
 }  // namespace
 
 std::string htmlText(std::u16string_view text) {
-    if (text.size() <= longestText) {
-        return escaped(fl::i18n::ustring_to_utf8(visible(text)));
-    }
-    std::size_t length = longestText;
-    while (isSecondHalf(text[length])) {
-        --length;
-    }
-    return fmt::format("{}\u2026 ({} characters)", htmlText(text.substr(0, length)), text.size());
+    const std::u16string shown = shortened(text, longestText, Measure::units);
+    const std::string html = escaped(fl::i18n::ustring_to_utf8(visible(shown)));
+    return shown.size() == text.size() ? html
+                                       : fmt::format("{} ({} characters)", html, text.size());
 }
 
 std::string htmlText(std::string_view utf8) {

@@ -5,9 +5,8 @@
 
 namespace depcompare {
 
-/// Returns: UTF-8 for the content of an element or a quoted attribute, that no browser takes for
-///          markup and that cannot turn the direction of what is around it; see `visible`. Very long
-///          text is cut, which then is said.
+/// Returns: UTF-8 for the content of an element or a quoted attribute that no browser takes for
+///          markup; see `visible`. Very long text is shortened, with a note.
 [[nodiscard]] std::string htmlText(std::u16string_view text);
 [[nodiscard]] std::string htmlText(std::string_view utf8);
 

@@ -74,7 +74,7 @@ export function lineElement(data, view, line, active) {
   if (shown) {
     made.append(signOf(data.edit(entry)));
   } else if (entry !== 0) {
-    made.append(element("span", { class: "sign context", title: "Hidden by the filters; here for what is below" }));
+    made.append(element("span", { class: "sign context", title: "Hidden by the filters; listed for what is below" }));
   }
   made.append(...labelOf(data, entry));
   return made;

@@ -98,16 +98,15 @@ class Page {
   }
 
   makeSwitches() {
-    const words = [["Hide unchanged", "What is the same on both sides"],
-                   ["Hide non-structural", "What differs in properties only; files and dependencies that came or went stay"]];
-    return words.map(([label, title], bit) => {
+    return this.data.filters.map(({ name, title, hides }, bit) => {
       const input = /** @type {HTMLInputElement} */ (element("input", {
-        type: "checkbox", role: "switch", "data-filter": ["unchanged", "nonstructural"][bit],
+        type: "checkbox", role: "switch", "data-filter": name,
         onchange: () => {
           this.filter(this.view.choice ^ (1 << bit));
         },
       }));
-      return { input, bit, box: element("label", { class: "switch", title }, input, element("span", {}, label)) };
+      return { input, bit, box: element("label", { class: "switch", title: `Hides ${hides}` }, input,
+                                        element("span", {}, `Hide ${title}`)) };
     });
   }
 
@@ -149,7 +148,7 @@ class Page {
   }
 
   /**
-   * Goes to an entry as a link does: the way back leads here.
+   * Goes to an entry as a link does, with a step in the history.
    * @param {number} entry
    */
   follow(entry) {
@@ -177,7 +176,7 @@ async function start() {
     document.documentElement.dataset.ready = String(Math.round(performance.now() - began));
   } catch (error) {
     byID("plain").prepend(element("p", { class: "trouble", role: "alert" },
-                                  `The interactive part could not start (${error}). The changes stand below.`));
+                                  `The interactive part could not start (${error}). The changes are listed below.`));
     byID("app").hidden = true;
     document.documentElement.classList.remove("scripted");
     throw error;

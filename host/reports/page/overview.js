@@ -1,4 +1,4 @@
-// The comparison in numbers: what differs, and what became of all that the files contained.
+// The comparison in numbers: what differs, and what became of everything that the files contained.
 import { Comparison } from "./data.js";
 import { edits, signOf, tallyOf } from "./edits.js";
 import { counted, element, graphText, pathText, plainNumber, wholeText } from "./text.js";
@@ -8,7 +8,7 @@ const kinds = [["files", "Files"], ["groups", "Groups"], ["dependencies", "Depen
                ["fileProperties", "File properties"], ["graphProperties", "Graph properties"]];
 
 /**
- * The two numbers that people ask for first.
+ * The two most important counts.
  * @param {Comparison} data
  * @returns {HTMLElement[]}
  */
@@ -52,10 +52,10 @@ function sideOf(data, side) {
   const dependencies = [`${counted(ledger.dependencies, "dependency", "dependencies")}: ` +
                         `${plainNumber(ledger.compared)} compared`];
   if (ledger.folded) {
-    dependencies.push(`${plainNumber(ledger.folded)} folded into an equal one`);
+    dependencies.push(counted(ledger.folded, "duplicate"));
   }
   if (ledger.leavingOtherNodes) {
-    dependencies.push(`${plainNumber(ledger.leavingOtherNodes)} of nodes that are no files`);
+    dependencies.push(`${plainNumber(ledger.leavingOtherNodes)} leaving non-file nodes`);
   }
   const list = element("p", {});
   facts.flatMap((fact, i) => [i > 0 ? ", " : "", fact].flat()).forEach((part) => list.append(part));
@@ -125,13 +125,13 @@ export function overviewOf(data, follow) {
  * @returns {string}
  */
 export function hiddenBy(data, choice) {
-  return data.head.choices[choice].filters.map((filter) => {
+  return data.head.choices[choice].hidden.map((filter) => {
     const parts = [
       filter.graphs && "the graph",
       filter.files && counted(filter.files, "file"),
       filter.groups && counted(filter.groups, "group"),
       filter.rows && counted(filter.rows, "row"),
     ].filter(Boolean);
-    return parts.length > 0 && `${filter.title}: ${parts.join(", ")}`;
+    return parts.length > 0 && `${filter.filter}: ${parts.join(", ")}`;
   }).filter(Boolean).join("; ");
 }

@@ -46,7 +46,7 @@ export function numbersIn(bytes, count) {
   return numbers;
 }
 
-/** Texts that stand one after the other. */
+/** Texts stored one after the other. */
 export class Texts {
   /**
    * @param {string} letters

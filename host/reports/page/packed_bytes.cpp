@@ -45,7 +45,7 @@ class PackedBytes::Deflater {
             stream_.next_out = reinterpret_cast<Bytef*>(piece.data());
             stream_.avail_out = static_cast<uInt>(piece.size());
             if (::deflate(&stream_, flush) == Z_STREAM_ERROR) {
-                throw std::logic_error("a compressed stream is in disorder");
+                throw std::logic_error("zlib refuses to compress");
             }
             packed_.append(piece.data(), piece.size() - stream_.avail_out);
         } while (stream_.avail_out == 0);
@@ -62,7 +62,8 @@ class PackedBytes::Deflater {
 PackedBytes::PackedBytes() = default;
 PackedBytes::~PackedBytes() = default;
 
-void PackedBytes::add(std::string_view bytes) {
+void PackedBytes::write(std::string_view bytes) {
+    size_ += bytes.size();
     while (waiting_.size() + bytes.size() > pieceBytes) {
         const std::size_t room = pieceBytes - waiting_.size();
         waiting_.append(bytes.substr(0, room));

@@ -1,13 +1,16 @@
 #pragma once
-// Bytes in few letters: what a text file holds of a large table.
+// Base64 text of a compressed table.
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
 
+#include "output/output.h"
+
 namespace depcompare {
 
-/// Takes bytes as they come and keeps them compressed.
-class PackedBytes {
+/// Takes bytes piece by piece and keeps them compressed.
+class PackedBytes final : public Sink {
   public:
     enum class Packing { plain, deflate };
 
@@ -18,19 +21,22 @@ class PackedBytes {
     };
 
     PackedBytes();
-    PackedBytes(const PackedBytes&) = delete;
-    PackedBytes& operator=(const PackedBytes&) = delete;
-    ~PackedBytes();
+    ~PackedBytes() override;
 
-    void add(std::string_view bytes);
+    void write(std::string_view bytes) override;
     void addByte(unsigned byte) {
         const char unit = static_cast<char>(byte);
-        add({&unit, 1});
+        write({&unit, 1});
     }
     /// In groups of seven bits, the lowest first, each but the last with the highest bit set.
     void addNumber(std::size_t number);
 
-    /// Returns: everything that was added, plain where it is little; call it once, at the end.
+    /// Returns: how many bytes were written.
+    [[nodiscard]] std::size_t size() const { return size_; }
+
+    /// Returns: everything that was written, plain if that is little.
+    ///
+    /// Requires: no call after this one.
     [[nodiscard]] Packed take();
 
   private:
@@ -38,6 +44,7 @@ class PackedBytes {
 
     void spill();
 
+    std::size_t size_ = 0;
     std::string waiting_;  // not compressed yet
     std::unique_ptr<Deflater> deflater_;
 };

@@ -2,17 +2,12 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
-#include <variant>
 
 #include <fmt/format.h>
 
-#include "presentation/counts_table.h"
 #include "presentation/entry_label.h"
 #include "presentation/entry_table.h"
 #include "presentation/ledger_text.h"
-#include "presentation/text_style.h"
-#include "reports/json/json_detail.h"
 #include "reports/page/html_text.h"
 
 namespace depcompare {
@@ -20,21 +15,17 @@ namespace depcompare {
 namespace {
 
 using ::comparisons::EditType;
-using dependency::comparisons::ParallelDependencies;
 using Entry = PresentedTree::Entry;
 
 constexpr std::size_t mostLines = 2000;
 
-std::string_view signOf(EditType type) {
-    const char sign = lookOf(type).sign;
-    return sign == '+' ? "+" : sign == '-' ? "\u2212" : sign == '~' ? "~" : "=";
-}
-
 void writeSign(EditType type, Output& output) {
-    output.print("<span class=\"sign {0}\" title=\"{0}\">{1}</span> ", nameOf(type), signOf(type));
+    const char sign = signOf(type);
+    output.print("<span class=\"sign {0}\" title=\"{0}\">{1}</span> ", nameOf(type),
+                 sign == '-' ? std::string("\u2212") : std::string(1, sign));
 }
 
-void writeCell(const TextCell& cell, Output& output) {
+void writeCell(const TableCell& cell, Output& output) {
     output.print("<bdi>{}</bdi>", htmlText(cell.before));
     if (cell.changed) {
         output.print(" \u2192 <bdi>{}</bdi>", htmlText(cell.after));
@@ -49,7 +40,7 @@ class Changes {
         const auto leadsToVisible = tree_.leadsToVisible();
         output_.write("<ul class=\"changes\">\n");
         for (const Entry& entry : tree_.entries()) {
-            // Everything hangs on the root; nobody needs to read that.
+            // Every entry is below the root, so an item for it would say nothing.
             const bool isRoot = entry.parent == PresentedTree::noParent;
             if (entry.visible != 0 || (leadsToVisible[entry.match->getIndex()] && !isRoot)) {
                 write(entry);
@@ -71,8 +62,8 @@ class Changes {
             left_ += entry.visible != 0 ? 1U : 0U;
             return;
         }
-        const auto& edit = tree_.compared(entry.match).edit;
-        close(std::holds_alternative<ParallelDependencies>(anySide(edit)) ? 1 : 0);
+        const EntryLabel label = labelOf(tree_, entry.match);
+        close(label.kind == EntryKind::group ? 1 : 0);
         if (depth_ == 1 && !inList_) {
             output_.write("<ul>");
             inList_ = true;
@@ -80,40 +71,37 @@ class Changes {
         output_.write("<li>");
         ++depth_;
         ++lines_;
-        writeLabel(entry);
+        if (entry.visible != 0) {
+            writeSign(label.edit, output_);
+        }
+        writeLabel(label);
         if (entry.visible != 0) {
             writeRows(entry);
         }
     }
 
-    void writeLabel(const Entry& entry) {
-        const EntryLabel label = labelOf(tree_, entry.match);
-        if (entry.visible != 0) {
-            writeSign(entry.match->getEditTypes().front(), output_);
+    void writeLabel(const EntryLabel& label) {
+        const bool isGroup = label.kind == EntryKind::group;
+        const auto text = label.kind == EntryKind::graph ? u"graph"
+                          : isGroup                      ? label.downstream
+                                                         : label.id;
+        output_.print("{}<bdi>{}</bdi>", isGroup ? "\u2192 " : "", htmlText(text));
+        if (label.downstreamType) {
+            output_.print(" <small><bdi>{}</bdi></small>", htmlText(*label.downstreamType));
         }
-        std::u16string_view text = label.text;
-        if (depth_ == 2 && text.starts_with(u"-> ")) {
-            text.remove_prefix(3);
-            output_.write("\u2192 ");
-        }
-        output_.print("<bdi>{}</bdi>", htmlText(text));
-        if (!label.note.empty()) {
-            output_.print("<small>{}</small>", htmlText(label.note));
+        for (const std::string_view remark : label.remarks()) {
+            output_.print(" <small>{}</small>", remark);
         }
     }
 
     void writeRows(const Entry& entry) {
-        const auto detail = tree_.shownDetail(entry.match);
-        if (!detail) {
-            return;
-        }
-        const TextTable table = textTableOf(*detail, tree_.compared(entry.match).edit);
+        const EntryTable table = tableOf(tree_, entry.match);
         if (table.rows.empty()) {
             return;
         }
         const std::string_view between = depth_ == 2 ? " \u2192 " : ": ";
         output_.write("<ul class=\"rows\">");
-        for (const TextRow& row : table.rows) {
+        for (const TableRow& row : table.rows) {
             ++lines_;
             output_.write("<li>");
             writeSign(row.edit, output_);
@@ -143,7 +131,7 @@ class Changes {
 
     const PresentedTree& tree_;
     Output& output_;
-    int depth_ = 0;        // items that are open: of a file, of a group
+    int depth_ = 0;        // how many items are open: a file's, a group's
     bool inList_ = false;  // the list of groups is open
     std::size_t lines_ = 0;
     std::size_t left_ = 0;
@@ -153,9 +141,8 @@ void writeInputs(const Report& report, Output& output) {
     output.write("<p class=\"inputs\">");
     for (std::size_t side = 0; side < report.inputs.size(); ++side) {
         const LoadedGraph& input = report.inputs[side];
-        output.print("{}<bdi>{}</bdi> ({}, {})", side == 0 ? "" : " compared with ",
-                     htmlText(input.source), counted(input.files, "file", "files"),
-                     counted(input.dependencies, "dependency", "dependencies"));
+        output.print("{}<bdi>{}</bdi> ({})", side == 0 ? "" : " compared with ",
+                     htmlText(input.source), contentsOf(input));
     }
     output.write("</p>\n");
 }
@@ -169,10 +156,10 @@ void writeCountsTable(const Summary& summary, Output& output) {
         output.print("{}</th>", nameOf(type));
     }
     output.write("</tr></thead><tbody>\n");
-    for (const auto& [kind, counts] : countsByKind(summary)) {
+    for (const auto& [name, title, counts] : summary.byKind()) {
         output.print(
             "<tr><th scope=\"row\">{}</th><td>{}</td><td>{}</td><td>{}</td><td>{}</td></tr>\n",
-            kind, counts.added, counts.removed, counts.changed, counts.unchanged);
+            title, counts.added, counts.removed, counts.changed, counts.unchanged);
     }
     output.write("</tbody></table>\n");
 }
@@ -186,27 +173,18 @@ void writeWarnings(const Report& report, Output& output) {
     }
 }
 
-void writeHidden(const Visibility& visibility, Output& output) {
-    for (const HiddenByFilter& hidden : visibility.hidden) {
-        if (hidden.entries.all() + hidden.rows != 0) {
-            output.print("<p>Hidden by the {} filter: {}, {}.</p>\n", titleOf(hidden.filter),
-                         counted(hidden.entries.all(), "entry", "entries"),
-                         counted(hidden.rows, "row", "rows"));
-        }
-    }
-}
-
 }  // namespace
 
 void writePageChanges(const Report& report, Output& output) {
     writeInputs(report, output);
     writeWarnings(report, output);
     writeCountsTable(report.summary, output);
-    writeHidden(report.ledger.visibility, output);
+    for (const std::string& line : hiddenLines(report.ledger.visibility)) {
+        output.print("<p>{}.</p>\n", line);
+    }
     output.write("<h2>Changes</h2>\n");
-    if (!report.tree->showsDifference()) {
-        output.write(report.summary.showsDifference ? "<p>No visible differences.</p>\n"
-                                                    : "<p>No differences.</p>\n");
+    if (const std::string_view verdict = report.verdict(); !verdict.empty()) {
+        output.print("<p>{}</p>\n", verdict);
         return;
     }
     Changes(report, output).write();

@@ -12,11 +12,9 @@
 #include <fl/i18n/ustring.h>
 #include <fmt/format.h>
 
-#include "draft/marked_id.h"
 #include "output/json_writer.h"
+#include "presentation/account_json.h"
 #include "presentation/switched_trees.h"
-#include "reports/json/json_detail.h"
-#include "reports/json/json_overview.h"
 #include "reports/page/packed_bytes.h"
 #include "reports/page/page_details.h"
 
@@ -24,10 +22,7 @@ namespace depcompare {
 
 namespace {
 
-using ::comparisons::EditType;
-using ::comparisons::indexOf;
 using ::comparisons::Side;
-using ::comparisons::sides;
 using dependency::comparisons::Item;
 using dependency::comparisons::ItemEdit;
 using dependency::comparisons::ParallelDependencies;
@@ -41,17 +36,17 @@ struct TextColumn {
     PackedBytes lengths;
 
     void add(std::u16string_view text) {
-        letters.add(fl::i18n::ustring_to_utf8(text));
+        letters.write(fl::i18n::ustring_to_utf8(text));
         lengths.addNumber(text.size());
     }
 };
 
-/// The nodes that entries speak of, each by a number: files in the order of the tree, then others.
+/// The nodes of all entries by number: files in the order of the tree, then others.
 class NodeTable {
   public:
-    /// Returns: its number. What a node is called is taken from where it is met first.
+    /// Returns: its number. Its name and type are those of the first occurrence.
     std::size_t add(const Node& node) {
-        const auto [place, isNew] = numbers_.try_emplace(idAsRead(node.getID()), numbers_.size());
+        const auto [place, isNew] = numbers_.try_emplace(idOf(node), numbers_.size());
         if (isNew) {
             const std::u16string name = node.getName();
             ids_.add(place->first);
@@ -95,10 +90,10 @@ const Item& newestSide(const ItemEdit& edit) {
     return right ? *right : *edit[Side::left];
 }
 
-/// The columns of the tree: one of entries, and one each of what files and what groups have.
-class EntryTable {
+/// The columns of the tree: those of entries, of files and of groups.
+class EntryColumns {
   public:
-    explicit EntryTable(const SwitchedTrees& trees) : trees_(trees) {
+    explicit EntryColumns(const SwitchedTrees& trees) : trees_(trees) {
         // Files have the first numbers, so that a file's place is its node's number.
         for (const auto& entry : tree().entries()) {
             if (const auto* file = std::get_if<std::shared_ptr<Node>>(
@@ -133,7 +128,7 @@ class EntryTable {
         json.endArray();
     }
 
-    // What an item adds besides its entry.
+    // What an item adds to the columns of files and groups.
     void operator()(const std::shared_ptr<const Graph>& /*graph*/) {}
     void operator()(const std::shared_ptr<Node>& /*file*/) {
         endFile();
@@ -152,9 +147,8 @@ class EntryTable {
         const Match match = tree().entries()[index].match;
         const auto metrics = tree().metrics(match).value_or(::comparisons::DiffMetrics<2>());
         const auto edit = match->getEditTypes().front();
-        const bool moved = match->getIsOrderMove().any() || match->getIsHierMove().any();
-        const bool withoutRow = edit == EditType::changed && metrics.areZero();
-        codes_.addByte(static_cast<unsigned>(edit) | (moved ? 4U : 0U) | (withoutRow ? 8U : 0U) |
+        codes_.addByte(static_cast<unsigned>(edit) | (PresentedTree::isMoved(match) ? 4U : 0U) |
+                       (tree().changedWithoutRow(match) ? 8U : 0U) |
                        static_cast<unsigned>(trees_.choicesThatShow(index)) << 4U);
         for (const std::uint32_t count : {metrics.rightOnly, metrics.leftOnly, metrics.changed}) {
             changes_.addNumber(count);
@@ -184,12 +178,11 @@ class EntryTable {
 void writeChoice(const PresentedTree& tree, JsonWriter& json) {
     const Visibility visibility = tree.visibility();
     json.beginObject();
-    json.key("filters");
+    json.key("hidden");
     json.beginArray();
     for (const HiddenByFilter& hidden : visibility.hidden) {
         json.beginObject();
-        json.member("name", nameOf(hidden.filter));
-        json.member("title", titleOf(hidden.filter));
+        json.member("filter", titleOf(hidden.filter));
         json.member("graphs", hidden.entries.graphs);
         json.member("files", hidden.entries.files);
         json.member("groups", hidden.entries.groups);
@@ -202,19 +195,22 @@ void writeChoice(const PresentedTree& tree, JsonWriter& json) {
     json.endObject();
 }
 
-void writeHead(const Report& report, const SwitchedTrees& trees, const EntryTable& entries,
+void writeHead(const Report& report, const SwitchedTrees& trees, const EntryColumns& entries,
                const std::vector<std::size_t>& blocks, JsonWriter& json) {
     json.beginObject();
     json.member("version", std::uint64_t{1});
     json.member("locale", fl::i18n::Locale::global().name());
-    for (const Side side : sides) {
-        json.key(memberOf(side));
-        writeJsonInput(report, indexOf(side), json);
+    writeAccount(report, json);
+    json.key("filters");
+    json.beginArray();
+    for (const Filters& filter : allFilters()) {
+        json.beginObject();
+        json.member("name", nameOf(filter));
+        json.member("title", titleOf(filter));
+        json.member("hides", hiddenThingsOf(filter));
+        json.endObject();
     }
-    json.key("summary");
-    writeJsonSummary(report.summary, json);
-    json.key("ledger");
-    writeJsonLedger(report.ledger, json);
+    json.endArray();
     json.key("choices");
     json.beginArray();
     for (const auto& tree : trees.trees()) {
@@ -241,10 +237,10 @@ void writePageData(const Report& report, Output& output) {
         details.add(entry);
     }
     details.finish();
-    EntryTable entries(trees);
+    EntryColumns entries(trees);
     entries.write(output);
     PackedBytes head;
-    Output headOutput([&](std::string_view text) { head.add(text); });
+    Output headOutput(head);
     JsonWriter json(headOutput);
     writeHead(report, trees, entries, details.firstEntries(), json);
     headOutput.flush();

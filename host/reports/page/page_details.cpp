@@ -64,7 +64,7 @@ class EntryWriter {
     }
 
   private:
-    // Nearly always both sides say the same, which the page knows from elsewhere.
+    // Nearly always both sides agree, and the page's columns have their names and types.
     void writeEnds(const ItemEdit& edit) {
         const auto& left = edit[Side::left];
         const auto& right = edit[Side::right];
@@ -136,34 +136,24 @@ void writePacked(std::string_view name, PackedBytes& bytes, Output& output) {
 void PageDetails::add(std::size_t entry) {
     if (!block_) {
         block_ = std::make_unique<PackedBytes>();
-        blockBytes_ = 0;
         firstEntries_.push_back(entry);
-        block_->add("[");
-    } else {
-        block_->add(",");
     }
-    write(entry);
-    if (blockBytes_ >= blockSize) {
+    Output output(*block_);
+    output.write(block_->size() == 0 ? "[" : ",");
+    const auto match = trees_.unfiltered().entries()[entry].match;
+    EntryWriter(output).write(trees_.unfiltered().compared(match).edit, trees_.detail(entry));
+    output.flush();
+    if (block_->size() >= blockSize) {
         finish();
     }
 }
 
 void PageDetails::finish() {
     if (block_) {
-        block_->add("]");
+        block_->write("]");
         writePacked(fmt::format("block-{}", firstEntries_.size() - 1), *block_, output_);
         block_.reset();
     }
-}
-
-void PageDetails::write(std::size_t entry) {
-    Output output([this](std::string_view text) {
-        block_->add(text);
-        blockBytes_ += text.size();
-    });
-    const auto match = trees_.unfiltered().entries()[entry].match;
-    EntryWriter(output).write(trees_.unfiltered().compared(match).edit, trees_.detail(entry));
-    output.flush();
 }
 
 }  // namespace depcompare

@@ -10,16 +10,16 @@
 
 namespace depcompare {
 
-/// Writes an element that holds packed bytes, which the page finds by its name.
+/// Writes an element of packed bytes, which the page finds by name.
 void writePacked(std::string_view name, PackedBytes& bytes, Output& output);
 
-/// Writes a block as soon as it is full. A block is a JSON array with an element for each of its
-/// entries, see `docs/page.md`.
+/// Writes a block as soon as it is full. A block is a JSON array with one element per entry; see
+/// `docs/page.md`.
 class PageDetails {
   public:
     PageDetails(const SwitchedTrees& trees, Output& output) : trees_(trees), output_(output) {}
 
-    /// Requires: one entry after the other, from 0.
+    /// Requires: every entry in turn, from 0.
     void add(std::size_t entry);
     void finish();
 
@@ -27,13 +27,10 @@ class PageDetails {
     [[nodiscard]] const std::vector<std::size_t>& firstEntries() const { return firstEntries_; }
 
   private:
-    void write(std::size_t entry);
-
     const SwitchedTrees& trees_;
     Output& output_;
     std::vector<std::size_t> firstEntries_;
     std::unique_ptr<PackedBytes> block_;
-    std::size_t blockBytes_ = 0;
 };
 
 }  // namespace depcompare

@@ -8,7 +8,7 @@ namespace depcompare {
 /// Writes a page that shows the changes as text, and with scripts everything, under any choice of
 /// filters.
 ///
-/// Complexity: the comparison's tables are made once for each choice of filters.
+/// Complexity: makes the comparison's tables once per choice of filters.
 void writePage(const Report& report, Output& output);
 
 }  // namespace depcompare

@@ -51,14 +51,14 @@ export function neighboursOf(data, file) {
       (entry) => ({ entry, node: data.fileOfEntry[entry], edit: data.edit(entry) }));
   const itNeeds = [];
   const own = data.entryOfFile[file];
-  for (let entry = own + 1; entry < data.behind(own); ++entry) {
+  for (let entry = own + 1; entry < data.after(own); ++entry) {
     itNeeds.push({ entry, node: data.targetOfEntry[entry], edit: data.edit(entry) });
   }
   return { needsIt: sorted(data, needsIt), itNeeds: sorted(data, itNeeds) };
 }
 
 /**
- * The edit of a node; nodes that are no files have none.
+ * The edit of a node, which only files have.
  * @param {Comparison} data
  * @param {number} node
  */
@@ -120,7 +120,7 @@ function edge(edit, [fromX, fromY], [toX, toY], signAtBegin) {
 }
 
 /**
- * The places of a column's boxes; the last is for what does not fit, where something does not.
+ * The places of a column's boxes; if not everything fits, the last place is for the rest.
  * @param {number} count
  * @param {number} height
  */
@@ -131,7 +131,7 @@ function column(count, height) {
 }
 
 /**
- * Text says the same beside it, so that the picture itself is left out by those who listen.
+ * Hidden from screen readers, since the lists beside it say the same.
  * @param {Comparison} data
  * @param {number} file
  * @param {{needsIt: Neighbour[], itNeeds: Neighbour[]}} neighbours
@@ -182,7 +182,7 @@ export function pictureOf(data, file, neighbours, follow) {
 }
 
 /**
- * What the lines mean.
+ * The meaning of the lines.
  * @returns {HTMLElement}
  */
 export function legend() {

@@ -1,11 +1,11 @@
-// Text of graphs in the document: only ever as text, with nothing in it that could turn or hide
-// what stands around it.
+// Text of graphs in the document: always as text, with nothing in it that cannot be seen or that
+// changes the text around it.
 
-/** What a browser would obey instead of show. */
-const unsafeText = /[\u0000-\u001f\u007f-\u009f\u061c\u200b-\u200f\u2028-\u202e\u2066-\u2069\ufeff]/;
-const unsafeTexts = new RegExp(unsafeText.source, "g");
+/** The build puts the ranges of unsafe_characters.def in here. */
+const unsafeText = /[{unsafe}]/u;
+const unsafeTexts = new RegExp(unsafeText.source, "gu");
 
-/** Longer texts are cut where there is no room for them. */
+/** Longer texts are shortened if there is no room for them. */
 export const longText = 240;
 
 /**
@@ -17,13 +17,14 @@ function escapeOf(letter) {
   if (known) {
     return known;
   }
-  const code = letter.charCodeAt(0);
-  return code < 0x100 ? `\\x${code.toString(16).padStart(2, "0")}`
-                      : `\\u${code.toString(16).padStart(4, "0")}`;
+  const code = letter.codePointAt(0) ?? 0;
+  const digits = code.toString(16);
+  return code < 0x100 ? `\\x${digits.padStart(2, "0")}`
+      : code < 0x10000 ? `\\u${digits.padStart(4, "0")}` : `\\u{${digits}}`;
 }
 
 /**
- * The text with control characters and marks of direction written as escapes.
+ * The text with unsafe characters written as escapes.
  * @param {string} text
  * @returns {string}
  */
@@ -32,8 +33,8 @@ export function visibleText(text) {
 }
 
 /**
- * The text, or its beginning and end where it is longer than `room`; the end of a path says more
- * than its beginning.
+ * The text, or its beginning and end if it is longer than `room`; the end of a path says more than
+ * its beginning.
  * @param {string} text
  * @param {number} room in UTF-16 units
  * @returns {string}
@@ -53,7 +54,8 @@ export function clipped(text, room = longText) {
  */
 
 /**
- * Makes an element. Attributes that are false or missing are left out, "on" ones are listeners.
+ * Makes an element. Attributes that are false or missing are left out; names with "on" make
+ * listeners.
  * @param {string} name
  * @param {Record<string, any>} attributes
  * @param {...Content} content
@@ -79,7 +81,7 @@ export function element(name, attributes = {}, ...content) {
 }
 
 /**
- * Text of a graph, apart from the direction of what is around it.
+ * Text of a graph, isolated from the direction of the text around it.
  * @param {string} text
  * @param {string} kind its class
  * @returns {HTMLElement}
@@ -89,7 +91,7 @@ export function graphText(text, kind = "text") {
 }
 
 /**
- * A path whose folders step back behind the name.
+ * A path whose name is more prominent than its folders.
  * @param {string} path
  * @param {number} room
  * @returns {HTMLElement}
@@ -103,7 +105,7 @@ export function pathText(path, room = longText) {
 }
 
 /**
- * All of a text, however long: what is too long opens at a click.
+ * All of a text; a long one is shortened until a click opens it.
  * @param {string} text
  * @param {(text: string) => HTMLElement} show
  * @returns {HTMLElement}

@@ -1,4 +1,4 @@
-// Light, dark, or as the system has it.
+// Light, dark, or the system's choice.
 
 const themes = ["auto", "light", "dark"];
 const themeKey = "depcompare-theme";
@@ -8,7 +8,7 @@ function setTheme(theme) {
   document.documentElement.dataset.theme = theme;
   const button = /** @type {HTMLElement} */ (document.getElementById("theme"));
   button.textContent = { auto: "\u25d0", light: "\u2600", dark: "\u263e" }[theme] ?? "";
-  button.title = `Colours: ${theme === "auto" ? "as the system has them" : theme}`;
+  button.title = `Colours: ${theme === "auto" ? "the system's" : theme}`;
   button.setAttribute("aria-label", button.title);
   button.hidden = false;
 }
@@ -18,7 +18,7 @@ export function setUpTheme() {
   try {
     theme = localStorage.getItem(themeKey) ?? theme;
   } catch {
-    // Some browsers keep nothing for local files; then it lasts as long as the page.
+    // Some browsers store nothing for local files; then the choice lasts as long as the page.
   }
   setTheme(themes.includes(theme) ? theme : "auto");
   document.getElementById("theme")?.addEventListener("click", () => {

@@ -1,12 +1,12 @@
-// The tree of entries. Only the lines in sight are in the document; the focus stays on the tree, and
-// the active line is its active descendant.
+// The tree of entries. Only visible lines are in the document; the focus stays on the tree, whose
+// active descendant is the active line.
 import { Comparison } from "./data.js";
 import { lineElement } from "./line.js";
 import { element } from "./text.js";
 import { View } from "./view.js";
 
 const lineHeight = 26;
-/** Browsers do not lay out boxes of any height. */
+/** Browsers limit the height of a box. */
 const mostHeight = 12e6;
 const linesBeyond = 8;
 const patience = 700;  // ms between the letters of a word
@@ -78,7 +78,7 @@ export class Tree {
   }
 
   /**
-   * Makes the entry active and brings it into sight.
+   * Makes the entry active and scrolls to it.
    * @param {number} entry
    */
   show(entry) {

@@ -1,13 +1,13 @@
 // What the reader wants to see: filters, edits, words, open files; and the lines that follow from it.
 import { Comparison } from "./data.js";
 
-/** A file stands without its sign where it is there only for what is below it. */
+/** A file that is there only for what is below it has no sign. */
 export class View {
   /** @param {Comparison} data */
   constructor(data) {
     this.data = data;
     this.choice = /** @type {number} */ (data.head.choice);
-    /** The edits to show, a bit each; 0: all. */
+    /** The edits to show, one bit per edit; 0: all. */
     this.only = 0;
     this.query = "";
     /** @type {Uint8Array | null} */
@@ -61,7 +61,7 @@ export class View {
 
   /**
    * @param {number} entry
-   * @returns {boolean} whether filters and words leave it
+   * @returns {boolean} whether it passes filters and words
    */
   passes(entry) {
     if (!this.data.isShown(entry, this.choice)) {
@@ -75,13 +75,13 @@ export class View {
   update() {
     const { data } = this;
     const lines = new Int32Array(data.count);
-    let count = 1;  // entry 0 stands first
+    let count = 1;  // entry 0 comes first
     this.counts = [0, 0, 0, 0];
     this.shownFiles = 0;
     this.lineOfFile.fill(-1);
     for (let file = 0; file < data.files; ++file) {
       const entry = data.entryOfFile[file];
-      const end = data.behind(entry);
+      const end = data.after(entry);
       const line = count;
       let stays = false;
       lines[count++] = entry;
@@ -136,7 +136,7 @@ export class View {
   shownGroups(file) {
     let count = 0;
     const entry = this.data.entryOfFile[file];
-    for (let each = entry + 1; each < this.data.behind(entry); ++each) {
+    for (let each = entry + 1; each < this.data.after(entry); ++each) {
       count += this.shows(each) ? 1 : 0;
     }
     return count;
@@ -158,7 +158,7 @@ export class View {
   }
 
   /**
-   * Sees to it that the entry has a line, filters permitting.
+   * Makes sure that the entry has a line, if the filters allow it.
    * @param {number} entry
    */
   reveal(entry) {

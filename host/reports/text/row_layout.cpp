@@ -23,21 +23,21 @@ std::size_t remaining(std::size_t columns, std::size_t taken) {
     return std::max(columns - std::min(columns, taken), fewestColumns);
 }
 
-std::u16string shortenedChange(const TextCell& cell, std::size_t columns) {
+std::u16string shortenedChange(const TableCell& cell, std::size_t columns) {
     const std::size_t forTexts = remaining(columns, arrow.size());
     const std::size_t before = displayWidth(cell.before);
     const std::size_t after = displayWidth(cell.after);
     const std::size_t half = forTexts / 2;
     const std::size_t forBefore = std::max(half, forTexts - std::min(forTexts, after));
     const std::size_t forAfter = std::max(half, forTexts - std::min(forTexts, before));
-    TextCell shown{.before = shortened(cell.before, std::min(before, forBefore)),
-                   .after = shortened(cell.after, std::min(after, forAfter)),
-                   .changed = true};
+    TableCell shown{.before = shortened(cell.before, std::min(before, forBefore)),
+                    .after = shortened(cell.after, std::min(after, forAfter)),
+                    .changed = true};
     return shown.before == shown.after ? std::u16string() : shown.text();
 }
 
-/// Returns: empty where shortening would hide what changed.
-std::u16string shortenedCell(const TextCell& cell, std::size_t columns) {
+/// Returns: empty if shortening would hide what changed.
+std::u16string shortenedCell(const TableCell& cell, std::size_t columns) {
     std::u16string text = cell.text();
     if (displayWidth(text) <= columns) {
         return text;
@@ -45,7 +45,7 @@ std::u16string shortenedCell(const TextCell& cell, std::size_t columns) {
     return cell.changed ? shortenedChange(cell, columns) : shortened(text, columns);
 }
 
-Lines brokenCell(const TextCell& cell, std::size_t columns) {
+Lines brokenCell(const TableCell& cell, std::size_t columns) {
     const std::u16string text = cell.text();
     if (!cell.changed || displayWidth(text) <= columns) {
         return broken(text, columns);
@@ -56,7 +56,7 @@ Lines brokenCell(const TextCell& cell, std::size_t columns) {
     return lines;
 }
 
-Lines cellLines(const TextCell& cell, std::size_t columns, bool shortens) {
+Lines cellLines(const TableCell& cell, std::size_t columns, bool shortens) {
     if (shortens) {
         if (std::u16string text = shortenedCell(cell, columns); !text.empty()) {
             return {std::move(text)};
@@ -72,15 +72,12 @@ void append(Lines& lines, const std::u16string& lead, const Lines& more) {
     }
 }
 
-/// Returns: lines behind the caption.
-Lines bodyOf(const TextRow& row, const RowLayout& layout, std::size_t columns) {
+/// Returns: the lines after the caption.
+Lines bodyOf(const TableRow& row, const RowLayout& layout, std::size_t columns) {
     if (row.value.empty()) {
         return row.name.empty() ? Lines{u""} : cellLines(row.name, columns, layout.shortens);
     }
-    std::u16string lead = row.name.text();
-    if (!lead.empty() || layout.nameColumns != 0) {
-        lead = padded(std::move(lead), layout.nameColumns);
-    }
+    std::u16string lead = padded(row.name.text(), layout.nameColumns);
     const std::size_t leadWidth = displayWidth(lead) + layout.separator.size();
     Lines lines;
     if (leadWidth + std::min(displayWidth(row.value.text()), fewestColumns) <= columns) {
@@ -98,7 +95,7 @@ Lines bodyOf(const TextRow& row, const RowLayout& layout, std::size_t columns) {
 
 }  // namespace
 
-std::vector<std::u16string> linesOf(const TextRow& row, const RowLayout& layout) {
+std::vector<std::u16string> linesOf(const TableRow& row, const RowLayout& layout) {
     std::u16string caption = row.caption;
     if (layout.captionColumns != 0) {
         caption = padded(std::move(caption), layout.captionColumns + gap);
@@ -112,7 +109,7 @@ std::vector<std::u16string> linesOf(const TextRow& row, const RowLayout& layout)
     return lines;
 }
 
-std::vector<std::u16string> headingLinesOf(const TextRow& heading, const RowLayout& layout) {
+std::vector<std::u16string> headingLinesOf(const TableRow& heading, const RowLayout& layout) {
     std::u16string caption = heading.caption;
     if (layout.captionColumns != 0) {
         caption = padded(std::move(caption), layout.captionColumns + gap);

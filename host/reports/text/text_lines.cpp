@@ -14,6 +14,7 @@ namespace {
 
 using ::comparisons::EditType;
 using fl::i18n::ustring_to_utf8;
+using fl::i18n::utf8_to_ustring;
 
 constexpr std::size_t gap = 2;
 constexpr std::size_t signColumns = 2;
@@ -21,17 +22,77 @@ constexpr std::size_t indentBelow = 4;
 constexpr std::u16string_view dependencyArrow = u" -> ";
 constexpr std::u16string_view besideName = u"  ";
 
-char16_t signOf(const Look& look) {
-    return static_cast<char16_t>(look.sign);
+constexpr std::string_view boldColour = "\x1b[1m";
+constexpr std::string_view faintColour = "\x1b[2m";
+constexpr std::string_view endOfColour = "\x1b[0m";
+
+std::string_view colourOf(EditType type) {
+    switch (type) {
+        case EditType::rightOnly:
+            return "\x1b[32m";
+        case EditType::leftOnly:
+            return "\x1b[31m";
+        case EditType::changed:
+            return "\x1b[33m";
+        case EditType::unchanged:
+            break;
+    }
+    return faintColour;
 }
 
-bool isEmpty(const TextRow& row) {
+std::u16string withSign(EditType edit, std::u16string_view text) {
+    std::u16string line{static_cast<char16_t>(signOf(edit)), u' '};
+    return line.append(text);
+}
+
+std::u16string nameIn(const EntryLabel& label) {
+    switch (label.kind) {
+        case EntryKind::graph:
+            return u"graph";
+        case EntryKind::file:
+            return visible(label.id);
+        case EntryKind::group:
+            break;
+    }
+    return u"-> " + visible(label.downstream);
+}
+
+/// Returns: " (lib, moved)", or nothing.
+std::u16string noteIn(const EntryLabel& label) {
+    std::vector<std::u16string> notes;
+    if (label.downstreamType) {
+        notes.push_back(visible(*label.downstreamType));
+    }
+    for (const std::string_view remark : label.remarks()) {
+        notes.push_back(utf8_to_ustring(remark));
+    }
+    std::u16string text;
+    for (const std::u16string& note : notes) {
+        text += (text.empty() ? u" (" : u", ") + note;
+    }
+    return text.empty() ? text : text + u')';
+}
+
+std::size_t depthOf(const EntryLabel& label) {
+    return label.kind == EntryKind::group ? 1 : 0;
+}
+
+/// Returns: the row's lines, the first one with its sign.
+std::vector<std::u16string> signedLinesOf(const TableRow& row, const RowLayout& layout) {
+    std::vector<std::u16string> lines = linesOf(row, layout);
+    for (std::u16string& line : lines) {
+        line = &line == lines.data() ? withSign(row.edit, line) : u"  " + withoutCommand(line);
+    }
+    return lines;
+}
+
+bool isEmpty(const TableRow& row) {
     return row.name.empty() && row.value.empty();
 }
 
-std::size_t widestName(const TextTable& table, std::size_t most) {
+std::size_t widestName(const EntryTable& table, std::size_t most) {
     std::size_t widest = 0;
-    for (const TextRow& row : table.rows) {
+    for (const TableRow& row : table.rows) {
         if (!row.value.empty()) {
             widest = std::max(widest, displayWidth(row.name.text()));
         }
@@ -41,32 +102,49 @@ std::size_t widestName(const TextTable& table, std::size_t most) {
 
 }  // namespace
 
-TextLines::TextLines(const TextStyle& style, std::size_t leftColumns, Output& output)
-    : style_(style), output_(output), leftColumns_(std::min(leftColumns, columns() / 2)) {}
+std::u16string withoutCommand(std::u16string line) {
+    const std::size_t begin = std::min(line.find_first_not_of(u' '), line.size());
+    const std::u16string_view text = std::u16string_view(line).substr(begin);
+    if (text.starts_with(u"::")) {
+        line.replace(begin, 1, u"\\x3a");
+    } else if (text.starts_with(u"##")) {
+        line.replace(begin, 1, u"\\x23");
+    }
+    return line;
+}
 
-void TextLines::entry(std::size_t depth, std::optional<EditType> edit, const EntryLabel& label) {
+TextLines::TextLines(const TextStyle& style, std::size_t leftColumns, Output& output)
+    : style_(style), output_(output), leftColumns_(std::min(leftColumns, style_.width() / 2)) {}
+
+std::size_t widthOf(const EntryLabel& label) {
+    return depthOf(label) * 2 + signColumns + displayWidth(nameIn(label)) +
+           displayWidth(noteIn(label));
+}
+
+void TextLines::entry(const EntryLabel& label, bool isVisible) {
     finishLine();
-    const std::size_t indent = depth * 2;
-    const std::size_t before = indent + (edit ? signColumns : 0);
-    std::u16string text = label.text;
+    const std::size_t indent = depthOf(label) * 2;
+    const std::size_t before = indent + (isVisible ? signColumns : 0);
+    std::u16string text = nameIn(label);
+    const std::u16string note = noteIn(label);
     if (style_.columns) {
-        const std::size_t room = depth == 0 ? *style_.columns : leftColumns_;
-        const std::size_t taken = before + displayWidth(label.note);
+        const std::size_t room = indent == 0 ? *style_.columns : leftColumns_;
+        const std::size_t taken = before + displayWidth(note);
         constexpr std::size_t fewest = 16;
         text = shortened(text, std::max(room - std::min(room, taken), fewest));
     }
-    text += label.note;
+    text += note;
     output_.print("{:{}}", "", indent);
-    if (edit) {
-        const Look look = lookOf(*edit);
-        writeColoured(look.colour, std::u16string{signOf(look), u' '} + text);
+    if (isVisible) {
+        writeColoured(colourOf(label.edit), withSign(label.edit, text));
     } else {
+        text = withoutCommand(std::move(text));
         writeColoured(boldColour, text);
     }
     column_ = before + displayWidth(text);
 }
 
-void TextLines::headingBeside(const TextRow& heading) {
+void TextLines::headingBeside(const TableRow& heading) {
     if (heading == headingBeside_) {
         return;
     }
@@ -78,40 +156,37 @@ void TextLines::headingBeside(const TextRow& heading) {
     finishLine();
 }
 
-void TextLines::rowsBeside(const TextTable& table) {
-    for (const TextRow& row : table.rows) {
+void TextLines::rowsBeside(const EntryTable& table) {
+    for (const TableRow& row : table.rows) {
         captionColumns_ = std::max(captionColumns_, displayWidth(row.caption));
     }
     RowLayout layout = layoutBeside();
     layout.nameColumns = widestName(table, layout.columns / 2);
-    const TextRow* last = nullptr;
-    for (const TextRow& next : table.rows) {
-        const TextRow* const previous = std::exchange(last, &next);
-        TextRow row = next;
+    const TableRow* last = nullptr;
+    for (const TableRow& next : table.rows) {
+        const TableRow* const previous = std::exchange(last, &next);
+        TableRow row = next;
         if (previous != nullptr && previous->caption == row.caption) {
-            // Behind a caption alone it would seem to be another row's.
+            // After a caption alone it would seem to be another row's.
             if (!isEmpty(*previous) && joinsLine(row, layout)) {
                 continue;
             }
             row.caption.clear();
         }
-        const Look look = lookOf(row.edit);
-        char16_t sign = signOf(look);
-        for (const std::u16string& line : linesOf(row, layout)) {
-            writeBeside(look.colour, std::u16string{sign, u' '} + line);
-            sign = u' ';
+        for (const std::u16string& line : signedLinesOf(row, layout)) {
+            writeBeside(colourOf(row.edit), line);
         }
     }
 }
 
-void TextLines::tableBelow(const TextTable& table) {
+void TextLines::tableBelow(const EntryTable& table) {
     finishLine();
     if (table.rows.empty()) {
         return;
     }
     const std::size_t before = indentBelow + signColumns;
     RowLayout layout{.separator = besideName,
-                     .columns = columns() - std::min(columns(), before),
+                     .columns = style_.width() - std::min(style_.width(), before),
                      .captionColumns = 0,
                      .nameColumns = 0,
                      .shortens = style_.columns.has_value()};
@@ -124,8 +199,12 @@ void TextLines::tableBelow(const TextTable& table) {
             output_.write("\n");
         }
     }
-    for (const TextRow& row : table.rows) {
-        writeBelow(row, layout);
+    for (const TableRow& row : table.rows) {
+        for (const std::u16string& line : signedLinesOf(row, layout)) {
+            output_.print("{:{}}", "", indentBelow);
+            writeColoured(colourOf(row.edit), line);
+            output_.write("\n");
+        }
     }
 }
 
@@ -139,7 +218,7 @@ void TextLines::finishLine() {
 RowLayout TextLines::layoutBeside() const {
     const std::size_t before = leftColumns_ + gap + signColumns;
     return {.separator = dependencyArrow,
-            .columns = columns() - std::min(columns(), before),
+            .columns = style_.width() - std::min(style_.width(), before),
             .captionColumns = captionColumns_,
             .nameColumns = 0,
             .shortens = style_.columns.has_value()};
@@ -162,33 +241,21 @@ void TextLines::writeBeside(std::string_view colour, const std::u16string& text)
     column_ = leftColumns_ + gap + displayWidth(text);
 }
 
-bool TextLines::joinsLine(const TextRow& row, const RowLayout& layout) {
+bool TextLines::joinsLine(const TableRow& row, const RowLayout& layout) {
     RowLayout alone = layout;
     alone.captionColumns = 0;
     alone.nameColumns = 0;
-    TextRow withoutCaption = row;
+    TableRow withoutCaption = row;
     withoutCaption.caption.clear();
     const auto lines = linesOf(withoutCaption, alone);
     const std::size_t end = column_ + gap + signColumns + displayWidth(lines.front());
-    if (lines.size() != 1 || lines.front().empty() || end > columns()) {
+    if (lines.size() != 1 || lines.front().empty() || end > style_.width()) {
         return false;
     }
-    const Look look = lookOf(row.edit);
     output_.write("  ");
-    writeColoured(look.colour, std::u16string{signOf(look), u' '} + lines.front());
+    writeColoured(colourOf(row.edit), withSign(row.edit, lines.front()));
     column_ = end;
     return true;
-}
-
-void TextLines::writeBelow(const TextRow& row, const RowLayout& layout) {
-    const Look look = lookOf(row.edit);
-    char16_t sign = signOf(look);
-    for (const std::u16string& line : linesOf(row, layout)) {
-        output_.print("{:{}}", "", indentBelow);
-        writeColoured(look.colour, std::u16string{sign, u' '} + line);
-        output_.write("\n");
-        sign = u' ';
-    }
 }
 
 }  // namespace depcompare

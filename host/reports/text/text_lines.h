@@ -1,53 +1,54 @@
 #pragma once
-// Two columns of text: the entries of a tree on the left, and on the right, or below where they
-// need the room, the rows of their tables.
+// Two columns of text: the entries of a tree on the left; the rows of their tables on the right, or
+// below if they need the room.
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 
 #include "output/output.h"
 #include "presentation/entry_label.h"
 #include "presentation/entry_table.h"
-#include "presentation/text_style.h"
+#include "reports/text/text_style.h"
 
 namespace depcompare {
 
 struct RowLayout;
 
-/// Headings are written where they differ from the last ones of their column.
+/// Returns: how wide the entry is beside its rows.
+[[nodiscard]] std::size_t widthOf(const EntryLabel& label);
+
+/// Returns: the line, with an escape for its first character if it begins as a command to the log of a
+///          build service does: with `::` or `##`, after spaces or none.
+[[nodiscard]] std::u16string withoutCommand(std::u16string line);
+
+/// Headings are written if they differ from the previous ones of their column.
 class TextLines {
   public:
-    /// `leftColumns` is what the entries want; they get no more than half the width.
+    /// `leftColumns`: the width of the entries, which get no more than half of the whole.
     TextLines(const TextStyle& style, std::size_t leftColumns, Output& output);
 
-    /// Begins a line. `edit` is empty for an entry that stands only for what is below it.
-    void entry(std::size_t depth, std::optional<::comparisons::EditType> edit,
-               const EntryLabel& label);
-    /// Heads what is written with `rowsBeside`; stands beside the last entry if nothing else does.
-    void headingBeside(const TextRow& heading);
+    /// Begins a line. A hidden entry, there only for what is below it, has no sign.
+    void entry(const EntryLabel& label, bool isVisible);
+    /// Heads the rows of `rowsBeside`; goes beside the last entry if nothing else is there.
+    void headingBeside(const TableRow& heading);
     /// Short rows of one part share a line.
-    void rowsBeside(const TextTable& table);
-    void tableBelow(const TextTable& table);
+    void rowsBeside(const EntryTable& table);
+    void tableBelow(const EntryTable& table);
     void finishLine();
 
   private:
-    [[nodiscard]] std::size_t columns() const {
-        return style_.columns.value_or(columnsWithoutTerminal);
-    }
     [[nodiscard]] RowLayout layoutBeside() const;
     void writeColoured(std::string_view colour, const std::u16string& text);
     void writeBeside(std::string_view colour, const std::u16string& text);
-    void writeBelow(const TextRow& row, const RowLayout& layout);
-    [[nodiscard]] bool joinsLine(const TextRow& row, const RowLayout& layout);
+    [[nodiscard]] bool joinsLine(const TableRow& row, const RowLayout& layout);
 
     const TextStyle& style_;
     Output& output_;
     std::size_t leftColumns_;
-    std::size_t column_ = 0;  // where the open line stands; 0: no line is open
+    std::size_t column_ = 0;  // at the end of the open line; 0: no line is open
     std::size_t captionColumns_ = 0;
-    TextRow headingBeside_;
-    TextRow headingBelow_;
+    TableRow headingBeside_;
+    TableRow headingBelow_;
 };
 
 }  // namespace depcompare

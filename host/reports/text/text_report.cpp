@@ -1,13 +1,15 @@
 #include "reports/text/text_report.h"
 
 #include <algorithm>
-#include <array>
-#include <optional>
+#include <string>
 #include <string_view>
-#include <vector>
+
+#include <fl/i18n/ustring.h>
+#include <fmt/format.h>
 
 #include "output/visible_text.h"
 #include "presentation/entry_label.h"
+#include "presentation/entry_table.h"
 #include "presentation/ledger_text.h"
 #include "reports/text/text_lines.h"
 
@@ -15,26 +17,14 @@ namespace depcompare {
 
 namespace {
 
-using dependency::comparisons::ParallelDependencies;
-using Match = PresentedTree::Match;
 using Entry = PresentedTree::Entry;
 
-bool isGroup(const PresentedTree& tree, Match match) {
-    return std::holds_alternative<ParallelDependencies>(anySide(tree.compared(match).edit));
-}
-
-bool isMoved(const Entry& entry) {
-    return entry.match->getIsOrderMove().any() || entry.match->getIsHierMove().any();
-}
-
 std::size_t widestGroup(const PresentedTree& tree) {
-    constexpr std::size_t indentAndSign = 4;
     std::size_t widest = 0;
     for (const Entry& entry : tree.entries()) {
-        if (entry.visible != 0 && isGroup(tree, entry.match)) {
-            const EntryLabel label = labelOf(tree, entry.match);
-            widest = std::max(widest,
-                              indentAndSign + displayWidth(label.text) + displayWidth(label.note));
+        if (entry.visible != 0 &&
+            kindOf(anySide(tree.compared(entry.match).edit)) == EntryKind::group) {
+            widest = std::max(widest, widthOf(labelOf(tree, entry.match)));
         }
     }
     return widest;
@@ -58,23 +48,21 @@ class TreeText {
   private:
     void write(const Entry& entry) {
         const bool isRoot = entry.parent == PresentedTree::noParent;
+        const EntryLabel label = labelOf(tree_, entry.match);
         if (entry.visible == 0) {
-            // Everything hangs on the root; nobody needs to read that.
+            // Every entry is below the root, so a line for it would say nothing.
             if (!isRoot) {
-                lines_.entry(0, std::nullopt, labelOf(tree_, entry.match));
+                lines_.entry(label, false);
             }
             return;
         }
-        const auto detail = tree_.shownDetail(entry.match);
-        const TextTable table =
-            detail ? textTableOf(*detail, tree_.compared(entry.match).edit) : TextTable();
-        const bool group = isGroup(tree_, entry.match);
-        if (group && !table.rows.empty()) {
+        const EntryTable table = tableOf(tree_, entry.match);
+        const bool isGroup = label.kind == EntryKind::group;
+        if (isGroup && !table.rows.empty()) {
             lines_.headingBeside(table.heading);
         }
-        lines_.entry(group ? 1 : 0, entry.match->getEditTypes().front(),
-                     labelOf(tree_, entry.match));
-        if (group) {
+        lines_.entry(label, true);
+        if (isGroup) {
             lines_.rowsBeside(table);
         } else {
             lines_.tableBelow(table);
@@ -85,35 +73,72 @@ class TreeText {
     TextLines lines_;
 };
 
-void writeHeader(const std::array<LoadedGraph, 2>& inputs, Output& output) {
-    constexpr std::array<std::string_view, 2> words{"Comparing", "with"};
-    for (std::size_t side = 0; side < words.size(); ++side) {
-        output.print("{:<9} {} ({}, {})\n", words[side], visible(inputs[side].source),
-                     counted(inputs[side].files, "file", "files"),
-                     counted(inputs[side].dependencies, "dependency", "dependencies"));
-    }
-    output.write("\n");
-}
+class Ending {
+  public:
+    Ending(const Report& report, const TextStyle& style, Output& output)
+        : report_(report), style_(style), output_(output) {}
 
-bool hasSomethingToShow(const PresentedTree& tree) {
-    return tree.showsDifference() || std::ranges::any_of(tree.entries(), [](const Entry& entry) {
-               return entry.visible != 0 && isMoved(entry);
-           });
-}
+    void write() {
+        auto hidden = hiddenLines(report_.ledger.visibility);
+        if (!hidden.empty()) {
+            hidden.back() += "; show with --no-filter";
+            for (const std::string& line : hidden) {
+                writeBroken(line, 0);
+            }
+            output_.write("\n");
+        }
+        writeSide("Left ", report_.ledger.sides[0]);
+        writeSide("Right", report_.ledger.sides[1]);
+        output_.print("\n{}", countsTable(report_.summary));
+    }
+
+  private:
+    void writeSide(std::string_view name, const SideLedger& side) {
+        const std::string nodes = fmt::format("{}  {};", name, nodesLine(side));
+        const std::string dependencies = dependenciesLine(side);
+        if (nodes.size() + 1 + dependencies.size() <= style_.width()) {
+            output_.print("{} {}\n", nodes, dependencies);
+        } else {
+            writeBroken(nodes, 0);
+            writeBroken(dependencies, indent);
+        }
+        for (const std::string& warning : side.warnings) {
+            writeBroken("Warning: " + visible(warning), indent);
+        }
+    }
+
+    void writeBroken(const std::string& text, std::size_t firstIndent) {
+        constexpr std::size_t fewest = 20;
+        const auto lines = broken(fl::i18n::utf8_to_ustring(text),
+                                  std::max(style_.width(), fewest + indent) - indent);
+        for (const std::u16string& line : lines) {
+            const std::size_t end = line.find_last_not_of(u' ') + 1;
+            output_.print("{:{}}{}\n", "", &line == lines.data() ? firstIndent : indent,
+                          fl::i18n::ustring_to_utf8(withoutCommand(line.substr(0, end))));
+        }
+    }
+
+    static constexpr std::size_t indent = 7;  // after the name of a side
+
+    const Report& report_;
+    const TextStyle& style_;
+    Output& output_;
+};
 
 }  // namespace
 
 void writeTextReport(const Report& report, const TextStyle& style, Output& output) {
-    writeHeader(report.inputs, output);
-    if (!report.tree->showsDifference()) {
-        output.write(report.summary.showsDifference ? "No visible differences.\n"
-                                                    : "No differences.\n");
-    }
-    if (hasSomethingToShow(*report.tree)) {
+    output.print("Comparing {} ({})\n", visible(report.inputs[0].source),
+                 contentsOf(report.inputs[0]));
+    output.print("with      {} ({})\n\n", visible(report.inputs[1].source),
+                 contentsOf(report.inputs[1]));
+    if (const std::string_view verdict = report.verdict(); !verdict.empty()) {
+        output.print("{}\n", verdict);
+    } else {
         TreeText(*report.tree, style, output).write();
     }
     output.write("\n");
-    writeEnding(report, style, output);
+    Ending(report, style, output).write();
 }
 
 }  // namespace depcompare
