@@ -49,6 +49,19 @@ function(depcompare_export_header name header macro)
                  FILES "${dir}/${header}")
 endfunction()
 
+# depcompare_precompile(NAME): precompiles the headers of others that nearly every file needs, most of
+# a file's compile time. The preset tidy compiles without, so a missing include does not go unseen.
+function(depcompare_precompile name)
+  target_precompile_headers(${name} PRIVATE
+    <algorithm> <array> <functional> <future> <map> <memory> <optional> <set> <span> <string>
+    <string_view> <unordered_map> <utility> <variant> <vector>
+    <boost/date_time/posix_time/posix_time_types.hpp>
+    <boost/graph/adjacency_list.hpp>
+    <boost/range/any_range.hpp>
+    <boost/type_erasure/any.hpp>
+    ${ARGN})
+endfunction()
+
 # depcompare_allocator(NAME): lets a program allocate by jemalloc, which takes less time and memory
 # for the many small blocks of a comparison.
 function(depcompare_allocator name)
@@ -69,6 +82,10 @@ function(depcompare_test name)
     CXX_EXTENSIONS OFF
     RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/tests")
   target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gmock_main)
+  list(LENGTH arg_SOURCES sources)
+  if(sources GREATER 2)
+    depcompare_precompile(${name} <gmock/gmock.h> <gtest/gtest.h>)
+  endif()
   gtest_discover_tests(${name}
     TEST_PREFIX "${name}."
     DISCOVERY_MODE PRE_TEST
