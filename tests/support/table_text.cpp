@@ -71,7 +71,8 @@ std::string textOf(const ::comparisons::DiffMetrics<2>& metrics) {
     std::string text;
     for (const auto count :
          {metrics.leftOnly, metrics.rightOnly, metrics.changed, metrics.nested}) {
-        text += (text.empty() ? "" : " ") + std::to_string(count);
+        text += text.empty() ? "" : " ";
+        text += std::to_string(count);
     }
     return text;
 }
