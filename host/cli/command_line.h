@@ -1,6 +1,5 @@
 #pragma once
-// From words to options.
-#include <stdexcept>
+// From words to options; the table of options says which there are.
 #include <string>
 #include <variant>
 
@@ -8,12 +7,7 @@
 
 namespace depcompare {
 
-class UsageError : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
-
-/// A text that was asked for instead of a comparison.
+/// A text to print instead of comparing.
 struct Information {
     std::string text;
 };

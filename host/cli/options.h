@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,12 @@ enum class Format : std::uint8_t { text, json, html, markdown, summary };
 enum class FailOn : std::uint8_t { any, structural, none };
 /// What a graph can be written as, instead of comparing it.
 enum class GraphForm : std::uint8_t { jgf, lines };
+
+/// The command line is wrong; the text says how, on one line.
+class UsageError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
 
 /// A report besides the one that goes to the output.
 struct FurtherReport {
@@ -40,7 +47,7 @@ struct Options {
     When colour = When::automatic;
     When progress = When::automatic;
     bool quiet = false;
-    bool pager = true;  ///< where a text report goes to a terminal
+    bool pager = true;  ///< whether a pager shows a text report on a terminal
 };
 
 }  // namespace depcompare

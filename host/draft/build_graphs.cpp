@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <map>
 #include <numeric>
 #include <span>
 #include <string_view>
@@ -10,13 +11,15 @@
 
 #include <dependency/graph/graph_builder.h>
 #include <fl/i18n/ustring.h>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <tsl/robin_map.h>
 #include <boost/functional/hash.hpp>
 
 #include "draft/both_sides.h"
-#include "draft/check_drafts.h"
 #include "draft/choose_node_ids.h"
 #include "draft/marked_id.h"
+#include "input/input_error.h"
 
 namespace depcompare {
 
@@ -28,6 +31,67 @@ using dependency::graph::Node;
 using dependency::graph::Property;
 using dependency::graph::Type;
 using fl::i18n::utf8_to_ustring;
+
+void warnOfNoFiles(GraphDraft& draft) {
+    constexpr std::size_t mostTypes = 5;
+    std::map<std::string_view, std::size_t> counts;
+    for (const NodeDraft& node : draft.nodes) {
+        ++counts[draft.texts[node.type]];
+    }
+    if (counts.empty() || counts.contains("file")) {
+        return;
+    }
+    std::vector<std::string> types;
+    for (const auto& [type, count] : counts) {
+        if (types.size() == mostTypes) {
+            types.emplace_back("...");
+            break;
+        }
+        types.push_back(fmt::format("{} {}", count, inQuotes(type)));
+    }
+    draft.warnings.push_back(
+        fmt::format("no file nodes, so nothing to compare; use --file-type to choose the types "
+                    "that count as files (nodes by type: {})",
+                    fmt::join(types, ", ")));
+}
+
+void warnOfPositions(GraphDraft& draft) {
+    constexpr std::size_t tooFewToTell = 3;
+    std::vector<std::string_view> ids;
+    ids.reserve(draft.nodes.size());
+    for (const NodeDraft& node : draft.nodes) {
+        ids.push_back(node.id);
+    }
+    if (ids.size() >= tooFewToTell && lookPositional(ids)) {
+        draft.warnings.push_back(fmt::format(
+            "node IDs ({}, {}, ...) look like positions, which may differ between files; "
+            "use --node-id to identify nodes by something else",
+            inQuotes(ids[0]), inQuotes(ids[1])));
+    }
+}
+
+/// Makes files of the nodes with one of these types, which they keep as their property `type`.
+void applyFileTypes(GraphDraft& draft, const std::vector<std::string>& fileTypes) {
+    if (fileTypes.empty()) {
+        return;
+    }
+    const TextNumber file = draft.textNumber("file");
+    const TextNumber key = draft.textNumber("type");
+    for (NodeNumber number = 0; number < draft.nodes.size(); ++number) {
+        NodeDraft& node = draft.nodes[number];
+        const std::string_view type = draft.texts[node.type];
+        if (node.type != file && std::ranges::find(fileTypes, type) != fileTypes.end()) {
+            draft.nodeProperties.push_back(
+                {.node = number, .property = {.key = key, .value = type}});
+            node.type = file;
+        }
+    }
+}
+
+void addWarnings(GraphDraft& draft) {
+    warnOfNoFiles(draft);
+    warnOfPositions(draft);
+}
 
 // Seven digits fit the string's own storage; the digits' order is that of their code units.
 std::u16string rankAsID(std::size_t rank) {

@@ -30,7 +30,7 @@ struct LoadedGraph {
 /// nodes stand in the order of their IDs, property keys ascend, and the ID of a dependency is its
 /// rank by the columns of `EdgeColumn`.
 ///
-/// Returns: left, right; each with marked node IDs (see `node_id.h`).
+/// Returns: left, right; each with marked node IDs (see `marked_id.h`).
 /// Throws:  `InputError` where the options' node IDs cannot be had.
 [[nodiscard]] std::array<LoadedGraph, 2> buildGraphs(std::array<GraphDraft, 2> drafts,
                                                      const ReadOptions& options = {});

@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "draft/marked_id.h"
 #include "input/input_error.h"
 
 namespace depcompare {
@@ -38,10 +39,6 @@ Owners ownersIn(const GraphDraft& draft) {
         note(owners, candidate.id, candidate.node);
     }
     return owners;
-}
-
-bool holdsMark(std::string_view id) {
-    return id.find('\u0001') != std::string_view::npos;
 }
 
 void chooseUnique(Drafts& drafts) {
@@ -84,9 +81,8 @@ void chooseProperty(Drafts& drafts, std::string_view key) {
     const auto hasNodes = [](const GraphDraft& draft) { return !draft.nodes.empty(); };
     const auto draft = std::ranges::find_if(drafts, hasNodes);
     if (!found && draft != drafts.end()) {
-        throw InputError(
-            draft->source, 0,
-            fmt::format("no node has the property {} that --node-id names", inQuotes(key)));
+        throw InputError(draft->source, 0,
+                         fmt::format("no node has the property {} (--node-id)", inQuotes(key)));
     }
 }
 
@@ -95,15 +91,12 @@ void requireDifferentIDs(const GraphDraft& draft, std::string_view rule) {
     seen.reserve(draft.nodes.size());
     for (const NodeDraft& node : draft.nodes) {
         if (!seen.insert(node.id).second) {
-            throw InputError(
-                draft.source, 0,
-                fmt::format("two nodes would have the ID {}; --node-id {} cannot tell them apart",
-                            inQuotes(node.id), rule));
+            throw InputError(draft.source, 0,
+                             fmt::format("two nodes would have the ID {} (--node-id {})",
+                                         inQuotes(node.id), rule));
         }
         if (holdsMark(node.id)) {
-            throw InputError(
-                draft.source, 0,
-                fmt::format("the node ID {} contains the character U+0001", inQuotes(node.id)));
+            throw InputError(draft.source, 0, markProblem(node.id));
         }
     }
 }

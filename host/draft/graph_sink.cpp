@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include "draft/marked_id.h"
 #include "draft/timestamp.h"
 #include "input/input_error.h"
 
@@ -25,6 +26,12 @@ EdgeDraft edgeWithoutTexts(NodeNumber upstream, NodeNumber downstream) {
 
 }  // namespace
 
+std::string onlyInEdges(std::size_t count, std::string_view firstID) {
+    return count == 1
+               ? fmt::format("node {} appears only in edges", inQuotes(firstID))
+               : fmt::format("{} nodes appear only in edges (first: {})", count, inQuotes(firstID));
+}
+
 GraphSink::GraphSink(std::string source, const Limits& limits, CurrentLine currentLine)
     : limits_(limits), currentLine_(std::move(currentLine)) {
     draft_.source = std::move(source);
@@ -34,7 +41,7 @@ GraphSink::GraphSink(std::string source, const Limits& limits, CurrentLine curre
 NodeNumber GraphSink::addNode(std::string_view id) {
     const NodeNumber node = nodeWithID(id);
     if (states_[node].added) {
-        fail(fmt::format("second node with the ID {}", inQuotes(id)));
+        fail(fmt::format("duplicate node ID {}", inQuotes(id)));
     }
     return addNodeOnce(id);
 }
@@ -59,7 +66,7 @@ void GraphSink::setType(NodeNumber node, std::string_view type) {
 
 void GraphSink::setProperty(NodeNumber node, std::string_view key, std::string_view value) {
     if (++states_[node].properties > limits_.properties) {
-        fail(fmt::format("more than {} properties of one node", limits_.properties));
+        fail(fmt::format("more than {} properties on one node", limits_.properties));
     }
     checkText(value);
     draft_.nodeProperties.push_back(
@@ -73,7 +80,7 @@ void GraphSink::addIdCandidate(NodeNumber node, std::string_view id) {
 
 std::size_t GraphSink::addEdge(std::string_view upstreamID, std::string_view downstreamID) {
     if (draft_.edges.size() == limits_.edges) {
-        fail(fmt::format("more than {} edges (--max-edges)", limits_.edges));
+        fail(tooManyEdges(limits_.edges));
     }
     const auto& nodes = draft_.nodes;
     if (nodes.empty() || nodes[lastUpstream_].id != upstreamID) {
@@ -102,7 +109,7 @@ void GraphSink::setDefaultProperty(std::string_view key, std::string_view value)
     checkText(value);
     draft_.nodeDefaults.push_back({.key = intern(key), .value = draft_.store.keep(value)});
     if (draft_.nodeDefaults.size() > limits_.properties) {
-        fail(fmt::format("more than {} properties of one node", limits_.properties));
+        fail(fmt::format("more than {} properties on one node", limits_.properties));
     }
 }
 
@@ -127,13 +134,17 @@ void GraphSink::fail(std::string_view problem) const {
     throw InputError(draft_.source, line(), problem);
 }
 
+void GraphSink::failForUndirected(std::string_view end, std::string_view otherEnd) const {
+    fail(fmt::format("undirected edge between {} and {}", inQuotes(end), inQuotes(otherEnd)));
+}
+
 void GraphSink::failForNodes() const {
     fail(fmt::format("more than {} nodes (--max-nodes)", limits_.nodes));
 }
 
 void GraphSink::checkText(std::string_view text) const {
     if (text.size() > limits_.textBytes) {
-        fail(fmt::format("a text of more than {} bytes (--max-text-bytes)", limits_.textBytes));
+        fail(tooLongText(limits_));
     }
 }
 
@@ -143,8 +154,8 @@ NodeNumber GraphSink::nodeWithID(std::string_view id) {
         return found->second;
     }
     checkText(id);
-    if (id.find('\u0001') != std::string_view::npos) {
-        fail(fmt::format("the node ID {} contains the character U+0001", inQuotes(id)));
+    if (holdsMark(id)) {
+        fail(markProblem(id));
     }
     // Every node is added or named by an edge, so this bounds the nodes that were only named.
     if (draft_.nodes.size() == limits_.nodes * 2) {
@@ -171,7 +182,7 @@ TextNumber GraphSink::intern(std::string_view text) {
 
 void GraphSink::addGraphProperty(std::string_view key, std::string_view value, bool isDefault) {
     if (graphProperties_.size() == limits_.properties) {
-        fail(fmt::format("more than {} properties of the graph", limits_.properties));
+        fail(fmt::format("more than {} properties on the graph", limits_.properties));
     }
     checkText(value);
     graphProperties_.push_back({.property = {.key = intern(key), .value = draft_.store.keep(value)},
@@ -196,18 +207,15 @@ void GraphSink::settleMissingEnds() {
     }
     const auto lineOf = [&](NodeNumber node) { return states_[node].edgeLine; };
     const NodeNumber first = *std::ranges::min_element(missing, {}, lineOf);
-    const std::string id = inQuotes(draft_.nodes[first].id);
+    const std::string_view id = draft_.nodes[first].id;
     if (!addsMissingEnds_) {
         throw InputError(draft_.source, lineOf(first),
-                         fmt::format("the edge's end {} is not declared as a node", id));
+                         fmt::format("edge end {} is not declared as a node", inQuotes(id)));
     }
     if (addedNodes_ + missing.size() > limits_.nodes) {
         failForNodes();
     }
-    warn(missing.size() == 1
-             ? fmt::format("the node {} stands in edges only; it was added", id)
-             : fmt::format("{} nodes stand in edges only and were added, the first is {}",
-                           missing.size(), id));
+    warn(onlyInEdges(missing.size(), id) + (missing.size() == 1 ? "; added it" : "; added them"));
 }
 
 void GraphSink::finishNodes() {
@@ -257,7 +265,7 @@ void GraphSink::finishGraphProperties() {
     if (!time) {
         throw InputError(
             draft_.source, timestamp->line,
-            fmt::format("the timestamp {} is not a date and time in ISO 8601", inQuotes(value)));
+            fmt::format("timestamp {} is not an ISO 8601 date and time", inQuotes(value)));
     }
     draft_.analysisTime = *time;
 }

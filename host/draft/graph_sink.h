@@ -16,6 +16,9 @@
 
 namespace depcompare {
 
+/// Returns: a warning about nodes that only edges mention.
+[[nodiscard]] std::string onlyInEdges(std::size_t count, std::string_view firstID);
+
 /// Applies the rules that all formats share. Nodes and edges may come in any order, an edge before
 /// its ends; the last of several values for one thing holds; every value is the text as it stands.
 ///
@@ -66,6 +69,7 @@ class GraphSink {
     [[nodiscard]] GraphDraft finish();
 
     [[noreturn]] void fail(std::string_view problem) const;
+    [[noreturn]] void failForUndirected(std::string_view end, std::string_view otherEnd) const;
 
   private:
     struct NodeState {

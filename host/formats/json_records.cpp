@@ -119,8 +119,7 @@ class JsonEvents final : public json::json_sax_t {
         }
         path_.steps_.push_back({.key = {}, .index = 0, .isElement = isArray});
         if (path_.depth() > bytes_.limits().nestingDepth) {
-            bytes_.fail(fmt::format("values nested deeper than {} (--max-nesting)",
-                                    bytes_.limits().nestingDepth));
+            bytes_.fail(tooDeep("values", bytes_.limits()));
         }
         return true;
     }
@@ -187,7 +186,7 @@ JsonBytes::JsonBytes(Input& input) : input_(input), piece_(pieceBytes) {
 void JsonBytes::advance() {
     line_ += piece_[position_] == '\n' ? 1 : 0;
     if (++tokenBytes_ > longestToken_) {
-        fail(fmt::format("a text of more than {} bytes (--max-text-bytes)", limits().textBytes));
+        fail(tooLongText(limits()));
     }
     if (++position_ == end_) {
         refill();

@@ -76,7 +76,7 @@ const InputFormat& likelyFormat(Input& input) {
         }
     }
     throw InputError(input.name(), 0,
-                     "neither content nor name tell the format; --input-format can name it");
+                     "cannot detect the format from content or file name; use --input-format");
 }
 
 const InputFormat& chosenFormat(Input& input, std::string_view name) {
@@ -105,8 +105,8 @@ std::string describedFormats() {
         }
     }
     return text +
-           "\nAny of them may be packed with gzip. Without --input-format the content tells, "
-           "then the name.\n";
+           "\nAll of them may be compressed with gzip. Unless --input-format names it, the\n"
+           "format is detected from the content, then from the file name.\n";
 }
 
 GraphDraft readGraph(Input& input, std::string_view format) {

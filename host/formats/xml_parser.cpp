@@ -62,7 +62,7 @@ XmlParser::XmlParser() : parser_(XML_ParserCreate(nullptr)) {
     });
     XML_SetEntityDeclHandler(parser_.get(), [](void* self, const char*, int, const char*, int,
                                                const char*, const char*, const char*, const char*) {
-        static_cast<XmlParser*>(self)->refuse("entity declarations are not accepted");
+        static_cast<XmlParser*>(self)->refuse("entity declarations are not supported");
     });
     XML_SetSkippedEntityHandler(parser_.get(), [](void* self, const char*, int) {
         static_cast<XmlParser*>(self)->refuse("undefined entity");
@@ -99,8 +99,7 @@ std::size_t XmlParser::line() const {
 void XmlParser::startElement(const char* name, const char** attributes) {
     guarded([&] {
         if (++depth_ > input_->limits().nestingDepth) {
-            fail(fmt::format("elements nested deeper than {} (--max-nesting)",
-                             input_->limits().nestingDepth));
+            fail(tooDeep("elements", input_->limits()));
         }
         events_->start(name, XmlAttributes(attributes));
     });

@@ -47,7 +47,7 @@ class Gunzip final : public ByteSource {
             stream_.avail_in = static_cast<uInt>(packed_->read(piece_));
         }
         if (stream_.avail_in == 0 && !betweenMembers_) {
-            fail("the gzip data end too early");
+            fail("truncated gzip data");
         }
         return stream_.avail_in != 0;
     }
@@ -62,7 +62,7 @@ class Gunzip final : public ByteSource {
         }
         betweenMembers_ = status == Z_STREAM_END;
         if (status != Z_OK && status != Z_STREAM_END) {
-            fail(fmt::format("damaged gzip data: {}",
+            fail(fmt::format("corrupt gzip data: {}",
                              stream_.msg != nullptr ? stream_.msg : "a dictionary is missing"));
         }
     }

@@ -1,7 +1,9 @@
 #pragma once
-// How much an input may hold before it is refused.
+// How much an input may contain before it is refused, and the messages that then say so.
 #include <cstddef>
 #include <cstdint>
+#include <string>
+#include <string_view>
 
 namespace depcompare {
 
@@ -13,5 +15,10 @@ struct Limits {
     std::size_t textBytes = 16U << 20U;  ///< of one ID, name, key or value, as UTF-8
     std::size_t nestingDepth = 256;
 };
+
+[[nodiscard]] std::string tooManyEdges(std::size_t most);
+[[nodiscard]] std::string tooLongText(const Limits& limits);
+/// `what` is nested: "elements", "values", "graphs".
+[[nodiscard]] std::string tooDeep(std::string_view what, const Limits& limits);
 
 }  // namespace depcompare

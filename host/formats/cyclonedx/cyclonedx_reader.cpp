@@ -99,7 +99,7 @@ void CycloneDXReader::take(const JsonPath& path, const json& value) {
 
 void CycloneDXReader::addNode(const json& component, bool isService) {
     if (!component.is_object()) {
-        bytes_.fail("a component that is no object");
+        bytes_.fail("component is not an object");
     }
     const std::string name = nameOf(component);
     const std::string url = memberText(component, "purl");
@@ -110,7 +110,7 @@ void CycloneDXReader::addNode(const json& component, bool isService) {
         ref = !url.empty() ? url : version.empty() ? name : name + "@" + version;
     }
     if (ref.empty()) {
-        bytes_.fail("a component without bom-ref, purl and name");
+        bytes_.fail("component without bom-ref, purl and name");
     }
     // One without a reference of its own cannot be told from its equals.
     const NodeNumber node = hasRef ? sink_.addNode(ref) : sink_.addNodeOnce(ref);
@@ -167,7 +167,7 @@ void CycloneDXReader::addNamedValues(NodeNumber node, const json& values, const 
 void CycloneDXReader::addEdges(const json& dependency) {
     const std::string ref = memberText(dependency, "ref");
     if (ref.empty()) {
-        bytes_.fail("a dependency without \"ref\"");
+        bytes_.fail("dependency without \"ref\"");
     }
     for (const auto& [member, type] :
          {std::pair("dependsOn", "depends"), std::pair("provides", "provides")}) {
@@ -182,7 +182,8 @@ void CycloneDXReader::addEdges(const json& dependency) {
 void CycloneDXReader::setGraphProperty(const std::string& key, const json& value) {
     const std::string text = textOf(value);
     if (key == "specVersion" && !isOneOf(text, {"1.4", "1.5", "1.6"})) {
-        sink_.warn(fmt::format("CycloneDX {} is read as if it were 1.4 to 1.6", inQuotes(text)));
+        sink_.warn(
+            fmt::format("unsupported CycloneDX version {}; read like 1.4 to 1.6", inQuotes(text)));
     }
     sink_.setGraphProperty(key, text);
 }

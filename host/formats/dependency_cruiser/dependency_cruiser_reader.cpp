@@ -94,7 +94,7 @@ class DependencyCruiserReader final : public JsonRecords {
     void addModule(const json& module) {
         const std::string source = memberText(module, "source");
         if (source.empty()) {
-            bytes_.fail("a module without \"source\"");
+            bytes_.fail("module without \"source\"");
         }
         // What several runs found may have been joined into one file.
         const NodeNumber node = sink_.addNodeOnce(source);
@@ -122,7 +122,7 @@ class DependencyCruiserReader final : public JsonRecords {
     void addDependency(const std::string& source, const json& dependency) {
         const std::string resolved = memberText(dependency, "resolved");
         if (resolved.empty()) {
-            bytes_.fail(fmt::format("a dependency of \"{}\" without \"resolved\"", source));
+            bytes_.fail(fmt::format("dependency of \"{}\" without \"resolved\"", source));
         }
         const std::size_t edge = sink_.addEdge(source, resolved);
         sink_.set(edge, EdgeColumn::type, typeOfDependency(dependency));

@@ -70,10 +70,11 @@ void DotBytes::check(bool isEnd) {
         }
         if (character == boost::locale::utf::incomplete ||
             character == boost::locale::utf::illegal) {
-            throw InputError(input_.name(), line_, "not UTF-8; iconv can convert the file");
+            throw InputError(input_.name(), line_,
+                             "not UTF-8; convert the file, for example with iconv");
         }
         if (character == 0) {
-            throw InputError(input_.name(), line_, "a zero byte, so this is no text");
+            throw InputError(input_.name(), line_, "zero byte in a text file");
         }
         line_ += character == '\n' ? 1 : 0;
     }

@@ -95,8 +95,7 @@ class Session {
 /// Throws: `InputError` with the first message and the line that it names.
 void requireSilence(const Input& input) {
     if (watch.edges > watch.mostEdges) {
-        throw InputError(input.name(), 0,
-                         fmt::format("more than {} edges (--max-edges)", watch.mostEdges));
+        throw InputError(input.name(), 0, tooManyEdges(watch.mostEdges));
     }
     std::string_view message = watch.messages;
     if (message.empty()) {

@@ -1,6 +1,7 @@
 #include "formats/dot/dot_reader.h"
 
 #include <algorithm>
+#include <cctype>
 #include <map>
 #include <string>
 #include <utility>
@@ -56,8 +57,7 @@ class DOTReader {
 
     void requireShallow(Agraph_t* graph, std::size_t depth) const {
         if (depth > input_.limits().nestingDepth) {
-            sink_.fail(fmt::format("graphs nested deeper than {} (--max-nesting)",
-                                   input_.limits().nestingDepth));
+            sink_.fail(tooDeep("graphs", input_.limits()));
         }
         for (auto* inner = agfstsubg(graph); inner != nullptr; inner = agnxtsubg(inner)) {
             requireShallow(inner, depth + 1);
@@ -97,8 +97,7 @@ class DOTReader {
         }
         // A file that describes its nodes does so for all; the others came with an edge.
         if (described != 0 && !bare.empty()) {
-            sink_.warn(fmt::format("nodes that are named by edges only: {}, the first is {}",
-                                   bare.size(), inQuotes(bare.front())));
+            sink_.warn(onlyInEdges(bare.size(), bare.front()));
         }
     }
 
@@ -171,9 +170,7 @@ class DOTReader {
         std::pair tail{agtail(edge), std::string(portName(values["tailport"]))};
         std::pair head{aghead(edge), std::string(portName(values["headport"]))};
         if (agisdirected(graph_) == 0) {
-            sink_.fail(fmt::format("undirected edge between {} and {}",
-                                   inQuotes(dot_.nameOf(tail.first)),
-                                   inQuotes(dot_.nameOf(head.first))));
+            sink_.failForUndirected(dot_.nameOf(tail.first), dot_.nameOf(head.first));
         }
         const std::string type = typeOf(values);
         const std::string& direction = values["dir"];
@@ -247,7 +244,41 @@ class DOTReader {
     std::map<Agnode_t*, Named> nodes_;
 };
 
+std::string_view withoutComments(std::string_view text) {
+    for (;;) {
+        const std::size_t first = text.find_first_not_of(" \t\r\n");
+        text.remove_prefix(std::min(first, text.size()));
+        const bool block = text.starts_with("/*");
+        if (!block && !text.starts_with("//") && !text.starts_with('#')) {
+            return text;
+        }
+        const std::size_t end = text.find(block ? "*/" : "\n");
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + (block ? 2 : 1));
+    }
+}
+
+bool takeWord(std::string_view& text, std::string_view word) {
+    const auto isSame = [](char one, char other) {
+        return std::tolower(static_cast<unsigned char>(one)) == other;
+    };
+    if (text.size() < word.size() ||
+        !std::ranges::equal(text.substr(0, word.size()), word, isSame)) {
+        return false;
+    }
+    text = withoutComments(text.substr(word.size()));
+    return true;
+}
+
 }  // namespace
+
+bool looksLikeDOT(std::string_view firstBytes) {
+    if (firstBytes.starts_with("\xEF\xBB\xBF")) {
+        firstBytes.remove_prefix(3);
+    }
+    std::string_view text = withoutComments(firstBytes);
+    takeWord(text, "strict");
+    return takeWord(text, "digraph") || takeWord(text, "graph");
+}
 
 GraphDraft readDOT(Input& input) {
     return DOTReader(input).read();

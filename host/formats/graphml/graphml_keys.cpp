@@ -2,19 +2,13 @@
 
 #include <utility>
 
+#include "formats/edge_data.h"
+
 namespace depcompare {
 
 namespace {
 
 using Meaning = GraphMLKey::Meaning;
-
-constexpr std::pair<std::string_view, EdgeColumn> edgeTexts[] = {
-    {"type", EdgeColumn::type},
-    {"upstream_component", EdgeColumn::upstreamComponent},
-    {"downstream_component", EdgeColumn::downstreamComponent},
-    {"upstream_component_type", EdgeColumn::upstreamComponentType},
-    {"downstream_component_type", EdgeColumn::downstreamComponentType},
-};
 
 constexpr std::pair<std::string_view, GraphMLCarrier> carriers[] = {
     {"graph", GraphMLCarrier::graph},
@@ -24,7 +18,7 @@ constexpr std::pair<std::string_view, GraphMLCarrier> carriers[] = {
 
 GraphMLKey edgeKey(std::string_view name) {
     GraphMLKey key;
-    for (const auto& [text, column] : edgeTexts) {
+    for (const auto& [text, column] : edgeData) {
         if (name == text) {
             key.meaning = Meaning::edgeColumn;
             key.column = column;

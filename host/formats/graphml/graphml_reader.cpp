@@ -123,7 +123,7 @@ bool GraphMLReader::startDocument(std::string_view element) {
     const std::size_t colon = element.rfind(':');
     const std::size_t nameBegin = colon == std::string_view::npos ? 0 : colon + 1;
     if (element.substr(nameBegin) != "graphml") {
-        sink_.fail(fmt::format("not GraphML: the outermost element is {}", inQuotes(element)));
+        sink_.fail(fmt::format("not GraphML: the root element is {}", inQuotes(element)));
     }
     prefix_ = element.substr(0, nameBegin);
     open(Element::graphml);
@@ -183,8 +183,7 @@ void GraphMLReader::startEdge(const XmlAttributes& attributes) {
     const bool undirected =
         directed ? *directed == "false" || *directed == "0" : open_.back().undirected;
     if (undirected) {
-        sink_.fail(
-            fmt::format("undirected edge between {} and {}", inQuotes(source), inQuotes(target)));
+        sink_.failForUndirected(source, target);
     }
     const std::size_t edge = sink_.addEdge(source, target);
     for (const auto& [port, column] : {std::pair("sourceport", EdgeColumn::upstreamComponent),
@@ -248,7 +247,7 @@ std::string_view GraphMLReader::require(const XmlAttributes& attributes, std::st
                                         std::string_view attribute) const {
     const auto value = attributes.find(attribute);
     if (!value) {
-        sink_.fail(fmt::format("<{}> without the attribute \"{}\"", element, attribute));
+        sink_.fail(fmt::format("<{}> lacks the attribute \"{}\"", element, attribute));
     }
     return *value;
 }

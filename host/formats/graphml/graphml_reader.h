@@ -10,13 +10,11 @@ namespace depcompare {
 /// Returns: whether a file that begins like this is XML.
 [[nodiscard]] bool looksLikeGraphML(std::string_view firstBytes);
 
-/// Nested graphs are read flat, without their data; hyperedges and elements of other tools
-/// are passed over, and so is data that holds elements. The file is read in pieces and never held
-/// as a whole.
+/// Nested graphs are read flat, without their data. Hyperedges, elements of other tools and data
+/// that contain elements are ignored. The file is read in pieces, never kept as a whole.
 ///
-/// Throws: `InputError` for what is not XML, not GraphML, an undirected edge, an entity
-/// declaration,
-///         a key declared after its use, and what `GraphSink` refuses.
+/// Throws: `InputError` for a file that is not well-formed XML or not GraphML, an undirected edge,
+///         an entity declaration, a key declared after its use, and whatever `GraphSink` refuses.
 [[nodiscard]] GraphDraft readGraphML(Input& input);
 
 }  // namespace depcompare

@@ -50,8 +50,8 @@ void GraphMLValues::endKey() {
     for (const GraphMLCarrier carrier : declared_.carriers) {
         const GraphMLKey key = keyFor(carrier, declared_.name, declared_.graphics);
         if (!keys_.declare(carrier, declared_.id, key)) {
-            sink_.fail(
-                fmt::format("key {} is declared twice, or after its use", inQuotes(declared_.id)));
+            sink_.fail(fmt::format("key {} is declared twice or after its first use",
+                                   inQuotes(declared_.id)));
         }
         if (declared_.defaultValue) {
             line_ = declared_.defaultLine;
@@ -117,8 +117,7 @@ void GraphMLValues::text(std::string_view part) {
         return;
     }
     if (text_.size() + part.size() > limits_.textBytes) {
-        sink_.fail(
-            fmt::format("a text of more than {} bytes (--max-text-bytes)", limits_.textBytes));
+        sink_.fail(tooLongText(limits_));
     }
     text_ += part;
 }

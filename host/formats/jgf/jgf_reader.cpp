@@ -1,6 +1,7 @@
 #include "formats/jgf/jgf_reader.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -8,6 +9,7 @@
 #include <fmt/format.h>
 
 #include "draft/graph_sink.h"
+#include "formats/edge_data.h"
 #include "formats/json_records.h"
 #include "input/input_error.h"
 
@@ -16,14 +18,6 @@ namespace depcompare {
 namespace {
 
 using nlohmann::json;
-
-constexpr std::pair<const char*, EdgeColumn> edgeTexts[] = {
-    {"type", EdgeColumn::type},
-    {"upstream_component", EdgeColumn::upstreamComponent},
-    {"downstream_component", EdgeColumn::downstreamComponent},
-    {"upstream_component_type", EdgeColumn::upstreamComponentType},
-    {"downstream_component_type", EdgeColumn::downstreamComponentType},
-};
 
 bool isFalse(const json& object, const char* key) {
     const auto member = object.find(key);
@@ -40,7 +34,7 @@ class JGFReader final : public JsonRecords {
     GraphDraft read() {
         parseJson(bytes_, *this, {"graph", "graphs"});
         if (hyperedges_ != 0) {
-            sink_.warn(fmt::format("{} hyperedges were passed over", hyperedges_));
+            sink_.warn(fmt::format("ignored hyperedges: {}", hyperedges_));
         }
         requireDirections();
         return sink_.finish();
@@ -88,7 +82,7 @@ class JGFReader final : public JsonRecords {
     void addNode(const JsonStep& step, const json& value) {
         // The nodes of version 1 are an array, those of version 2 members named by their IDs.
         if (step.isElement && !(value.is_object() && value.contains("id"))) {
-            bytes_.fail("a node without \"id\"");
+            bytes_.fail("node without \"id\"");
         }
         const std::string id = step.isElement ? memberText(value, "id") : step.key;
         const NodeNumber node = sink_.addNode(id);
@@ -120,18 +114,18 @@ class JGFReader final : public JsonRecords {
         const std::string source = memberText(value, "source");
         const std::string target = memberText(value, "target");
         if (!value.is_object() || !value.contains("source") || !value.contains("target")) {
-            bytes_.fail("an edge without \"source\" or \"target\"");
+            bytes_.fail("edge without \"source\" or \"target\"");
         }
         if (isFalse(value, "directed")) {
-            failForDirection(source, target);
+            sink_.failForUndirected(source, target);
         }
-        if (firstUndecided_.empty() && !value.contains("directed")) {
-            firstUndecided_ = {source, target};
+        if (!firstUndecided_ && !value.contains("directed")) {
+            firstUndecided_.emplace(source, target);
         }
         const std::size_t edge = sink_.addEdge(source, target);
         const auto metadata = value.find("metadata");
         if (metadata != value.end() && metadata->is_object()) {
-            for (const auto& [key, column] : edgeTexts) {
+            for (const auto& [key, column] : edgeData) {
                 if (metadata->contains(key)) {
                     sink_.set(edge, column, memberText(*metadata, key));
                 }
@@ -143,24 +137,19 @@ class JGFReader final : public JsonRecords {
     }
 
     void requireDirections() {
-        if (!edgesAreDirected_ && !firstUndecided_.empty()) {
-            failForDirection(firstUndecided_[0], firstUndecided_[1]);
+        if (!edgesAreDirected_ && firstUndecided_) {
+            sink_.failForUndirected(firstUndecided_->first, firstUndecided_->second);
         }
         for (const auto& [key, text] : labels_) {
             sink_.setDefaultGraphProperty(key, text);
         }
     }
 
-    [[noreturn]] void failForDirection(const std::string& source, const std::string& target) const {
-        bytes_.fail(
-            fmt::format("undirected edge between {} and {}", inQuotes(source), inQuotes(target)));
-    }
-
     JsonBytes bytes_;
     GraphSink sink_;
     std::vector<std::pair<std::string, std::string>> labels_;  // of the graph, beside its metadata
-    std::vector<std::string>
-        firstUndecided_;  // the ends of an edge whose direction the graph tells
+    // The ends of the first edge that leaves its direction to the graph.
+    std::optional<std::pair<std::string, std::string>> firstUndecided_;
     bool edgesAreDirected_ = true;
     std::size_t hyperedges_ = 0;
 };

@@ -7,6 +7,7 @@
 #include <fl/i18n/ustring.h>
 
 #include "draft/marked_id.h"
+#include "formats/edge_data.h"
 #include "output/json_writer.h"
 
 namespace depcompare {
@@ -57,10 +58,10 @@ void writeEdge(const Dependency& dependency, JsonWriter& json) {
     const Component& upstream = *dependency.getUpstreamComponent();
     const Component& downstream = *dependency.getDownstreamComponent();
     const std::pair<std::string_view, std::u16string> texts[] = {
-        {"upstream_component", upstream.getName()},
-        {"downstream_component", downstream.getName()},
-        {"upstream_component_type", upstream.getType()->getID()},
-        {"downstream_component_type", downstream.getType()->getID()},
+        {upstreamComponentName, upstream.getName()},
+        {downstreamComponentName, downstream.getName()},
+        {upstreamComponentTypeName, upstream.getType()->getID()},
+        {downstreamComponentTypeName, downstream.getType()->getID()},
     };
     bool any = false;
     for (const auto& [key, text] : texts) {

@@ -1,0 +1,357 @@
+#include "cli/option_table.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include "formats/read_graph.h"
+#include "presentation/enabled_filters.h"
+#include "reports/markdown/markdown_report.h"
+
+namespace depcompare {
+
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+template <class Value>
+struct Choice {
+    std::string_view name;
+    Value value;
+};
+
+constexpr Choice<Format> formats[] = {{"text", Format::text},
+                                      {"json", Format::json},
+                                      {"html", Format::html},
+                                      {"markdown", Format::markdown},
+                                      {"summary", Format::summary}};
+constexpr Choice<When> occasions[] = {
+    {"auto", When::automatic}, {"always", When::always}, {"never", When::never}};
+constexpr Choice<FailOn> causes[] = {
+    {"any", FailOn::any}, {"structural", FailOn::structural}, {"none", FailOn::none}};
+constexpr Choice<GraphForm> graphForms[] = {{"jgf", GraphForm::jgf}};
+
+template <class Value, std::size_t Count>
+Arguments namesOf(const Choice<Value> (&choices)[Count]) {
+    Arguments names;
+    for (const auto& choice : choices) {
+        names.emplace_back(choice.name);
+    }
+    return names;
+}
+
+Arguments readableFormats() {
+    Arguments names = inputFormats();
+    names.insert(names.begin(), "auto");
+    return names;
+}
+
+// What options do.
+
+template <class Member, class Value, std::size_t Count>
+auto choose(Member Options::*member, const Choice<Value> (&choices)[Count]) {
+    return [member, &choices](Options& options, const Arguments& arguments) {
+        options.*member = std::ranges::find(choices, arguments.back(), &Choice<Value>::name)->value;
+    };
+}
+
+template <class Member, class Value>
+auto set(Member Options::*member, Value value) {
+    return [member, value](Options& options, const Arguments&) { options.*member = value; };
+}
+
+template <class Member>
+auto store(Member Options::*member) {
+    return [member](Options& options, const Arguments& arguments) {
+        options.*member = arguments.back();
+    };
+}
+
+void addReports(Options& options, const Arguments& arguments) {
+    for (const std::string_view text : arguments) {
+        const std::size_t end = std::min(text.find('='), text.size());
+        const auto* const format =
+            std::ranges::find(formats, text.substr(0, end), &Choice<Format>::name);
+        if (format == std::end(formats) || end + 1 >= text.size()) {
+            throw UsageError(fmt::format("--report: {} is not FORMAT=FILE", text));
+        }
+        options.reports.push_back(
+            {.format = format->value, .path = std::string(text.substr(end + 1))});
+    }
+}
+
+template <class Number>
+OptionRow limit(std::string names, Number Limits::*member, std::uint64_t least, std::uint64_t most,
+                std::string description) {
+    return {.names = std::move(names),
+            .argument = "N",
+            .range = {{.least = least, .most = most}},
+            .byDefault = fmt::format("{}", Limits().*member),
+            .description = std::move(description),
+            .take = [member](Options& options, const Arguments& arguments) {
+                options.reading.limits.*member = std::stoull(arguments.back());
+            }};
+}
+
+// Where sizes end that no computer has.
+constexpr std::uint64_t mostBytes = std::uint64_t{1} << 50U;
+
+// The groups. A line per fact, so that the table can be read down.
+
+OptionGroup reportOptions() {
+    return {"Reports",
+            {{.names = "-f,--format",
+              .argument = "FORMAT",
+              .choices = namesOf(formats),
+              .byDefault = "text",
+              .description = "What to write",
+              .inShortHelp = true,
+              .take = choose(&Options::format, formats)},
+             {.names = "-o,--output",
+              .argument = "FILE",
+              .description = "Write to FILE instead of standard output (atomically)",
+              .inShortHelp = true,
+              .take = store(&Options::outputFile)},
+             {.names = "--report",
+              .argument = "FORMAT=FILE",
+              .description = "Also write a report to FILE",
+              .repeats = true,
+              .inShortHelp = true,
+              .take = addReports},
+             {.names = "--max-bytes",
+              .argument = "N",
+              .range = {{.least = fewestMarkdownBytes, .most = mostBytes}},
+              .description = "Truncate a Markdown report at N bytes",
+              .take =
+                  [](Options& options, const Arguments& arguments) {
+                      options.mostBytes = std::stoull(arguments.back());
+                  }},
+             {.names = "-q,--quiet",
+              .description = "Print nothing; report through the exit status only",
+              .inShortHelp = true,
+              .take = set(&Options::quiet, true)},
+             {.names = "--locale",
+              .argument = "NAME",
+              .description = "Language of labels, letter case and dates",
+              .take = store(&Options::locale)},
+             {.names = "--color",
+              .argument = "WHEN",
+              .choices = namesOf(occasions),
+              .byDefault = "auto",
+              .description = "Use colours",
+              .inShortHelp = true,
+              .take = choose(&Options::colour, occasions)},
+             {.names = "--progress",
+              .argument = "WHEN",
+              .choices = namesOf(occasions),
+              .byDefault = "auto",
+              .description = "Show progress on standard error",
+              .take = choose(&Options::progress, occasions)},
+             {.names = "--no-pager",
+              .description = "Write to a terminal directly, without a pager",
+              .inShortHelp = true,
+              .take = set(&Options::pager, false)}}};
+}
+
+OptionGroup filterOptions() {
+    return {"What is shown",
+            {{.names = "--filter",
+              .argument = "NAME",
+              .choices = filterNames(),
+              .byDefault = "nonstructural",
+              .description = "Hide some differences",
+              .repeats = true,
+              .inShortHelp = true,
+              .take = [](Options& options,
+                         const Arguments& names) { options.filters = filtersNamed(names); }},
+             {.names = "--no-filter",
+              .description = "Show everything",
+              .inShortHelp = true,
+              .excludes = "--filter",
+              .take = set(&Options::filters, EnabledFilters())},
+             {.names = "--fail-on",
+              .argument = "WHICH",
+              .choices = namesOf(causes),
+              .byDefault = "any",
+              .description = "Differences for exit status 1",
+              .inShortHelp = true,
+              .take = choose(&Options::failOn, causes)}}};
+}
+
+OptionGroup readingOptions() {
+    return {"Reading",
+            {{.names = "--input-format",
+              .argument = "NAME",
+              .choices = readableFormats(),
+              .byDefault = "auto",
+              .description = "Format of the graphs; see --list-formats",
+              .inShortHelp = true,
+              .take = [](Options& options,
+                         const Arguments& names) { options.reading.format = names.back(); }},
+             {.names = "--list-formats",
+              .description = "Explain the formats that can be read",
+              .inShortHelp = true,
+              .shows = describedFormats},
+             {.names = "--node-id",
+              .argument = "KEY",
+              .byDefault = "auto",
+              .description = "Identify nodes by: auto, id, name, or a property",
+              .inShortHelp = true,
+              .take = [](Options& options,
+                         const Arguments& keys) { options.reading.nodeID = keys.back(); }},
+             {.names = "--file-type",
+              .argument = "TYPE",
+              .description = "Count nodes of this type as files, too",
+              .repeats = true,
+              .inShortHelp = true,
+              .take = [](Options& options, const Arguments& types) {
+                  options.reading.fileTypes = types;
+              }}}};
+}
+
+OptionGroup limitOptions() {
+    // Nodes, edges and texts are numbered with 32 bits.
+    constexpr std::uint64_t mostNumbers = 2'000'000'000;
+    // Nested values are visited recursively.
+    constexpr std::uint64_t mostNested = 1'000;
+    // The program's own words have to fit.
+    constexpr std::uint64_t leastTextBytes = 16;
+    constexpr std::uint64_t mostTextBytes = std::uint64_t{1} << 30U;
+    return {"Limits on inputs (N may end in K, M or G)",
+            {limit("--max-input-bytes", &Limits::bytes, 1, mostBytes, "Size, uncompressed"),
+             limit("--max-nesting", &Limits::nestingDepth, 1, mostNested, "Depth of nesting"),
+             limit("--max-nodes", &Limits::nodes, 1, mostNumbers, "Nodes of a graph"),
+             limit("--max-edges", &Limits::edges, 1, mostNumbers, "Edges of a graph"),
+             limit("--max-text-bytes", &Limits::textBytes, leastTextBytes, mostTextBytes,
+                   "Bytes of one text")}};
+}
+
+OptionGroup conversionOptions() {
+    return {"One graph",
+            {{.names = "--convert",
+              .argument = "FORMAT",
+              .choices = namesOf(graphForms),
+              .description = "Write LEFT, the only graph, in another format",
+              .inShortHelp = true,
+              .take = choose(&Options::conversion, graphForms)},
+             {.names = "--textconv",
+              .description = "Write LEFT, the only graph, as lines for git diff",
+              .inShortHelp = true,
+              .excludes = "--convert",
+              .take = [](Options& options, const Arguments&) {
+                  options.conversion = GraphForm::lines;
+                  // Git also converts files that are still empty.
+                  options.reading.emptyInputs = true;
+              }}}};
+}
+
+OptionGroup otherOptions() {
+    // What git appends is not for the parser of options, nor is `--git`.
+    return {"Git and help",
+            {{.names = "--git",
+              .description = "Act as git diff driver or diff tool (must be last)",
+              .inShortHelp = true},
+             {.names = "-h,--help", .description = "Show a one-screen summary", .shows = shortHelp},
+             {.names = "--help-all",
+              .description = "List all options",
+              .inShortHelp = true,
+              .shows = fullHelp},
+             {.names = "--version",
+              .description = "Show the version",
+              .inShortHelp = true,
+              .shows = [] { return std::string("depcompare " DEPCOMPARE_VERSION "\n"); }}}};
+}
+
+constexpr std::string_view introduction = R"(Usage: depcompare [OPTION]... LEFT RIGHT
+
+Compares two dependency graphs, an old and a new state of a project, and shows
+what changed. One of the two files may be -, standard input.
+)";
+
+constexpr std::string_view examples = R"(
+  depcompare old.graphml new.graphml                   read it here
+  depcompare -f html -o page.html old.dot new.dot      or in a browser
+  depcompare -q old.json new.json || echo changed      or let a script decide
+
+)";
+
+constexpr std::string_view exitStatus = R"(
+Exit status: 0 if no difference is visible, 1 if one is, 2 on error.
+)";
+
+std::string usageOf(const OptionRow& row, const std::string& argument) {
+    const bool hasLetter = row.names.find(',') != std::string::npos;
+    const std::string names =
+        hasLetter ? row.names.substr(0, 3) + ' ' + row.names.substr(3) : "    " + row.names;
+    return fmt::format("  {}{}{}", names, argument.empty() ? "" : " ", argument);
+}
+
+constexpr std::size_t descriptionColumn = 27;
+
+std::string shortLine(const OptionRow& row) {
+    constexpr std::size_t columns = 80;
+    std::string line =
+        fmt::format("{:<{}}{}", usageOf(row, row.argument), descriptionColumn, row.description);
+    for (const std::string& part :
+         {row.choices.empty() ? std::string() : fmt::format(": {}", fmt::join(row.choices, ", ")),
+          std::string(row.repeats ? "; may be repeated" : "")}) {
+        if (line.size() + part.size() <= columns) {
+            line += part;
+        }
+    }
+    return line + '\n';
+}
+
+std::string fullLine(const OptionRow& row) {
+    std::string line = usageOf(
+        row, row.choices.empty() ? row.argument : fmt::format("{}", fmt::join(row.choices, "|")));
+    if (line.size() + 2 > descriptionColumn) {
+        line += '\n';
+        line.append(descriptionColumn, ' ');
+    } else {
+        line.resize(descriptionColumn, ' ');
+    }
+    line += row.description;
+    if (row.repeats) {
+        line += "; may be repeated";
+    }
+    if (!row.byDefault.empty()) {
+        line += fmt::format(" [{}]", row.byDefault);
+    }
+    return line + '\n';
+}
+
+}  // namespace
+
+std::vector<OptionGroup> optionTable() {
+    return {reportOptions(), filterOptions(),     readingOptions(),
+            limitOptions(),  conversionOptions(), otherOptions()};
+}
+
+std::string shortHelp() {
+    std::string text = std::string(introduction).append(examples);
+    for (const auto& [heading, rows] : optionTable()) {
+        for (const OptionRow& row : rows) {
+            if (row.inShortHelp) {
+                text += shortLine(row);
+            }
+        }
+    }
+    return text.append(exitStatus);
+}
+
+std::string fullHelp() {
+    std::string text(introduction);
+    for (const auto& [heading, rows] : optionTable()) {
+        text += fmt::format("\n{}:\n", heading);
+        for (const OptionRow& row : rows) {
+            text += fullLine(row);
+        }
+    }
+    return text.append(exitStatus);
+}
+
+}  // namespace depcompare
