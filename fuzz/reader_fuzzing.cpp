@@ -16,7 +16,7 @@ namespace depcompare::fuzz {
 
 namespace {
 
-// Small, so that a few bytes that ask for much do not cost a run its time.
+// Small, so that a few bytes cannot make a run slow.
 constexpr Limits limits{.bytes = 1U << 20U,
                         .nodes = 10'000,
                         .edges = 10'000,

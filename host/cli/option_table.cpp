@@ -280,6 +280,7 @@ constexpr std::string_view examples = R"(
 
 constexpr std::string_view exitStatus = R"(
 Exit status: 0 if no difference is visible, 1 if one is, 2 on error.
+More: man depcompare
 )";
 
 std::string usageOf(const OptionRow& row, const std::string& argument) {

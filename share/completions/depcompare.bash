@@ -1,7 +1,7 @@
 # Completion of depcompare's command line, for bash.
 _depcompare() {
     local word=${COMP_WORDS[COMP_CWORD]} option=${COMP_WORDS[COMP_CWORD - 1]} choices=
-    # To bash, --option=value is three words.
+    # Bash splits --option=value into three words.
     if [[ $word == = ]]; then
         word=
     elif [[ $option == = ]]; then
@@ -30,5 +30,5 @@ _depcompare() {
     esac
     mapfile -t COMPREPLY < <(compgen -W "$choices" -- "$word")
 }
-# Where nothing is offered, files are.
+# If nothing is offered, files are.
 complete -o default -F _depcompare depcompare

@@ -1,34 +1,34 @@
 #!/usr/bin/env bash
-# Holds what the manual and the completions offer against the program's own list of options.
+# Compares the options that the manual, docs/report.md and the completions name with --help-all.
 # usage: options.sh PROGRAM SOURCE-FOLDER
 # shellcheck disable=SC2016,SC2317  # other shells expand; functions are called by the name of a shell
 set -euo pipefail
 program=$(realpath "$1")
 cd "$2"
-help=$("$program" --help-all)
+# "-f, --format text|json": how the list of options begins its lines; a description may follow.
+usages=$("$program" --help-all | sed -nE 's/^ {2,6}(-[^ ].*)/\1/p' | sed -E 's/  .*//')
+names=$(grep -oE -- '(^|, )--?[a-z-]+' <<<"$usages" | sed 's/^, //')
+# "--option a b c", for options that take one of a few values
+choices=$(sed -nE 's/^(-[a-z], )?(--[a-z-]+) ([a-z-]+(\|[a-z-]+)*)$/\2 \3/p' <<<"$usages" | tr '|' ' ')
+[[ $(wc -l <<<"$names") -ge 25 && $(wc -l <<<"$choices") -ge 6 ]]
+# "--option  its description", without what the list adds of repetition and default
+described=$("$program" --help-all | sed -nE '/^ {2,6}-/ {
+    /-.*  /!{ N; s/\n +/  /; }
+    s/^ +(-[a-z], )?(--[a-z-]+)( [^ ]+)? +/\2  /; s/ \[[^]]*\]$//; s/; may be repeated$//; p; }')
 failed=0
 
-# same NAME EXPECTED GOT: sets of words, told apart
+# same NAME EXPECTED GOT: sets of lines, told apart
 same() {
     diff <(sort -u <<<"$2") <(sort -u <<<"$3") >&2 || {
-        echo "$1: not the options that --help-all lists (<)" >&2
+        echo "$1: not as in --help-all (<)" >&2
         failed=1
     }
 }
 
-names=$(sed -nE 's/^  ((-[a-z],)?--[a-z-]+).*/\1/p' <<<"$help" | tr , '\n')
-# "--option a b c", for options that take one of a few values
-choices=$(sed -nE 's/^  (-[a-z],)?(--[a-z-]+) ([a-z-]+(\|[a-z-]+)*)( .*|$)/\2 \3/p' <<<"$help" | tr '|' ' ')
-[[ $(wc -l <<<"$names") -ge 25 && $(wc -l <<<"$choices") -ge 6 ]]
+same manual "$usages" "$(grep -E '^\*-' docs/depcompare.1.scd | sed 's/++$//' | tr -d '*_')"
+same docs/report.md "$usages" "$(sed -nE 's/\\\|/|/g; s/^\| `(-[^`]*)` .*/\1/p' docs/report.md)"
 
-same manual "$names" "$(grep -E '^\*-' docs/depcompare.1.scd | grep -oE '\*--?[a-z-]+\*' | tr -d '*')"
-same "choices of the manual" "$choices" "$(sed -nE 's/^(\*-[a-z]\*, )?\*(--[a-z-]+)\* ([a-z|-]+)$/\2 \3/p' \
-    docs/depcompare.1.scd | tr '|' ' ')"
-short_help=$("$program" --help)
-same --help "$(grep -oE -- '--[a-z][a-z-]+' <<<"$short_help" | grep -Fx -e "$names")" \
-    "$(grep -oE -- '--[a-z][a-z-]+' <<<"$short_help")"
-
-# offers LINE: what bash offers for the last word
+# offers LINE: what the shell offers for the last word
 bash_offers() {
     bash --norc -c 'source share/completions/depcompare.bash
         compopt() { :; }
@@ -53,13 +53,13 @@ completes() {
 completes bash
 same "bash, all" "$names" "$(bash_offers 'depcompare -')"
 same "bash, with =" $'markdown' "$(bash_offers 'depcompare --format = m')"
-zsh_names=$(sed -n "s/^    '\(.*\)' \\\\\$/\1/p" share/completions/_depcompare |
-    sed -E 's/\[.*//; s/^\([^)]*\)//' | grep -oE -- '--?[a-z][a-z-]*')
-same zsh "$names" "$zsh_names"
+same "fish, described" "$described" \
+    "$(sed -nE "s/.* -l ([a-z-]+).* -d '(.*)'$/--\1  \2/p" share/completions/depcompare.fish)"
+zsh=$(sed -nE "s/^    '(.*)' \\\\$/\1/p" share/completions/_depcompare | grep -v '^:' | sed -E 's/^\([^)]*\)//')
+same zsh "$names" "$(sed -E 's/\[.*//' <<<"$zsh" | grep -oE -- '--?[a-z][a-z-]*')"
+same "zsh, described" "$described" "$(sed -nE 's/^[^[]*(--[a-z-]+)[^[]*\[([^]]*)\].*/\1  \2/p' <<<"$zsh")"
 while read -r option values; do
-    grep -qF -- "$option" share/completions/_depcompare
-    same "zsh $option" "$values" "$(grep -E -- "$option(\}')?\[" share/completions/_depcompare |
-        sed -E 's/.*:\(([^)]*)\).*/\1/')"
+    same "zsh $option" "$values" "$(grep -E -- "$option(\}')?\[" <<<"$zsh" | sed -E 's/.*:\(([^)]*)\)$/\1/')"
 done <<<"$choices"
 
 for shell in zsh fish; do

@@ -4,109 +4,138 @@
 #include <sstream>
 #include <vector>
 
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <gtest/gtest.h>
 
 namespace depcompare {
 namespace {
 
-std::variant<Options, Information> parsed(std::vector<const char*> words) {
-    words.insert(words.begin(), "depcompare");
-    return parseCommandLine(static_cast<int>(words.size()), words.data());
+/// Parses words that are separated by spaces.
+std::variant<Options, Information> parsed(const std::string& line) {
+    std::istringstream text("depcompare " + line);
+    std::vector<std::string> words{std::istream_iterator<std::string>(text), {}};
+    std::vector<const char*> pointers;
+    for (const std::string& word : words) {
+        pointers.push_back(word.c_str());
+    }
+    return parseCommandLine(static_cast<int>(pointers.size()), pointers.data());
 }
 
-std::string problemWith(const std::vector<const char*>& words) {
+std::string problemWith(const std::string& line) {
     try {
-        static_cast<void>(parsed(words));
+        static_cast<void>(parsed(line));
     } catch (const UsageError& error) {
         return error.what();
     }
     return "";
 }
 
-TEST(ParseCommandLine, everyOptionArrives) {
-    const auto full = std::get<Options>(parsed(
-        {"-f", "text", "--format", "json", "-o", "out", "--no-filter", "l", "--locale", "de_DE",
-         "--color=always", "--progress", "never", "-q", "--input-format", "graphml", "r"}));
-    EXPECT_EQ(full.inputs, (std::array<std::string, 2>{"l", "r"}));
-    EXPECT_EQ(full.format, Format::json);
-    EXPECT_EQ(full.outputFile, "out");
-    EXPECT_EQ(full.reading.format, "graphml");
-    EXPECT_EQ(full.locale, "de_DE");
-    EXPECT_EQ(full.colour, When::always);
-    EXPECT_EQ(full.progress, When::never);
-    EXPECT_TRUE(full.quiet);
-}
-
-TEST(ParseCommandLine, furtherReportsAndTheWayOfReadingArrive) {
-    const auto options = std::get<Options>(
-        parsed({"--report", "html=a=b.html", "l", "--report=json=c", "r", "--max-bytes", "65536",
-                "--node-id", "name", "--file-type", "lib", "--file-type=app", "--max-input-bytes",
-                "2G", "--max-nesting=9", "--max-nodes", "10", "--max-edges", "20K"}));
-    EXPECT_EQ(options.inputs, (std::array<std::string, 2>{"l", "r"}));
-    ASSERT_EQ(options.reports.size(), 2U);
-    EXPECT_EQ(options.reports[0].format, Format::html);
-    EXPECT_EQ(options.reports[0].path, "a=b.html");
-    EXPECT_EQ(options.mostBytes, 65536U);
+/// Returns: what the command line asks for, apart from defaults.
+std::string textOf(const Options& options) {
+    const Options defaults;
     const ReadOptions& reading = options.reading;
-    EXPECT_EQ(reading.nodeID, "name");
-    EXPECT_EQ(reading.fileTypes, (std::vector<std::string>{"lib", "app"}));
-    EXPECT_EQ(reading.limits.bytes, std::uint64_t{2} << 30U);
-    EXPECT_EQ(reading.limits.nestingDepth, 9U);
-    EXPECT_EQ(reading.limits.nodes, 10U);
-    EXPECT_EQ(reading.limits.edges, 20U << 10U);
+    std::string text = fmt::format("{}", fmt::join(options.inputs, " "));
+    const auto tell = [&](const char* name, const auto& value, const auto& byDefault) {
+        if (value != byDefault) {
+            text += fmt::format(" {}={}", name, value);
+        }
+    };
+    if (options.names != options.inputs) {
+        text += fmt::format(" names={}", fmt::join(options.names, ","));
+    }
+    tell("format", static_cast<int>(options.format), static_cast<int>(defaults.format));
+    tell("output", options.outputFile.value_or(""), "");
+    for (const FurtherReport& report : options.reports) {
+        text += fmt::format(" report={}:{}", static_cast<int>(report.format), report.path);
+    }
+    tell("most", options.mostBytes.value_or(0), 0U);
+    std::vector<std::string_view> filters;
+    std::ranges::transform(options.filters, std::back_inserter(filters), nameOf);
+    text += fmt::format(" [{}]", fmt::join(filters, ","));
+    tell("input", reading.format, "auto");
+    tell("node-id", reading.nodeID, "auto");
+    tell("types", fmt::format("{}", fmt::join(reading.fileTypes, ",")), "");
+    tell("empty", reading.emptyInputs, false);
+    tell("bytes", reading.limits.bytes, defaults.reading.limits.bytes);
+    tell("nodes", reading.limits.nodes, defaults.reading.limits.nodes);
+    tell("edges", reading.limits.edges, defaults.reading.limits.edges);
+    tell("text", reading.limits.textBytes, defaults.reading.limits.textBytes);
+    tell("depth", reading.limits.nestingDepth, defaults.reading.limits.nestingDepth);
+    tell("convert", options.conversion ? static_cast<int>(*options.conversion) : -1, -1);
+    tell("fail", static_cast<int>(options.failOn), static_cast<int>(defaults.failOn));
+    tell("locale", options.locale.value_or(""), "");
+    tell("colour", static_cast<int>(options.colour), 0);
+    tell("progress", static_cast<int>(options.progress), 0);
+    tell("quiet", options.quiet, false);
+    tell("pager", options.pager, true);
+    return text;
 }
 
-TEST(ParseCommandLine, filtersStandInTheOrderOfTheirUseAndNoneTwice) {
-    const std::pair<std::vector<const char*>, std::vector<std::string_view>> cases[] = {
-        {{}, {"nonstructural"}},
-        {{"--no-filter"}, {}},
-        {{"--filter", "nonstructural"}, {"nonstructural"}},
-        {{"--filter=unchanged"}, {"unchanged"}},
-        {{"--filter", "nonstructural", "--filter", "unchanged"}, {"unchanged", "nonstructural"}},
-        {{"--filter", "unchanged", "--filter", "unchanged"}, {"unchanged"}},
+TEST(ParseCommandLine, everyOptionArrives) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"l r", "l r [nonstructural]"},
+        {"-f text --format json -o out l --report html=a=b.html r --report=json=c --max-bytes "
+         "65536",
+         "l r format=1 output=out report=2:a=b.html report=1:c most=65536 [nonstructural]"},
+        {"l r --locale de_DE --color=always --progress never --no-pager -q --fail-on structural",
+         "l r [nonstructural] fail=1 locale=de_DE colour=1 progress=2 quiet=true pager=false"},
+        {"l r --no-filter", "l r []"},
+        {"l r --filter=unchanged", "l r [unchanged]"},
+        {"--filter nonstructural --filter unchanged l r --filter unchanged",
+         "l r [unchanged,nonstructural]"},
+        {"--input-format graphml --node-id name --file-type lib l r --file-type=app",
+         "l r [nonstructural] input=graphml node-id=name types=lib,app"},
+        {"l r --max-input-bytes 2G --max-nodes 10 --max-edges 20K --max-text-bytes 16 "
+         "--max-nesting=9",
+         "l r [nonstructural] bytes=2147483648 nodes=10 edges=20480 text=16 depth=9"},
+        {"--convert jgf l", "l  [nonstructural] convert=0"},
+        {"--textconv l", "l  [nonstructural] empty=true convert=1"},
+        {"-q --git l -q", "l -q [nonstructural] empty=true fail=2 quiet=true"},
+        {"--fail-on any --git path old 1 2 new 3 4",
+         "old new names=a/path,b/path [nonstructural] empty=true pager=false"},
+        {"--git path old 1 2 /dev/null 3 4 moved how",
+         "old /dev/null names=a/path,/dev/null [nonstructural] empty=true fail=2 pager=false"},
+        {"--git path old 1 2 new 3 4 moved how",
+         "old new names=a/path,b/moved [nonstructural] empty=true fail=2 pager=false"},
     };
-    for (const auto& [options, expected] : cases) {
-        std::vector<const char*> words{"l", "r"};
-        words.insert(words.end(), options.begin(), options.end());
-        std::vector<std::string_view> names;
-        const auto chosen = std::get<Options>(parsed(words)).filters;
-        for (const Filters& filter : chosen) {
-            names.push_back(nameOf(filter));
-        }
-        EXPECT_EQ(names, expected);
+    for (const auto& [line, expected] : cases) {
+        EXPECT_EQ(textOf(std::get<Options>(parsed(line))), expected) << line;
     }
+    EXPECT_EQ(std::get<Information>(parsed("--git a")).text, "* Unmerged path a\n");
 }
 
 TEST(ParseCommandLine, mistakesAreToldInOneLine) {
-    const std::pair<std::vector<const char*>, const char*> cases[] = {
-        {{}, "LEFT is required"},
-        {{"l"}, "RIGHT is required"},
-        {{"l", "r", "--nope"}, "The following argument was not expected: --nope"},
-        {{"-", "-"}, "only one of the two graphs can come from standard input"},
-        {{"-f", "yaml", "l", "r"}, "--format: yaml not in {text,json,html,markdown,summary}"},
-        {{"l", "r", "--report", "pdf=a"}, "--report: pdf=a is not a format, = and a file"},
-        {{"l", "r", "--report", "json="}, "--report: json= is not a format, = and a file"},
-        {{"l", "r", "-o", "a", "--report", "json=a"}, "two reports would go to a"},
-        {{"l", "r", "--max-bytes", "10"},
-         "--max-bytes: less than 4000 leaves no room for a report"},
-        {{"--filter", "x", "l", "r"}, "--filter: x not in {nonstructural,unchanged}"},
-        {{"--filter", "unchanged", "--no-filter", "l", "r"}, "--filter excludes --no-filter"},
-        {{"--convert", "jgf", "l", "r"}, "--convert and --textconv take one graph"},
-        {{"--textconv", "l", "r"}, "--convert and --textconv take one graph"},
-        {{"l", "--git", "l", "r"}, "--git has to be the last word before those that git adds"},
-        {{"--git", "l", "r", "-q"},
-         "--git: 1, 2, 7 or 9 words are what git adds, not 3; --git has to come last"},
-        {{"l", "r", "--fail-on", "all"}, "--fail-on: all not in {any,structural,none}"},
-        {{"l", "r", "--max-nodes", "0"}, "--max-nodes: Value 0 not in range 1 to 2000000000"},
-        {{"l", "r", "--filter"}, "--filter: 1 required nonstructural|unchanged missing"},
+    const std::pair<const char*, const char*> cases[] = {
+        {"", "LEFT is required"},
+        {"l", "RIGHT is required"},
+        {"l r --nope", "The following argument was not expected: --nope"},
+        {"- -", "only one of the two graphs can come from standard input"},
+        {"-f yaml l r", "--format: yaml not in {text,json,html,markdown,summary}"},
+        {"l r --report pdf=a", "--report: pdf=a is not FORMAT=FILE"},
+        {"l r --report json=", "--report: json= is not FORMAT=FILE"},
+        {"l r --report json", "--report: json is not FORMAT=FILE"},
+        {"l r -o a --report json=a", "two reports would be written to a"},
+        {"l r --max-bytes 10", "--max-bytes: Value 10 not in range 4000 to 1125899906842624"},
+        {"--filter x l r", "--filter: x not in {nonstructural,unchanged}"},
+        {"--filter unchanged --no-filter l r", "--no-filter excludes --filter"},
+        {"--convert jgf --textconv l", "--textconv excludes --convert"},
+        {"--convert jgf l r", "--convert and --textconv take one graph"},
+        {"--textconv l r", "--convert and --textconv take one graph"},
+        {"l --git l r", "--git must be the last option, followed only by what git appends"},
+        {"--git l r -q",
+         "--git: expected 1, 2, 7 or 9 arguments from git, got 3; --git must be the last option"},
+        {"l r --fail-on all", "--fail-on: all not in {any,structural,none}"},
+        {"l r --max-nodes 0", "--max-nodes: Value 0 not in range 1 to 2000000000"},
+        {"l r --filter", "--filter: 1 required NAME missing"},
     };
-    for (const auto& [words, expected] : cases) {
-        EXPECT_EQ(problemWith(words), expected);
+    for (const auto& [line, expected] : cases) {
+        EXPECT_EQ(problemWith(line), expected);
     }
 }
 
 TEST(ParseCommandLine, helpFitsAScreen) {
-    const std::string help = std::get<Information>(parsed({"--help"})).text;
+    const std::string help = std::get<Information>(parsed("--help")).text;
     EXPECT_LE(std::count(help.begin(), help.end(), '\n'), 30);
     std::istringstream lines(help);
     for (std::string line; std::getline(lines, line);) {

@@ -1,9 +1,6 @@
 // Whatever can be read can be written, and reading that gives the same graph.
-#include <algorithm>
 #include <filesystem>
 #include <string>
-#include <string_view>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -14,25 +11,8 @@
 namespace depcompare {
 namespace {
 
-namespace fs = std::filesystem;
-
 std::string jgfOf(const LoadedGraph& loaded) {
     return test::written([&](Output& output) { writeJGF(*loaded.graph, output); });
-}
-
-std::vector<fs::path> sampleFiles() {
-    std::vector<fs::path> files;
-    for (const char* folder : {EXAMPLES, TEST_DATA}) {
-        for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-            const std::string name = entry.path().filename().string();
-            if (entry.is_regular_file() && !name.starts_with("true_numbers") &&
-                !name.ends_with(".md")) {
-                files.push_back(entry.path());
-            }
-        }
-    }
-    std::ranges::sort(files);
-    return files;
 }
 
 void expectLossless(const LoadedGraph& loaded, const std::string& about) {
@@ -44,12 +24,19 @@ void expectLossless(const LoadedGraph& loaded, const std::string& about) {
 }
 
 TEST(Conversion, everySampleSurvivesIt) {
-    const auto files = sampleFiles();
-    EXPECT_GE(files.size(), 30U);
-    for (const fs::path& file : files) {
-        expectLossless(loadGraph(Input::open(file.string()), {}, [](std::string_view) {}),
-                       file.filename().string());
+    std::size_t files = 0;
+    for (const char* folder : {EXAMPLES, TEST_DATA}) {
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+            const std::string name = entry.path().filename().string();
+            if (entry.is_regular_file() && !name.starts_with("true_numbers") &&
+                !name.ends_with(".md")) {
+                ++files;
+                expectLossless(loadGraph(Input::open(entry.path().string()), {}, [](auto) {}),
+                               name);
+            }
+        }
     }
+    EXPECT_GE(files, 30U);
 }
 
 TEST(Conversion, oddTextsSurviveIt) {

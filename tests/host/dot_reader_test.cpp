@@ -73,44 +73,6 @@ TEST(DOTReader, nodesWithPositionsForIDsAreKnownByTheirLabels) {
     });
 }
 
-TEST(DOTReader, nodesThatOnlyEdgesNameAreToldAmongDescribedOnes) {
-    EXPECT_EQ(
-        test::load("digraph { a [label=A] a -> b a -> c }").warnings,
-        std::vector<std::string>{"nodes that are named by edges only: 2, the first is \"b\""});
-    EXPECT_TRUE(test::load("digraph { a -> b }").warnings.empty());
-}
-
-TEST(DOTReader, whatCannotBeReadIsRefusedInOneLine) {
-    const auto nested = [](std::size_t depth) {
-        return "digraph {" + std::string(depth, '{') + "a" + std::string(depth + 1, '}');
-    };
-    expectRead({
-        {"a mistake", "digraph {\na -> ;\n}", "in:2: not well-formed DOT: syntax error near ';'"},
-        {"cut off", "digraph {\na", "in:2: not well-formed DOT: syntax error"},
-        {"a second graph", "digraph { a }\ndigraph { b }", "in: more than one graph in the file"},
-        {"undirected", "graph { a -- b }", "in: undirected edge between \"a\" and \"b\""},
-        {"nothing but a comment", "# graph {",
-         "in: neither content nor name tell the format; "
-         "--input-format can name it"},
-        {"not UTF-8", "digraph {\n\"\xE4\" }", "in:2: not UTF-8; iconv can convert the file"},
-        {"a zero byte", std::string("digraph {\n") + '\0' + "}",
-         "in:2: a zero byte, so this is no text"},
-        {"depth", nested(300), "in: graphs nested deeper than 256 (--max-nesting)"},
-    });
-    EXPECT_NE(test::read(nested(20'000)).find("in:1: not well-formed DOT: "), std::string::npos);
-    // What was refused leaves nothing behind.
-    EXPECT_EQ(test::read("digraph { a }"), "a \"a\" [file]\n");
-}
-
-TEST(DOTReader, limitsHoldForWhatFewWordsAskForToo) {
-    const std::string many = "digraph { {a b c d} -> {e f g h} }";
-    EXPECT_EQ(test::read(many, {.edges = 15}), "in: more than 15 edges (--max-edges)");
-    EXPECT_NE(test::read(many, {.edges = 16}).find("000000f"), std::string::npos);
-    EXPECT_EQ(test::read(many, {.nodes = 7}), "in: more than 7 nodes (--max-nodes)");
-    EXPECT_EQ(test::read("digraph { long }", {.textBytes = 3}),
-              "in: a text of more than 3 bytes (--max-text-bytes)");
-}
-
 TEST(DOTReader, charactersAcrossPiecesOfTheFileStayWhole) {
     std::string name;
     for (int i = 0; i < 50'000; ++i) {

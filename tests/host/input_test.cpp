@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include "host_texts.h"
 #include "input/input_error.h"
 
 namespace depcompare {
@@ -41,38 +40,34 @@ std::string contentOf(const std::string& bytes, const Limits& limits = {}) {
     return content;
 }
 
-TEST(Input, whatGzipPackedIsUnpacked) {
+TEST(Input, whatGzipCompressedIsUncompressed) {
     std::string large;
     for (int i = 0; i < 100'000; ++i) {
         large += std::to_string(i);
     }
-    EXPECT_EQ(contentOf(packed("text")), "text");
-    EXPECT_EQ(contentOf(packed("")), "");
-    EXPECT_EQ(contentOf(packed(large)), large);
-    EXPECT_EQ(contentOf(packed(large) + packed("") + packed("more")), large + "more");
-    EXPECT_EQ(test::read(packed(test::graphML("<node id='a'/>"))), "a \"a\" [file]\n");
-}
-
-TEST(Input, everyCutThroughPackedBytesIsAnError) {
+    std::string damaged = packed("some text that is packed");
+    damaged[damaged.size() - 6] ^= 1;
+    const std::pair<std::string, std::string> cases[] = {
+        {packed("text"), "text"},
+        {packed(""), ""},
+        {packed(large), large},
+        {packed(large) + packed("") + packed("more"), large + "more"},
+        {damaged, "in: corrupt gzip data: incorrect data check"},
+        {packed("text") + "junk", "in: corrupt gzip data: incorrect header check"},
+    };
+    for (const auto& [bytes, expected] : cases) {
+        EXPECT_TRUE(contentOf(bytes) == expected) << contentOf(bytes).substr(0, 100);
+    }
     const std::string whole = packed("some text that is packed");
     for (std::size_t length = 2; length < whole.size(); ++length) {
-        EXPECT_EQ(contentOf(whole.substr(0, length)), "in: the gzip data end too early") << length;
+        EXPECT_EQ(contentOf(whole.substr(0, length)), "in: truncated gzip data") << length;
     }
 }
 
-TEST(Input, damagedPackedBytesAreAnError) {
-    std::string damaged = packed("some text that is packed");
-    damaged[damaged.size() - 6] ^= 1;
-    EXPECT_EQ(contentOf(damaged), "in: damaged gzip data: incorrect data check");
-    EXPECT_EQ(contentOf(packed("text") + "junk"), "in: damaged gzip data: incorrect header check");
-}
-
-TEST(Input, theLimitOfBytesCountsThemUnpacked) {
+TEST(Input, theLimitOfBytesCountsThemUncompressed) {
     const Limits limits{.bytes = 100'000};
-    const std::string bomb = packed(std::string(8'000'000, ' '));
-    ASSERT_LT(bomb.size(), limits.bytes);
     const std::string expected = "in: larger than 100000 bytes (--max-input-bytes)";
-    EXPECT_EQ(contentOf(bomb, limits), expected);
+    EXPECT_EQ(contentOf(packed(std::string(8'000'000, ' ')), limits), expected);
     EXPECT_EQ(contentOf(std::string(100'001, ' '), limits), expected);
     EXPECT_EQ(contentOf(std::string(100'000, ' '), limits).size(), 100'000U);
 }

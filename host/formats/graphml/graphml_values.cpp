@@ -41,9 +41,7 @@ void GraphMLValues::startKey(const XmlAttributes& attributes) {
     declared_ = {.id = std::string(id),
                  .carriers = graphMLCarriers(attributes.find("for")),
                  .name = std::string(name.value_or(id)),
-                 .graphics = std::string(graphics.value_or("")),
-                 .defaultValue = {},
-                 .defaultLine = 0};
+                 .graphics = std::string(graphics.value_or(""))};
 }
 
 void GraphMLValues::endKey() {

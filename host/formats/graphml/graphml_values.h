@@ -47,7 +47,7 @@ class GraphMLValues {
         std::vector<GraphMLCarrier> carriers;
         std::string name;
         std::string graphics;  // of what yEd's graphics are; empty for text
-        std::optional<std::string> defaultValue;
+        std::optional<std::string> defaultValue = {};
         std::size_t defaultLine = 0;
     };
 
