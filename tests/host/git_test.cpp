@@ -45,7 +45,7 @@ class Git : public Program {
     void configure(const std::string& setting) const {
         const std::string manual = contentOf(DOCUMENTS "/git.md");
         const std::size_t begin = manual.find("\n", manual.rfind("```sh", manual.find(setting)));
-        git(manual.substr(begin, manual.find("```", begin) - begin));
+        git(manual.substr(begin, manual.find("\n```", begin) - begin));
     }
     void copy(const fs::path& file, const std::string& name) const {
         fs::copy_file(file, folder_ / name, fs::copy_options::overwrite_existing);
@@ -111,12 +111,13 @@ TEST_F(Git, textOfGraphsIsComparedLineByLine) {
     const std::string output = git("git diff HEAD~1 HEAD -- ./-q.graphml z.graphml").output;
     EXPECT_EQ(linesOf(output.substr(0, output.find("a/z.graphml")),
                       [](const std::string& line) { return line.find(" -> ") != line.npos; }),
-              " app.cc -> store.h [include]\n"
               "-app.cc -> log.h [include]\n"
               "+app.cc -> net.h [include] from=HAVE_SYNC\n"
+              " app.cc -> store.h [include]\n"
               "+net.cc -> net.h [include]\n"
               "-store.cc -> sqlite3.h [include]\n"
-              "+store.cc -> sqlite3.h [include] from=WITH_SQLITE\n");
+              "+store.cc -> sqlite3.h [include] from=WITH_SQLITE\n"
+              " store.cc -> store.h [include]\n");
     EXPECT_NE(output.find("\n+++ b/z.graphml\n"), std::string::npos);
 }
 
