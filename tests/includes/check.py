@@ -45,7 +45,7 @@ def sources():
     except (OSError, subprocess.CalledProcessError):
         listed = [str(path.relative_to(root)) for path in root.rglob("*.*")]
     return {path for path in listed
-            if path.endswith((".h", ".cpp")) and not path.startswith("build/") and (root / path).is_file()}
+            if path.endswith((".h", ".cpp", ".def")) and not path.startswith("build/") and (root / path).is_file()}
 
 
 def resolve(source, name, files, bases):
