@@ -1,5 +1,5 @@
 #pragma once
-// Does one thing for the left and the right input at the same time.
+// Does the same for the left and the right input, at the same time.
 #include <array>
 #include <cstddef>
 #include <future>
@@ -7,11 +7,11 @@
 
 namespace depcompare {
 
-/// Calls `task(0)` on the calling thread and `task(1)` beside it, and waits for both; where no
-/// thread can be had, one after the other.
+/// Calls `task(0)` on the calling thread and `task(1)` on another, and waits for both. If no thread
+/// can be created, it calls one after the other.
 ///
 /// Returns: both results.
-/// Throws:  what a call throws; where both do, what the left one throws.
+/// Throws:  what a call throws; if both do, what the left one throws.
 /// Threads: the two calls must not disturb each other.
 template <class Task>
 [[nodiscard]] auto onBothSides(const Task& task) {

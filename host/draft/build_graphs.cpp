@@ -93,7 +93,7 @@ void addWarnings(GraphDraft& draft) {
     warnOfPositions(draft);
 }
 
-// Seven digits fit the string's own storage; the digits' order is that of their code units.
+// Seven digits fit into the string itself; the digits' order is that of their code units.
 std::u16string rankAsID(std::size_t rank) {
     constexpr std::u16string_view digits = u"0123456789abcdefghijklmnopqrstuvwxyz";
     std::u16string id(7, digits.front());
@@ -180,7 +180,7 @@ class DraftBuilder {
         return component;
     }
 
-    // Of the defaults and, before those, the values; of several for one key the last.
+    // Values replace defaults; of several values for one key, the last holds.
     std::vector<Property> propertiesOf(std::span<const PropertyDraft> defaults,
                                        std::span<const PropertyDraft> values) {
         std::vector<std::pair<std::uint32_t, std::string_view>> ranked;

@@ -1,5 +1,5 @@
 #pragma once
-// From what two files said to two graphs that can be compared.
+// Builds two graphs that can be compared from the drafts of two files.
 #include <array>
 #include <cstddef>
 #include <memory>
@@ -15,7 +15,7 @@
 
 namespace depcompare {
 
-/// A graph, and what is told about the file that it came from.
+/// A graph, and facts about the file that it came from.
 struct LoadedGraph {
     std::shared_ptr<const dependency::graph::Graph> graph;
     std::string source;
@@ -26,12 +26,12 @@ struct LoadedGraph {
     std::vector<std::string> warnings;
 };
 
-/// Makes graphs that depend on what the files say only, and not on the order in which they say it:
-/// nodes stand in the order of their IDs, property keys ascend, and the ID of a dependency is its
-/// rank by the columns of `EdgeColumn`.
+/// Builds graphs that depend on the content of the files, not on its order: nodes are in the order of
+/// their IDs, property keys ascend, and the ID of a dependency is its rank by the columns of
+/// `EdgeColumn`. Adds warnings about what looks odd.
 ///
 /// Returns: left, right; each with marked node IDs (see `marked_id.h`).
-/// Throws:  `InputError` where the options' node IDs cannot be had.
+/// Throws:  `InputError` if the options' rule does not give every node an ID of its own.
 [[nodiscard]] std::array<LoadedGraph, 2> buildGraphs(std::array<GraphDraft, 2> drafts,
                                                      const ReadOptions& options = {});
 

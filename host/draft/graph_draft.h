@@ -1,7 +1,7 @@
 #pragma once
-// What a file said, before anything is decided that needs both files of a comparison.
+// The content of a file, before anything is decided that needs both files of a comparison.
 //
-// Text is UTF-8. Whatever repeats is kept once: types, keys and component names are numbers of
+// Text is UTF-8. Whatever repeats is stored once: types, keys and component names are numbers of
 // texts, the ends of edges are numbers of nodes.
 #include <array>
 #include <cstdint>
@@ -18,7 +18,7 @@ namespace depcompare {
 using TextNumber = std::uint32_t;
 using NodeNumber = std::uint32_t;
 
-/// Owns texts; moving it moves none of them.
+/// Owns texts, whose addresses survive a move of the store.
 class TextStore {
   public:
     /// Lifetime: the result is valid as long as the store.
@@ -81,13 +81,13 @@ struct GraphDraft {
     std::vector<PropertyDraft> nodeDefaults;        ///< for nodes that lack the key
     std::vector<PropertyDraft> graphProperties;     ///< a later value of a key holds
     std::vector<EdgeDraft> edges;
-    /// What nodes had better be known by than by their IDs, if it is unique in both files of a
-    /// comparison; of one node's the better first.
+    /// Preferred IDs of nodes, used if they are unique in both files of a comparison; of one node's,
+    /// the best first.
     std::vector<IdCandidate> idCandidates;
     std::vector<std::string> warnings;
-    boost::posix_time::ptime analysisTime;  ///< in UTC; not a time where the file names none
+    boost::posix_time::ptime analysisTime;  ///< in UTC; not a time if the file names none
 
-    /// Returns: the number of a text, which the draft keeps from now on.
+    /// Returns: the number of a text, which the draft stores from now on.
     [[nodiscard]] TextNumber textNumber(std::string_view text);
 };
 

@@ -157,7 +157,7 @@ NodeNumber GraphSink::nodeWithID(std::string_view id) {
     if (holdsMark(id)) {
         fail(markProblem(id));
     }
-    // Every node is added or named by an edge, so this bounds the nodes that were only named.
+    // Every node is added or named by an edge, so this limits the nodes that were only named.
     if (draft_.nodes.size() == limits_.nodes * 2) {
         failForNodes();
     }

@@ -1,5 +1,5 @@
 #pragma once
-// Where every reader puts what it reads: checks it, keeps it small, ends in a draft of the graph.
+// Takes what every reader reads, checks it, and makes a draft of the graph.
 #include <array>
 #include <cstddef>
 #include <functional>
@@ -19,32 +19,32 @@ namespace depcompare {
 /// Returns: a warning about nodes that only edges mention.
 [[nodiscard]] std::string onlyInEdges(std::size_t count, std::string_view firstID);
 
-/// Applies the rules that all formats share. Nodes and edges may come in any order, an edge before
-/// its ends; the last of several values for one thing holds; every value is the text as it stands.
+/// Applies the rules that all formats share. Nodes and edges may be added in any order, an edge before
+/// its ends; the last of several values for one thing holds; every value is taken verbatim.
 ///
-/// Every operation throws `InputError`, with the line where the reader stands, for an ID that was
-/// used before or holds U+0001, a malformed time of analysis, and beyond the limits.
+/// Every operation throws `InputError`, with the reader's current line, for a duplicate ID, an ID that
+/// contains the mark of IDs, a malformed timestamp, or an exceeded limit.
 class GraphSink {
   public:
-    /// Returns: the line where the reader stands, from 1; 0 where it has none.
+    /// Returns: the reader's current line, from 1; 0 if it has none.
     using CurrentLine = std::function<std::size_t()>;
 
     GraphSink(std::string source, const Limits& limits, CurrentLine currentLine = {});
 
     NodeNumber addNode(std::string_view id);
-    /// Returns: the node with this ID, which is added where it was not before.
+    /// Returns: the node with this ID, which is added if it was not before.
     NodeNumber addNodeOnce(std::string_view id);
-    /// A node without a name is called by its ID.
+    /// The default is the ID.
     void setName(NodeNumber node, std::string_view name);
-    /// A node without a type is a file.
+    /// The default is `file`.
     void setType(NodeNumber node, std::string_view type);
     void setProperty(NodeNumber node, std::string_view key, std::string_view value);
-    /// What the node had better be known by, where it is unique in both files; the best comes first.
+    /// A preferred ID, used if it is unique in both files. Add the best one first.
     void addIdCandidate(NodeNumber node, std::string_view id);
 
     /// Returns: the edge's number.
     std::size_t addEdge(std::string_view upstreamID, std::string_view downstreamID);
-    /// Edges without a type have the type `depends`, without component names and types empty ones.
+    /// The default type is `depends`; component names and types are empty by default.
     ///
     /// Requires: `column` is neither of the ends.
     void set(std::size_t edge, EdgeColumn column, std::string_view text);
@@ -59,7 +59,7 @@ class GraphSink {
     void setDefault(EdgeColumn column, std::string_view text);
     void setDefaultGraphProperty(std::string_view key, std::string_view value);
 
-    /// Ends of edges that are never added become nodes, with a warning.
+    /// Makes nodes of ends of edges that are never added, with a warning.
     void addMissingEnds() { addsMissingEnds_ = true; }
 
     void warn(std::string warning) { draft_.warnings.push_back(std::move(warning)); }

@@ -1,5 +1,5 @@
 #pragma once
-// How inputs are to be read.
+// How inputs are read.
 #include <string>
 #include <vector>
 
@@ -10,7 +10,7 @@ namespace depcompare {
 struct ReadOptions {
     std::string format = "auto";              ///< "auto", or one of `inputFormats()`
     std::string nodeID = "auto";              ///< "auto", "id", "name", or the key of a property
-    std::vector<std::string> fileTypes = {};  ///< types that make a node a file, beside `file`
+    std::vector<std::string> fileTypes = {};  ///< types that make a node a file, besides `file`
     bool emptyInputs = false;                 ///< whether an empty input is an empty graph
     Limits limits = {};
 };

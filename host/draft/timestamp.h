@@ -7,11 +7,11 @@
 
 namespace depcompare {
 
-/// Reads ISO 8601: a date, or a date and a time with minutes, seconds or a fraction of them, with
-/// or without an offset (Z, +02:00, +0200, +02); without one it is UTC.
+/// Parses ISO 8601: a date, or a date and a time with minutes, seconds or a fraction of them, with or
+/// without an offset (Z, +02:00, +0200, +02); UTC by default.
 ///
-/// Returns: the time in UTC, to the microsecond; nothing for any other text and outside of the
-///          years 1400 to 9999.
+/// Returns: the time in UTC, to the microsecond; nothing for any other text and outside the years
+///          1400 to 9999.
 [[nodiscard]] std::optional<boost::posix_time::ptime> parseTimestamp(std::string_view text);
 
 }  // namespace depcompare

@@ -1,5 +1,5 @@
 #pragma once
-// Streams a JSON document and hands over the parts that a reader wants, each one whole.
+// Streams a JSON document and passes on the parts that a reader wants, each as a whole.
 #include <cstddef>
 #include <initializer_list>
 #include <string>
@@ -38,10 +38,10 @@ class JsonPath {
 /// What a reader wants of a document.
 class JsonRecords {
   public:
-    /// Returns: whether the value that begins here is to be collected. Values inside a collected
-    ///          one are not asked for.
+    /// Returns: whether to collect the value that begins here. Not called for values inside a
+    ///          collected one.
     [[nodiscard]] virtual bool wants(const JsonPath& path) const = 0;
-    /// Order: as in the document. Numbers with a fraction or too large are texts as they stand.
+    /// Order: as in the document. Numbers with a fraction, or too large, are verbatim texts.
     virtual void take(const JsonPath& path, const nlohmann::json& value) = 0;
 
   protected:
@@ -51,7 +51,7 @@ class JsonRecords {
     ~JsonRecords() = default;
 };
 
-/// The bytes of an input, and where among them the parser stands.
+/// The bytes of an input, and the parser's position among them.
 class JsonBytes {
   public:
     explicit JsonBytes(Input& input);
@@ -61,7 +61,7 @@ class JsonBytes {
     void advance();
     void endToken() { tokenBytes_ = 0; }
 
-    /// Returns: the line where the parser stands, from 1.
+    /// Returns: the parser's current line, from 1.
     [[nodiscard]] std::size_t line() const { return line_; }
     [[nodiscard]] const Limits& limits() const { return input_.limits(); }
     [[noreturn]] void fail(std::string_view problem) const;
@@ -78,24 +78,22 @@ class JsonBytes {
     std::size_t longestToken_;
 };
 
-/// Requires of the document one of the outermost keys `required`, without which it is something else
-/// than a reader takes it for.
-///
-/// Throws: `InputError` for what is not JSON or not UTF-8, for a document without such a key, and
-///         beyond the limits; what `records` throws.
+/// Throws: `InputError` if none of the top-level keys `required` is present (the document is then of
+///         another format), if the document is not JSON or not UTF-8, or for an exceeded limit; what
+///         `records` throws.
 void parseJson(JsonBytes& bytes, JsonRecords& records,
                std::initializer_list<std::string_view> required);
 
-/// Returns: a text as it stands, anything else as JSON with sorted keys.
+/// Returns: a text verbatim, anything else as JSON with sorted keys.
 [[nodiscard]] std::string textOf(const nlohmann::json& value);
 
-/// Returns: the text of a member; empty where `object` is no object or has no such member.
+/// Returns: the text of a member; empty if `object` is not an object or has no such member.
 [[nodiscard]] std::string memberText(const nlohmann::json& object, const char* key);
 
 /// Returns: whether the member is there and true.
 [[nodiscard]] bool isTrue(const nlohmann::json& object, const char* key);
 
-/// Returns: the keys of the outermost object, as far as these bytes show them.
+/// Returns: the keys of the outermost object, as far as these bytes go.
 [[nodiscard]] std::vector<std::string> outermostKeys(std::string_view firstBytes);
 
 }  // namespace depcompare

@@ -1,5 +1,5 @@
 #pragma once
-// From two inputs to two graphs that can be compared.
+// Loads two inputs as graphs that can be compared.
 #include <array>
 #include <functional>
 #include <string_view>
@@ -10,18 +10,18 @@
 
 namespace depcompare {
 
-/// Is told what is about to happen.
+/// Called with what is about to happen.
 using Stage = std::function<void(std::string_view)>;
 
 /// Reads and builds both graphs at the same time.
 ///
 /// Requires: two inputs of which nothing was read yet.
 /// Returns:  left, right.
-/// Throws:   `InputError`, of the left input where both are faulty.
+/// Throws:   `InputError`, of the left input if both are faulty.
 [[nodiscard]] std::array<LoadedGraph, 2> loadGraphs(std::array<Input, 2> inputs,
                                                     const ReadOptions& options, const Stage& stage);
 
-/// Reads and builds one graph, by the same rules.
+/// Reads and builds one graph in the same way.
 ///
 /// Requires: an input of which nothing was read yet.
 /// Throws:   `InputError`.

@@ -1,5 +1,5 @@
 #pragma once
-// A streaming XML parser as the readers need it: events out, errors as exceptions.
+// A streaming XML parser for readers: events out, errors as exceptions.
 #include <concepts>
 #include <cstddef>
 #include <exception>
@@ -24,7 +24,7 @@ class XmlAttributes {
     const char** pairs_;  // name, value, ..., null
 };
 
-/// What happens on the way through a file. An exception ends the parsing and reaches its caller.
+/// Receives the events of a file. An exception ends the parsing and reaches its caller.
 class XmlEvents {
   public:
     virtual void start(std::string_view element, const XmlAttributes& attributes) = 0;
@@ -44,7 +44,7 @@ class XmlParser {
   public:
     XmlParser();
 
-    /// Throws: `InputError` with the line for what is not well-formed, and what `events` throws.
+    /// Throws: `InputError` with the line if the input is not well-formed, and what `events` throws.
     void parse(Input& input, XmlEvents& events);
 
     /// Returns: the line where the current event begins, from 1.

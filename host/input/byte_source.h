@@ -18,9 +18,9 @@ class ByteSource {
     [[nodiscard]] virtual std::size_t read(std::span<char> target) = 0;
 };
 
-/// Opens a file, or standard input for "-". `name` stands in messages.
+/// Opens a file, or standard input for "-". Messages call it `name`.
 ///
-/// Throws: `InputError` where it cannot be opened.
+/// Throws: `InputError` if it cannot be opened.
 [[nodiscard]] std::unique_ptr<ByteSource> fileBytes(const std::string& path,
                                                     const std::string& name);
 

@@ -1,5 +1,5 @@
 #pragma once
-// Unpacks gzip while it is read.
+// Decompresses gzip while it is read.
 #include <memory>
 #include <string>
 #include <string_view>
@@ -8,11 +8,11 @@
 
 namespace depcompare {
 
-/// Returns: whether data that begin like this are packed by gzip.
+/// Returns: whether data that begin like this are compressed by gzip.
 [[nodiscard]] bool looksPacked(std::string_view firstBytes);
 
-/// Returns: what is packed in `packed`, several members one after the other. Reading throws
-///          `InputError` for damaged data, data that end early, and anything behind them.
+/// Returns: the decompressed content of `packed`, which may have several members. Reading throws
+///          `InputError` for corrupt or truncated data, and for anything after them.
 [[nodiscard]] std::unique_ptr<ByteSource> unpackedBytes(std::unique_ptr<ByteSource> packed,
                                                         std::string name);
 

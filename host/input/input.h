@@ -1,5 +1,5 @@
 #pragma once
-// The bytes of one input, from a file, standard input or memory; what gzip packed is unpacked.
+// The bytes of one input, from a file, standard input or memory, decompressed if necessary.
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -16,10 +16,10 @@ class Input {
   public:
     /// Opens the file, or standard input for "-". Messages call it `name`.
     ///
-    /// Throws: `InputError` where it cannot be opened.
+    /// Throws: `InputError` if it cannot be opened.
     [[nodiscard]] static Input open(const std::string& path, const std::string& name,
                                     const Limits& limits = {});
-    /// The same, under the name that it has.
+    /// The same, named by its path.
     [[nodiscard]] static Input open(const std::string& path, const Limits& limits = {});
     [[nodiscard]] static Input fromText(std::string name, std::string text,
                                         const Limits& limits = {});
@@ -28,14 +28,14 @@ class Input {
     [[nodiscard]] const std::string& name() const noexcept { return name_; }
     [[nodiscard]] const Limits& limits() const noexcept { return limits_; }
 
-    /// Returns: the first bytes, at most 64 KiB, without taking them; valid until the next `read`.
     /// Requires: nothing was read yet.
+    /// Returns: the first bytes, at most 64 KiB, which stay to be read; valid until the next `read`.
     /// Throws:  as `read`.
     [[nodiscard]] std::string_view peek();
 
     /// Returns: how many bytes were put into `target`; 0 at the end.
-    /// Throws:  `InputError` for a failed read, damaged gzip data, and beyond the limit of bytes,
-    ///          which counts them unpacked.
+    /// Throws:  `InputError` for a failed read, corrupt gzip data, and more bytes than the limit,
+    ///          which counts them decompressed.
     [[nodiscard]] std::size_t read(std::span<char> target);
 
   private:
@@ -46,8 +46,8 @@ class Input {
     std::string name_;
     Limits limits_;
     std::unique_ptr<ByteSource> source_;
-    bool opened_ = false;   // whether it is known if the source is packed
-    std::string buffered_;  // the first bytes, until they are taken
+    bool opened_ = false;   // whether the first bytes were examined
+    std::string buffered_;  // the first bytes, until they are read
     std::size_t taken_ = 0;
     std::uint64_t total_ = 0;
 };

@@ -112,7 +112,7 @@ void CycloneDXReader::addNode(const json& component, bool isService) {
     if (ref.empty()) {
         bytes_.fail("component without bom-ref, purl and name");
     }
-    // One without a reference of its own cannot be told from its equals.
+    // One without a reference of its own cannot be distinguished from its equals.
     const NodeNumber node = hasRef ? sink_.addNode(ref) : sink_.addNodeOnce(ref);
     sink_.setName(node, name.empty() ? ref : name);
     if (isService) {
@@ -154,7 +154,7 @@ void CycloneDXReader::addProperty(NodeNumber node, const std::string& key, const
 
 void CycloneDXReader::addNamedValues(NodeNumber node, const json& values, const char* nameKey,
                                      const char* valueKey) {
-    // A name may occur several times, and the order says nothing.
+    // A name may occur several times, in any order.
     std::map<std::string, std::set<std::string>> valuesByName;
     for (const json& value : values) {
         valuesByName[memberText(value, nameKey)].insert(memberText(value, valueKey));

@@ -10,7 +10,7 @@ namespace depcompare {
 
 [[nodiscard]] bool looksLikeCycloneDX(std::string_view firstBytes);
 
-/// Every component is a file, nested ones and the one that the document is about included; services
+/// Every component is a file, including nested ones and the one that the document describes; services
 /// are nodes of the type `service`.
 ///
 /// Throws: `InputError`.

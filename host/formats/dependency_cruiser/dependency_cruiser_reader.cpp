@@ -32,7 +32,7 @@ std::vector<std::string> dependencyTypesOf(const json& described) {
     return types;
 }
 
-// Of the words for a dependency these say where its end was found, and not how it is needed.
+// The words of a dependency that say where its end was found, not how it is needed.
 bool tellsResolution(const std::string& word) {
     return word.starts_with("npm") || word.starts_with("aliased") ||
            isOneOf(word, {"core", "deprecated", "local", "localmodule", "undetermined", "unknown"});
@@ -96,7 +96,7 @@ class DependencyCruiserReader final : public JsonRecords {
         if (source.empty()) {
             bytes_.fail("module without \"source\"");
         }
-        // What several runs found may have been joined into one file.
+        // A file may combine the results of several runs.
         const NodeNumber node = sink_.addNodeOnce(source);
         sink_.setType(node, typeOfModule(module));
         for (const auto& [key, value] : module.items()) {
@@ -111,7 +111,7 @@ class DependencyCruiserReader final : public JsonRecords {
         }
     }
 
-    // The edges tell the rest, and "valid" and no "orphan" are what every module should be.
+    // The edges say the rest, and every module should be "valid" and no "orphan".
     static bool saysSomething(const std::string& key, const json& value) {
         return !isOneOf(key,
                         {"source", "dependencies", "dependents", "dependencyTypes", "coreModule",

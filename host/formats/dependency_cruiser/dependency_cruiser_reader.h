@@ -9,8 +9,8 @@ namespace depcompare {
 
 [[nodiscard]] bool looksLikeDependencyCruiser(std::string_view firstBytes);
 
-/// Modules are files, but for those that belong to the run-time system (type `core`), could not be
-/// found (`unresolved`) or were not looked into (`npm`, `external`).
+/// Modules are files, except those that belong to the run-time system (type `core`), could not be found
+/// (`unresolved`) or were not visited (`npm`, `external`).
 ///
 /// Throws: `InputError`.
 [[nodiscard]] GraphDraft readDependencyCruiser(Input& input);

@@ -1,5 +1,5 @@
 #pragma once
-// Which attributes of DOT tell how a graph is drawn, and not what it is.
+// The attributes of DOT that say how a graph is drawn, not what it is.
 #include <string_view>
 
 namespace depcompare {

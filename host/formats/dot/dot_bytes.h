@@ -1,5 +1,5 @@
 #pragma once
-// The bytes of a DOT file on their way into a parser that can report no error of theirs.
+// The bytes of a DOT file, for a parser that cannot report errors of reading them.
 #include <cstddef>
 #include <exception>
 #include <span>
@@ -9,7 +9,7 @@
 
 namespace depcompare {
 
-/// Lets UTF-8 through and stops at anything else.
+/// Passes UTF-8 on and stops at anything else.
 class DotBytes {
   public:
     explicit DotBytes(Input& input) : input_(input) {}
@@ -17,7 +17,7 @@ class DotBytes {
     /// Returns: how many bytes were put into `target`; 0 at the end, and from a failure on.
     [[nodiscard]] int read(char* target, int size) noexcept;
 
-    /// Throws: the failure that ended the reading, if one did: `InputError`.
+    /// Throws: the `InputError` that ended the reading, if any.
     void rethrowFailure() const;
 
   private:

@@ -1,4 +1,4 @@
-// The library keeps its state in globals: they are set for one file and reset behind it.
+// The library keeps its state in globals, which are set for one file and reset after it.
 #include "formats/dot/dot_graph.h"
 
 #include <charconv>
@@ -37,8 +37,8 @@ int noteMessage(char* part) {
     return 0;
 }
 
-// A few words can ask for any number of edges ({a b ...} -> {c d ...}), so they are counted while
-// they are made. Refusing an ID refuses the edge.
+// A few words can create any number of edges ({a b ...} -> {c d ...}), so they are counted while they
+// are created. Refusing an ID refuses the edge.
 template <class Result, class... Rest>
 Result limitedMap(void* state, int kind, char* text, IDTYPE* id, Rest... rest) {
     if (kind == AGEDGE && ++watch.edges > watch.mostEdges) {
@@ -47,7 +47,7 @@ Result limitedMap(void* state, int kind, char* text, IDTYPE* id, Rest... rest) {
     return AgIdDisc.map(state, kind, text, id, rest...);
 }
 
-// The library still knows every name when it has made the object.
+// When it has created the object, the library still knows every name.
 void noteName(void* /*state*/, int kind, void* object) {
     if (kind == AGNODE) {
         if (const std::string_view name = agnameof(object); name.starts_with('%')) {
@@ -124,7 +124,7 @@ DotGraph::DotGraph(Input& input) : lock_(libraryMutex()) {
     DotBytes bytes(input);
     graph_.reset(agread(&bytes, &disciplines()));
     forgotten_ = std::move(watch.forgotten);
-    // What is behind the graph stays in the library until it has met the end.
+    // The library keeps what follows the graph until it has seen the end.
     bool several = false;
     while (Agraph_t* further = agread(&bytes, &disciplines())) {
         several = true;

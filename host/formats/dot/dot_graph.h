@@ -1,5 +1,5 @@
 #pragma once
-// A graph as libcgraph parses it.
+// A graph parsed by libcgraph.
 #include <memory>
 #include <mutex>
 #include <string>
@@ -12,13 +12,13 @@
 
 namespace depcompare {
 
-/// The names that the library forgets: it takes a name that begins with % for one that it made up.
+/// The names that the library forgets: it takes a name that begins with % for a generated one.
 using ForgottenNames = std::unordered_map<const void*, std::string>;
 
 /// Holds the graph, and the lock without which the library must not be used.
 class DotGraph {
   public:
-    /// Throws: `InputError` for whatever the library complains of, no or several graphs in the file,
+    /// Throws: `InputError` for whatever the library reports, for no or several graphs in the file,
     ///         text that is not UTF-8, and more edges than the limit.
     explicit DotGraph(Input& input);
 

@@ -66,7 +66,7 @@ class DOTReader {
 
     void readGraph() {
         const std::string_view name = agnameof(graph_);
-        if (!name.empty() && !name.starts_with('%')) {  // which the library makes up
+        if (!name.empty() && !name.starts_with('%')) {  // which the library generates
             sink_.setGraphProperty("name", name);
         }
         for (Agsym_t* attribute : attributesOf(graph_, AGRAPH)) {
@@ -95,7 +95,7 @@ class DOTReader {
             }
             readNode(node, attributes);
         }
-        // A file that describes its nodes does so for all; the others came with an edge.
+        // A file that describes its nodes describes all; the others appear only in edges.
         if (described != 0 && !bare.empty()) {
             sink_.warn(onlyInEdges(bare.size(), bare.front()));
         }
@@ -128,7 +128,7 @@ class DOTReader {
         return aghtmlstr(label) != 0 ? htmlLabelText(label) : labelText(label, id);
     }
 
-    // jdeps names the archive behind a package where it is needed, and not where it needs others.
+    // jdeps appends the archive to a package that others need, but not to one that needs others.
     std::string idOf(Agnode_t* node) const {
         std::string id(dot_.nameOf(node));
         if (const std::string archive = fmt::format(" ({})", agnameof(graph_));
@@ -138,7 +138,7 @@ class DOTReader {
         return id;
     }
 
-    // CMake writes a target's other names behind its own: "store\n(Notes::store)".
+    // CMake writes a target's other names after its own: "store\n(Notes::store)".
     std::string targetOf(NodeNumber node, std::string_view label) {
         constexpr std::string_view lineBreak = "\\n";
         const std::size_t end = label.find(lineBreak);
@@ -207,7 +207,7 @@ class DOTReader {
         nodes_[upstream.first].leadTo.push_back(nodes_[downstream.first].label);
     }
 
-    // A step of a build has the label of many others; with what it leads to, it is one of a kind.
+    // Many steps of a build have the same label; together with what it leads to, it is unique.
     void offerLabels() {
         std::vector<std::string_view> ids;
         for (const auto& [node, named] : nodes_) {
@@ -233,14 +233,14 @@ class DOTReader {
         return legend_ != nullptr && agsubnode(legend_, node, 0) != nullptr;
     }
 
-    // The library's functions take texts that they do not change.
+    // The library takes texts that it does not change as `char*`.
     static inline char legendName[] = "clusterLegend";
 
     Input& input_;
     GraphSink sink_;
     DotGraph dot_;
     Agraph_t* graph_;
-    Agraph_t* legend_ = nullptr;  // that CMake draws beside its targets
+    Agraph_t* legend_ = nullptr;  // which CMake adds
     std::map<Agnode_t*, Named> nodes_;
 };
 

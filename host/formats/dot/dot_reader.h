@@ -7,11 +7,11 @@
 
 namespace depcompare {
 
-/// Returns: whether the first word, behind comments, is one that begins a graph.
+/// Returns: whether the first word after comments is one that begins a graph.
 [[nodiscard]] bool looksLikeDOT(std::string_view firstBytes);
 
-/// Every node is a file, named by its label; what only draws is passed over. Where node IDs look
-/// positional, the label is the better ID.
+/// Every node is a file, named by its label; attributes of drawing are ignored. If node IDs look
+/// positional, the label is the preferred ID.
 ///
 /// Throws: `InputError`; also for undirected edges.
 /// Threads: inputs are read one after the other.

@@ -1,5 +1,5 @@
 #pragma once
-// The keys of a GraphML file: what a piece of data means, by the element that carries it.
+// The keys of a GraphML file: the meaning of data, by the element that has them.
 #include <array>
 #include <cstdint>
 #include <functional>
@@ -13,7 +13,7 @@
 
 namespace depcompare {
 
-/// The elements whose data counts.
+/// The elements whose data count.
 enum class GraphMLCarrier : std::uint8_t { graph, node, edge };
 
 struct GraphMLKey {
@@ -33,20 +33,20 @@ struct GraphMLKey {
     EdgeColumn column = EdgeColumn::type;  ///< for `edgeColumn`
 };
 
-/// Returns: what data with this name is for this carrier.
+/// Returns: the meaning of data with this name for this carrier.
 [[nodiscard]] GraphMLKey graphMLKey(GraphMLCarrier carrier, std::string_view name);
 
-/// Returns: the carriers that a key's attribute `for` names; all where there is none.
+/// Returns: the carriers that a key's attribute `for` names; all if there is none.
 [[nodiscard]] std::vector<GraphMLCarrier> graphMLCarriers(
     const std::optional<std::string_view>& value);
 
 /// Keys by carrier and ID, since some writers give a node key and an edge key the same ID.
 class GraphMLKeys {
   public:
-    /// Returns: false where the carrier's key was declared, or looked up, before.
+    /// Returns: false if the carrier's key was declared, or looked up, before.
     [[nodiscard]] bool declare(GraphMLCarrier carrier, std::string_view id, const GraphMLKey& key);
 
-    /// Returns: the key, one that was not declared by its ID; valid as long as this object.
+    /// Returns: the key; if it was not declared, one named by its ID. Valid as long as this object.
     [[nodiscard]] const GraphMLKey& find(GraphMLCarrier carrier, std::string_view id);
 
   private:

@@ -1,5 +1,5 @@
-// A stack of the elements that are open says what each event means; whatever has no meaning where
-// it stands is passed over with all that it holds.
+// A stack of the open elements gives each event its meaning; an element without meaning is ignored
+// with all its content.
 #include "formats/graphml/graphml_reader.h"
 
 #include <cstdint>
@@ -23,7 +23,7 @@ enum class Element : std::uint8_t { document, graphml, key, defaultValue, graph,
 struct Open {
     Element element = Element::document;
     std::size_t number = 0;   // of the node or edge
-    bool undirected = false;  // of a graph: its edges, where they do not say
+    bool undirected = false;  // of a graph: the default of its edges
     bool nested = false;      // of a graph
 };
 
@@ -69,7 +69,7 @@ class GraphMLReader final : public XmlEvents {
     GraphSink sink_;
     GraphMLValues values_;
     std::vector<Open> open_{Open{}};
-    std::size_t passedOver_ = 0;  // how many elements that have no meaning are open
+    std::size_t passedOver_ = 0;  // how many ignored elements are open
     std::string prefix_;          // with its colon
 };
 

@@ -36,7 +36,7 @@ GraphMLKey keyFor(GraphMLCarrier carrier, std::string_view name, std::string_vie
 void GraphMLValues::startKey(const XmlAttributes& attributes) {
     const std::string_view id = attributes.find("id").value_or("");
     const auto name = attributes.find("attr.name");
-    // Keys without a name that carry another tool's graphics say so in an attribute of that tool.
+    // Keys for another tool's graphics have no name, but an attribute of that tool.
     const auto graphics = name ? std::nullopt : attributes.find("yfiles.type");
     declared_ = {.id = std::string(id),
                  .carriers = graphMLCarriers(attributes.find("for")),
@@ -95,7 +95,7 @@ bool GraphMLValues::isGraphics() const {
 void GraphMLValues::startElement(std::string_view name) {
     ++depth_;
     holdsElements_ = true;
-    // A group has several labels, of which one is seen at a time; the first one counts.
+    // A group has several labels, of which one is shown at a time; the first one counts.
     if (isGraphics() && text_.empty() && labelDepth_ == 0 &&
         (name == "NodeLabel" || name == "EdgeLabel")) {
         labelDepth_ = depth_;
@@ -121,7 +121,7 @@ void GraphMLValues::text(std::string_view part) {
 }
 
 void GraphMLValues::endData(std::size_t number) {
-    // igraph for Python writes this where a vertex lacks a text.
+    // igraph for Python writes this if a vertex lacks a text.
     const bool isAbsent = isIgraph_ && text_ == "None";
     if (holdsElements_ == isGraphics() && !isAbsent) {
         put(*key_, number);

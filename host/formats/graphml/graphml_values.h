@@ -1,5 +1,5 @@
 #pragma once
-// The texts that the elements of a GraphML file carry, on their way into a sink.
+// Passes the texts of the elements of a GraphML file to a sink.
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -12,13 +12,13 @@
 
 namespace depcompare {
 
-/// Keeps the keys, and the one value that is open; a value belongs to the data of an element, or is
-/// the default of a key. Of data that hold elements only the label of yEd's graphics counts.
+/// Stores the keys, and the one value that is open: data of an element, or the default of a key. Of
+/// data that contain elements, only the label of yEd's graphics counts.
 class GraphMLValues {
   public:
     GraphMLValues(GraphSink& sink, const Limits& limits) : sink_(sink), limits_(limits) {}
 
-    /// From now on the rules for files of igraph hold, which numbers its nodes anew each time.
+    /// Applies the rules for files of igraph, which numbers its nodes anew each time.
     void expectIgraph() { isIgraph_ = true; }
 
     /// Requires: `attributes` has `id`.
@@ -37,8 +37,8 @@ class GraphMLValues {
     void endElement();
     void text(std::string_view part);
 
-    /// Returns: the line where the value began that is being put into the sink; 0 where that of the
-    ///          parser does.
+    /// Returns: the first line of the value that is being put into the sink; 0 if the parser's line
+    ///          is good enough.
     [[nodiscard]] std::size_t line() const { return line_; }
 
   private:

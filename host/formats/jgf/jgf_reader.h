@@ -9,8 +9,8 @@ namespace depcompare {
 
 [[nodiscard]] bool looksLikeJGF(std::string_view firstBytes);
 
-/// A node's `metadata` hold its type and, as other members or under `properties`, its properties; an
-/// edge's `relation` is its type, and its `metadata` hold its components.
+/// A node's `metadata` contain its type and, as other members or under `properties`, its properties;
+/// an edge's `relation` is its type, and its `metadata` contain its components.
 ///
 /// Throws: `InputError`; also for several graphs in one file and undirected edges.
 [[nodiscard]] GraphDraft readJGF(Input& input);

@@ -43,7 +43,7 @@ void writeNode(const Node& node, JsonWriter& json) {
     json.key("metadata");
     json.beginObject();
     json.member("type", node.getType()->getID());
-    // By themselves, so that no key of a property can be taken for the type.
+    // In an object of their own, so that no key of a property is taken for the type.
     writeProperties("properties", node, json);
     json.endObject();
     json.endObject();

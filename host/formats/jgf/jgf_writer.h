@@ -6,7 +6,7 @@
 
 namespace depcompare {
 
-/// Writes all that the graph holds: reading it again gives the same graph.
+/// Writes the whole graph: reading it again gives the same graph.
 ///
 /// Order: nodes and edges as in the graph; equal graphs give equal texts.
 void writeJGF(const dependency::graph::Graph& graph, Output& output);

@@ -6,14 +6,14 @@
 
 namespace depcompare {
 
-/// One line for each property of the graph, each node and each dependency:
+/// One line per property of the graph, node and dependency:
 ///
 ///     graph version=1.1
 ///     app.cc [file] lines=130
 ///     app.cc -> net.h [include] from=HAVE_SYNC
 ///
-/// A display name stands before the type where it is not the ID. Text that could be mistaken for
-/// something else is in quotation marks, with escapes.
+/// A display name that is not the ID precedes the type. Text that could be mistaken for something else
+/// is quoted, with escapes.
 ///
 /// Order: the graph's properties, then node by node, each before what it depends on; equal graphs
 ///        give equal texts.
