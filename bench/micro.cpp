@@ -105,9 +105,9 @@ void displayOrder(benchmark::State& state) {
     std::vector<comparisons::ChildPositions> children(count);
     for (std::uint32_t i = 0; i < count; ++i) {
         const bool matched = i % 50 != 0;
-        children[i].positions[0] = i;
+        children[i].positions[comparisons::Side::left] = i;
         if (matched) {
-            children[i].positions[1] = right[i];
+            children[i].positions[comparisons::Side::right] = right[i];
         }
         children[i].matched = matched;
     }
@@ -133,7 +133,11 @@ void messageMissing(benchmark::State& state) {
     const fl::i18n::MessageID message("ORBITA:dependency:comparisons", "language");
     const fl::i18n::Locale german("de_DE");
     while (state.KeepRunning()) {
-        benchmark::DoNotOptimize(fl::i18n::MessageCatalog::find_message(message, german));
+        try {
+            benchmark::DoNotOptimize(fl::i18n::MessageCatalog::get_message(message, german));
+        } catch (const fl::i18n::MessageNotFound&) {
+            continue;
+        }
     }
 }
 BENCHMARK(messageMissing);

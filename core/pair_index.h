@@ -1,7 +1,16 @@
 #pragma once
 // One index of both graphs, made once and read by every stage: files, downstream nodes and groups
-// as numbers, so that pairing and ordering need neither strings nor hashing any more.
-#include <array>
+// as numbers, so that later stages compare integers only.
+//
+// The numbers of one side, for the files "a" and "b", a library "l", two dependencies a -> b (1 and
+// 2), one a -> l (3) and one b -> a (4):
+//
+//     nodes    0 a       1 b    | 2 l             files first
+//     groups   0 a -> b  1 a -> l  2 b -> a       firstGroup: 0 2 3, by file
+//     links    1 2       3         4              first: 0 2 3, by group
+//     items    0 a       1 b    | 2 a -> b  3 a -> l  4 b -> a
+#include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <span>
@@ -12,48 +21,47 @@
 #include <dependency/comparisons/item.h>
 #include <dependency/graph/graph.h>
 
-#include "core/node_numbers.h"
+#include "core/text_hash.h"
 
 namespace dependency::comparisons {
+
+using ::comparisons::BySide;
+
+using Number = std::uint32_t;
+inline constexpr Number none = std::numeric_limits<Number>::max();
 
 /// The dependencies of one file to one node.
 struct GroupRecord {
     Number file = 0;
     Number downstream = 0;  ///< node number
-    Number first = 0;       ///< the place of the first of its dependencies in `SideIndex::links`
+    Number first = 0;       ///< the place of its first dependency in `SideIndex::links`
 };
-
-using Link = const std::shared_ptr<graph::Dependency>*;
 
 /// One graph by numbers.
 ///
-/// A node number stands for a node of this side, files first; an item number for a file (its node
-/// number) or, behind the files, for a group.
+/// A node number is that of a node of this side, files first; an item number is that of a file (its
+/// node number) or, after the files, of a group.
 struct SideIndex {
     std::shared_ptr<const graph::Graph> graph;
     std::vector<std::shared_ptr<graph::Node>> nodes;  ///< files, then other downstream nodes
     Number fileCount = 0;
-    std::vector<Number> rankOf;       ///< by node number
-    std::vector<Number> nodeAt;       ///< by rank; `none` where this side has no such node
-    std::vector<Link> links;          ///< by group, then by dependency ID; none twice
-    std::vector<GroupRecord> groups;  ///< by file, then by downstream rank
+    std::vector<Number> rankOf;  ///< by node number
+    std::vector<Number> nodeAt;  ///< by rank; `none` if this side has no such node
+    std::vector<std::shared_ptr<graph::Dependency>> links;  ///< by group, then by ID; none twice
+    std::vector<GroupRecord> groups;  ///< by file, then by downstream rank; then one past the last
     std::vector<Number> firstGroup;   ///< by file, and one past the last
 
-    [[nodiscard]] Number itemCount() const {
-        return fileCount + static_cast<Number>(groups.size());
-    }
+    [[nodiscard]] Number itemCount() const { return itemOfGroup(firstGroup.back()); }
     [[nodiscard]] bool isFile(Number item) const { return item < fileCount; }
-    [[nodiscard]] const GroupRecord& group(Number item) const { return groups[item - fileCount]; }
-    /// Requires: `group` stands in `groups`.
-    [[nodiscard]] std::span<const Link> linksOf(const GroupRecord& group) const {
-        const bool isLast = &group == &groups.back();
-        return {links.data() + group.first,
-                links.data() + (isLast ? links.size() : std::size_t{(&group)[1].first})};
-    }
     [[nodiscard]] Number itemOfGroup(Number group) const { return fileCount + group; }
-    /// Returns: the file with this rank, or `none`.
-    [[nodiscard]] Number fileAt(Number rank) const {
-        return nodeAt[rank] < fileCount ? nodeAt[rank] : none;
+    /// Requires: not a file.
+    [[nodiscard]] const GroupRecord& group(Number item) const { return groups[item - fileCount]; }
+    /// Returns: the dependencies of a group.
+    /// Requires: not a file.
+    [[nodiscard]] std::span<std::shared_ptr<graph::Dependency>> linksOf(Number item) {
+        const Number group = item - fileCount;
+        const Number first = groups[group].first;
+        return std::span(links).subspan(first, groups[group + 1].first - first);
     }
 };
 
@@ -62,20 +70,24 @@ struct SideIndex {
 ///
 /// Requires: neither graph changes while the index lives.
 struct PairIndex {
+    /// Throws: `std::length_error` for graphs with more nodes and dependencies than there are
+    ///         numbers.
     PairIndex(const std::shared_ptr<const graph::Graph>& left,
               const std::shared_ptr<const graph::Graph>& right);
     PairIndex(const PairIndex&) = delete;
     PairIndex& operator=(const PairIndex&) = delete;
 
     [[nodiscard]] const SideIndex& operator[](::comparisons::Side side) const {
-        return sides[::comparisons::indexOf(side)];
+        return sides[side];
     }
 
-    /// Makes the item with this number of `side` in the place where it stays.
-    void makeItem(::comparisons::Side side, Number item, std::optional<Item>& place) const;
+    /// Makes the item with this number of `side` in the place where it stays. The dependencies of a
+    /// group leave the index: each item can be taken once.
+    void takeItem(::comparisons::Side side, Number item, std::optional<Item>& place);
 
-    std::array<SideIndex, 2> sides;
+    BySide<SideIndex> sides;
     std::vector<std::u16string_view> ids;  ///< by rank; ascending
+    std::vector<HashedText> hashes;        ///< of the IDs, by rank
 };
 
 }  // namespace dependency::comparisons

@@ -1,5 +1,5 @@
 #pragma once
-// Where each item stands among the children of its parent on its own side.
+// The position of each item among the children of its parent on its own side.
 #include <vector>
 
 #include "core/pair_index.h"

@@ -7,9 +7,9 @@ namespace dependency::comparisons {
 
 std::vector<ItemEdit> matchGraphs(const std::shared_ptr<const graph::Graph>& left,
                                   const std::shared_ptr<const graph::Graph>& right) {
-    const PairIndex index(left, right);
+    PairIndex index(left, right);
     const auto pairings = pairItems(index);
-    const EditMaker maker(index);
+    EditMaker maker(index);
     std::vector<ItemEdit> edits;
     edits.reserve(pairings.size() + 1);
     edits.push_back(maker.ofGraphs());

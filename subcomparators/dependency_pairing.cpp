@@ -4,10 +4,10 @@
 #include "subcomparators/dependency_pairing.h"
 
 #include <algorithm>
-#include <tuple>
 
 namespace dependency::comparisons {
 
+using ::comparisons::BySide;
 using ::comparisons::CombinedComparison;
 using ::comparisons::ComparisonValue;
 using ::comparisons::Side;
@@ -49,29 +49,30 @@ std::size_t countRuns(std::span<Element> elements, Projection projection) {
     return runs;
 }
 
-}  // namespace
-
-CombinedComparison DependencyPairing::operator()(const ItemEdit& edit) {
-    if (auto only = onlyEdit(edit)) {
-        return combined(*std::move(only));
-    }
-    if (!collectPairs(edit)) {
-        collect(edit);
-    }
-    const auto typeID = [](const Candidate& candidate) -> const auto& {
-        return candidate.type->getID();
-    };
-    const std::span<const Candidate> candidates(candidates_);
-    std::vector<ComparisonValue> comparisons;
-    comparisons.reserve(countRuns(candidates, typeID));
-    forEachRun(candidates, typeID,
-               [&](const auto& run) { comparisons.emplace_back(comparisonOf(run)); });
-    return CombinedComparison(std::move(comparisons));
+// Appends the pairing key within a type. The names are joined without a separator: "a" and "bc"
+// pair with "ab" and "c".
+void appendKey(std::u16string& keys, const graph::Dependency& dependency) {
+    keys.append(dependency.getUpstreamComponent()->getName())
+        .append(dependency.getDownstreamComponent()->getName());
 }
 
-// Returns: the only edit of groups with one dependency a side, where it takes no pairing
-// key to see that there is but one.
-std::optional<DependencyEdit> DependencyPairing::onlyEdit(const ItemEdit& edit) const {
+}  // namespace
+
+bool DependencyPairing::pairUp(const graph::Dependency& left, const graph::Dependency& right) {
+    if (left.getType()->getID() != right.getType()->getID()) {
+        return false;
+    }
+    keys_.clear();
+    appendKey(keys_, left);
+    const std::size_t end = keys_.size();
+    appendKey(keys_, right);
+    return keys_.size() == 2 * end &&
+           std::equal(keys_.begin(), keys_.begin() + end, keys_.begin() + end);
+}
+
+// Fast path: the single edit of groups that have at most one dependency each, if they pair; its
+// state is not set.
+std::optional<DependencyEdit> DependencyPairing::singleEdit(const ItemEdit& edit) {
     DependencyEdit only;
     for (const Side side : ::comparisons::sides) {
         if (const auto* dependencies = dependenciesOf(edit, side)) {
@@ -81,87 +82,91 @@ std::optional<DependencyEdit> DependencyPairing::onlyEdit(const ItemEdit& edit) 
             only[side] = *dependencies->begin();
         }
     }
-    if (!only[Side::left] && !only[Side::right]) {
-        return std::nullopt;
-    }
-    if (hasBothSides(only)) {
-        const graph::Dependency& left = **only[Side::left];
-        const graph::Dependency& right = **only[Side::right];
-        const bool equal = (trusted_ && !edit.isChanged()) || left == right;
-        if (!equal || left.getType()->getName() != right.getType()->getName()) {
-            return std::nullopt;
-        }
-    }
-    return only;
+    const bool isOne = hasBothSides(only) ? pairUp(**only[Side::left], **only[Side::right])
+                                          : only[Side::left] || only[Side::right];
+    return isOne ? std::optional(std::move(only)) : std::nullopt;
 }
 
-void DependencyPairing::add(const std::shared_ptr<graph::Dependency>& dependency, Side side) {
-    auto type = dependency->getType();
-    const std::size_t begin = keys_.size();
-    // Types that are one by ID may still differ in name, and then tell dependencies apart.
-    keys_.append(type->getName())
-        .append(dependency->getUpstreamComponent()->getName())
-        .append(dependency->getDownstreamComponent()->getName());
-    candidates_.push_back({.type = std::move(type),
-                           .keyBegin = begin,
-                           .keySize = keys_.size() - begin,
-                           .side = side,
-                           .dependency = &dependency,
-                           .equal = nullptr});
-}
-
-void DependencyPairing::sortCandidates() {
-    std::ranges::sort(candidates_, {}, [&](const Candidate& c) { return orderOf(c); });
-}
-
-bool DependencyPairing::collectPairs(const ItemEdit& edit) {
-    if (!trusted_ || edit.isChanged() || !hasBothSides(edit)) {
-        return false;
+CombinedComparison DependencyPairing::operator()(const ItemEdit& edit) {
+    // Groups are equal if their dependencies are, one by one in the order of IDs.
+    const bool equalByPlace =
+        states_ == EditStates::trusted && hasBothSides(edit) && !edit.isChanged();
+    if (auto single = singleEdit(edit)) {
+        single->setChanged(hasBothSides(*single) && !equalByPlace &&
+                           !(**(*single)[Side::left] == **(*single)[Side::right]));
+        return combined(*std::move(single));
     }
-    keys_.clear();
-    candidates_.clear();
-    auto right = dependenciesOf(edit, Side::right)->begin();
-    for (const auto& left : *dependenciesOf(edit, Side::left)) {
-        add(left, Side::left);
-        if (candidates_.back().type->getName() != (*right)->getType()->getName()) {
-            return false;
-        }
-        candidates_.back().equal = &*right++;
+    collect(edit);
+    std::vector<ComparisonValue> comparisons;
+    if (oneType_ && !candidates_.empty()) {
+        comparisons.emplace_back(comparisonOf(candidates_, equalByPlace));
+        return CombinedComparison(std::move(comparisons));
     }
-    sortCandidates();
-    const auto sameKey = [&](const Candidate& a, const Candidate& b) {
-        return a.type->getID() == b.type->getID() && keyOf(a) == keyOf(b);
+    const auto typeID = [](const Candidate& candidate) -> const auto& {
+        return candidate.type->getID();
     };
-    return std::ranges::adjacent_find(candidates_, sameKey) == candidates_.end();
+    const std::span<const Candidate> candidates(candidates_);
+    comparisons.reserve(countRuns(candidates, typeID));
+    forEachRun(candidates, typeID,
+               [&](const auto& run) { comparisons.emplace_back(comparisonOf(run, equalByPlace)); });
+    return CombinedComparison(std::move(comparisons));
 }
 
 void DependencyPairing::collect(const ItemEdit& edit) {
     keys_.clear();
     candidates_.clear();
+    oneType_ = true;
     for (const Side side : ::comparisons::sides) {
-        if (const auto* dependencies = dependenciesOf(edit, side)) {
-            for (const auto& dependency : *dependencies) {
-                add(dependency, side);
-            }
+        const auto* dependencies = dependenciesOf(edit, side);
+        if (dependencies == nullptr) {
+            continue;
+        }
+        std::size_t place = 0;
+        for (const auto& dependency : *dependencies) {
+            const std::size_t begin = keys_.size();
+            appendKey(keys_, *dependency);
+            candidates_.push_back({.type = dependency->getType(),
+                                   .keyBegin = begin,
+                                   .keySize = keys_.size() - begin,
+                                   .side = side,
+                                   .place = place++,
+                                   .dependency = &dependency});
+            const auto& first = candidates_.front().type;
+            const auto& last = candidates_.back().type;
+            oneType_ = oneType_ && (last == first || last->getID() == first->getID());
         }
     }
-    sortCandidates();
+    const auto withinType = [&](const Candidate& candidate) {
+        return std::tuple(keyOf(candidate), candidate.side, candidate.place);
+    };
+    if (oneType_) {
+        std::ranges::sort(candidates_, {}, withinType);
+    } else {
+        std::ranges::sort(candidates_, {}, [&](const Candidate& candidate) {
+            return std::tuple(std::u16string_view(candidate.type->getID()), withinType(candidate));
+        });
+    }
 }
 
-DependencyComparison DependencyPairing::comparisonOf(std::span<const Candidate> sameType) const {
+DependencyComparison DependencyPairing::comparisonOf(std::span<const Candidate> sameType,
+                                                     bool equalByPlace) const {
     const auto key = [&](const Candidate& candidate) { return keyOf(candidate); };
     std::vector<DependencyEdit> edits;
     edits.reserve(countRuns(sameType, key));
     forEachRun(sameType, key, [&](const auto& run) {
-        DependencyEdit& edit = edits.emplace_back();
+        BySide<const Candidate*> last{};
         for (const Candidate& candidate : run) {
-            edit[candidate.side] = *candidate.dependency;
+            last[candidate.side] = &candidate;
         }
-        if (const auto* equal = run.front().equal) {
-            edit[Side::right] = *equal;
-        } else if (hasBothSides(edit)) {
-            edit.setChanged(!(**edit[Side::left] == **edit[Side::right]));
+        DependencyEdit& edit = edits.emplace_back();
+        for (const Side side : ::comparisons::sides) {
+            if (last[side] != nullptr) {
+                edit[side] = *last[side]->dependency;
+            }
         }
+        edit.setChanged(hasBothSides(edit) &&
+                        !(equalByPlace && last[Side::left]->place == last[Side::right]->place) &&
+                        !(**edit[Side::left] == **edit[Side::right]));
     });
     std::ranges::sort(edits,
                       [](const DependencyEdit& a, const DependencyEdit& b) { return a < b; });

@@ -3,6 +3,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -16,7 +17,7 @@ namespace dependency::comparisons {
 /// Pairs the groups of many edits, one after the other.
 class DependencyPairing {
   public:
-    explicit DependencyPairing(EditStates states) : trusted_(states == EditStates::trusted) {}
+    explicit DependencyPairing(EditStates states) : states_(states) {}
 
     /// Returns: what `DependencySubcomparator::compare` promises.
     [[nodiscard]] ::comparisons::CombinedComparison operator()(const ItemEdit& edit);
@@ -27,33 +28,24 @@ class DependencyPairing {
         std::size_t keyBegin;
         std::size_t keySize;
         ::comparisons::Side side;
+        std::size_t place;  ///< in the order of IDs
         const std::shared_ptr<graph::Dependency>* dependency;
-        const std::shared_ptr<graph::Dependency>* equal;  ///< on the right, where it is known
     };
-    using Order = std::tuple<std::u16string_view, std::u16string_view, ::comparisons::Side,
-                             std::u16string_view>;
 
     [[nodiscard]] std::u16string_view keyOf(const Candidate& candidate) const {
         return std::u16string_view(keys_).substr(candidate.keyBegin, candidate.keySize);
     }
-    [[nodiscard]] Order orderOf(const Candidate& candidate) const {
-        return {candidate.type->getID(), keyOf(candidate), candidate.side,
-                (*candidate.dependency)->getID()};
-    }
-    void add(const std::shared_ptr<graph::Dependency>& dependency, ::comparisons::Side side);
-    void sortCandidates();
+    [[nodiscard]] bool pairUp(const graph::Dependency& left, const graph::Dependency& right);
+    [[nodiscard]] std::optional<DependencyEdit> singleEdit(const ItemEdit& edit);
     void collect(const ItemEdit& edit);
-    // The left side of equal groups, each dependency with its right one.
-    // Returns: false where that may be wrong, since dependencies share a pairing key.
-    [[nodiscard]] bool collectPairs(const ItemEdit& edit);
-    [[nodiscard]] DependencyComparison comparisonOf(std::span<const Candidate> sameType) const;
+    [[nodiscard]] DependencyComparison comparisonOf(std::span<const Candidate> sameType,
+                                                    bool equalByPlace) const;
 
-    [[nodiscard]] std::optional<DependencyEdit> onlyEdit(const ItemEdit& edit) const;
-
-    bool trusted_;
-    // Kept for their memory only.
+    EditStates states_;
+    // Scratch buffers, reused between calls.
     std::u16string keys_;
     std::vector<Candidate> candidates_;
+    bool oneType_ = false;  // of all candidates, as nearly always
 };
 
 }  // namespace dependency::comparisons

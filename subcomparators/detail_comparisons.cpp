@@ -1,19 +1,19 @@
 #include "subcomparators/detail_comparisons.h"
 
+#include "core/item_kind.h"
+
 namespace dependency::comparisons {
 
 std::future<::comparisons::ComparisonValue> DetailComparisons::operator()(const ItemEdit& edit) {
-    if (GraphSubcomparator().canCompare(edit)) {
-        return ::comparisons::readyFuture(compareGraphProperties(edit, graphNames_));
+    switch (kindOf(anySide(edit))) {
+        case ItemKind::graph:
+            return ::comparisons::readyFuture(compareGraphProperties(edit, graphNames_));
+        case ItemKind::group:
+            return ::comparisons::readyFuture(pairDependencies_(edit));
+        case ItemKind::node:
+            break;
     }
-    if (DependencySubcomparator().canCompare(edit)) {
-        return ::comparisons::readyFuture(pairDependencies_(edit));
-    }
-    if (NodeSubcomparator().canCompare(edit)) {
-        return ::comparisons::readyFuture(
-            compareNodeProperties(edit, nodeNames_, EditStates::trusted));
-    }
-    return {};
+    return ::comparisons::readyFuture(compareNodeProperties(edit, nodeNames_, EditStates::trusted));
 }
 
 }  // namespace dependency::comparisons

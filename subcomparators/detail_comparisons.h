@@ -22,9 +22,8 @@ namespace dependency::comparisons {
 /// Serves the entries of one comparison.
 class DetailComparisons {
   public:
-    /// Requires: the state of `edit` tells whether its sides differ.
-    /// Returns:  what the first subcomparator that accepts `edit` makes of it, in the order graph,
-    ///           dependency, node; not valid where none does.
+    /// Requires: `edit` has a side, and its state says whether its sides differ.
+    /// Returns:  what the subcomparator that accepts `edit` makes of it.
     [[nodiscard]] std::future<::comparisons::ComparisonValue> operator()(const ItemEdit& edit);
 
   private:

@@ -12,11 +12,8 @@ std::u16string lookUp(const std::u16string& key, const std::vector<std::string>&
     const std::string suffix = fl::i18n::to_string(key);
     for (const std::string& prefix : prefixes) {
         try {
-            auto message = fl::i18n::MessageCatalog::find_message(
-                fl::i18n::MessageID(prefix + suffix), fl::i18n::Locale::global());
-            if (message) {
-                return *std::move(message);
-            }
+            return fl::i18n::MessageCatalog::get_message(fl::i18n::MessageID(prefix + suffix),
+                                                         fl::i18n::Locale::global());
         } catch (...) {
             // A key that cannot be looked up, whatever the reason, is shown as it is.
         }

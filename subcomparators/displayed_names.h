@@ -1,7 +1,7 @@
 #pragma once
 // The localized names of property keys.
+#include <map>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace dependency::comparisons {
@@ -14,8 +14,8 @@ class DisplayedNames {
   public:
     explicit DisplayedNames(std::vector<std::string> prefixes) : prefixes_(std::move(prefixes)) {}
 
-    /// Returns: the message for `key` behind the first prefix that has one, else the key itself;
-    ///          valid as long as this object.
+    /// Returns: the message for `key` after the first prefix that has one, else the key itself; valid
+    ///          as long as this object.
     [[nodiscard]] const std::u16string& operator[](const std::u16string& key);
 
     /// Those of graph properties, and those of node properties.
@@ -24,7 +24,8 @@ class DisplayedNames {
 
   private:
     std::vector<std::string> prefixes_;
-    std::unordered_map<std::u16string, std::u16string> names_;
+    // Ordered, since keys come from files and could be chosen so that their hashes collide.
+    std::map<std::u16string, std::u16string> names_;
 };
 
 }  // namespace dependency::comparisons

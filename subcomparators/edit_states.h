@@ -4,8 +4,8 @@
 
 namespace dependency::comparisons {
 
-/// Whether an edit whose state says that its sides are equal is believed: those of a comparison of
-/// ours are, those that a caller made need not be.
+/// Whether `!isChanged()` of an edit with both sides may be trusted to mean that its sides are
+/// equal: true of edits that our matching made, unknown of a caller's.
 enum class EditStates : std::uint8_t { unchecked, trusted };
 
 }  // namespace dependency::comparisons

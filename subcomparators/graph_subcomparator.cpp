@@ -66,8 +66,8 @@ std::future<ComparisonValue> GraphSubcomparator::compare(const ItemEdit& edit) {
 GraphPropertyComparison compareGraphProperties(const ItemEdit& edit, DisplayedNames& names) {
     const auto& left = graphOf(edit, Side::left);
     const auto& right = graphOf(edit, Side::right);
-    return GraphPropertyComparison(
-        pairByName(collectGraphProperties(left, names), collectGraphProperties(right, names)));
+    auto rows = collectGraphProperties(left, names);
+    return pairByName(std::move(rows), collectGraphProperties(right, names));
 }
 
 }  // namespace dependency::comparisons

@@ -1,5 +1,6 @@
 #include <dependency/comparisons/node_subcomparator.h>
 
+#include "core/item_kind.h"
 #include "subcomparators/detail_comparisons.h"
 #include "subcomparators/property_pairing.h"
 
@@ -49,12 +50,13 @@ std::future<ComparisonValue> NodeSubcomparator::compare(const ItemEdit& edit) {
 
 NodePropertyComparison compareNodeProperties(const ItemEdit& edit, DisplayedNames& names,
                                              EditStates states) {
-    // A node that is paired with a group counts as unchanged, but does not pass for its equal.
+    // Equal nodes have the same keys and values, and so the same rows. A node that is paired with a
+    // group counts as unchanged without being equal to it.
     const bool equal = states == EditStates::trusted && hasBothSides(edit) && !edit.isChanged() &&
-                       std::holds_alternative<std::shared_ptr<graph::Node>>(*edit[Side::right]);
+                       kindOf(*edit[Side::right]) == ItemKind::node;
     auto left = collectNodeProperties(edit[Side::left], names);
     auto right = equal ? left : collectNodeProperties(edit[Side::right], names);
-    return NodePropertyComparison(pairByName(std::move(left), std::move(right)));
+    return pairByName(std::move(left), std::move(right));
 }
 
 }  // namespace dependency::comparisons

@@ -15,8 +15,8 @@ namespace {
 // order move, "a*" a hierarchy move.
 std::string displayed(const std::string& left, const std::string& right) {
     std::map<std::string, ChildPositions> childByName;
-    for (std::size_t side = 0; side < 2; ++side) {
-        std::istringstream names(side == 0 ? left : right);
+    for (const Side side : sides) {
+        std::istringstream names(side == Side::left ? left : right);
         std::uint32_t position = 0;
         for (std::string name; names >> name;) {
             childByName[name].positions[side] = position++;
@@ -25,7 +25,8 @@ std::string displayed(const std::string& left, const std::string& right) {
     std::vector<std::string> names;
     std::vector<ChildPositions> children;
     for (auto& [name, child] : childByName) {
-        child.matched = name.back() == '*' || (child.positions[0] && child.positions[1]);
+        child.matched =
+            name.back() == '*' || (child.positions[Side::left] && child.positions[Side::right]);
         names.push_back(name);
         children.push_back(child);
     }
@@ -34,7 +35,7 @@ std::string displayed(const std::string& left, const std::string& right) {
         const ChildPositions& child = children[index];
         EXPECT_EQ(hierarchyMove, names[index].back() == '*') << names[index];
         text += text.empty() ? "" : " ";
-        text += child.matched ? "" : child.positions[0] ? "<" : ">";
+        text += child.matched ? "" : child.positions[Side::left] ? "<" : ">";
         text += names[index] + (orderMove ? "~" : "");
     }
     return text;
@@ -48,7 +49,7 @@ TEST(DisplayOrder, rightOrderIsTheSpineAndLeftOnlyChildrenComeFirst) {
         {"a b c", "c a b", "c~ a b"},
         {"a b c", "b c a", "b c a~"},
         {"a c d e b", "a b c d e", "a b~ c d e"},
-        // A child that is matched elsewhere stands only under its right parent.
+        // A child that is matched elsewhere is only under its right parent.
         {"m*", "", ""},
         {"", "m*", "m*"},
         {"a x b", "a m* b", "a <x m* b"},

@@ -8,31 +8,32 @@
 namespace dependency::comparisons {
 namespace {
 
+using ::comparisons::BySide;
+using ::comparisons::Side;
 using test::dependencyOf;
 
-// More than a sort keeps in order by chance.
-TEST(DependencySubcomparator, keepsTheGreatestIdOfVeryMany) {
-    std::string text;
+TEST(DependencySubcomparator, pairsByTypeIdAndJoinedComponentNamesAlone) {
+    // More than a sort keeps in order by chance, in another order on the right.
+    BySide<std::string> many;
     for (int i = 0; i < 90; ++i) {
-        text += "A -> B [from=x id=" + std::to_string(10 + i * 37 % 90) + "]\n";
+        many[Side::left] += "A -> B [from=x id=" + std::to_string(10 + i * 37 % 90) + "]\n";
+        many[Side::right] += "A -> B [from=x id=" + std::to_string(10 + i * 53 % 90) + "]\n";
     }
-    EXPECT_EQ(test::rowsOf(text, text, "A -> B"), "use:use\n  = 99 x -> \n");
-}
-
-// The state of the tree entry walks both groups in the order of IDs, the rows pair by names.
-TEST(DependencySubcomparator, mayFindNoDifferenceInAGroupThatTheTreeShowsAsChanged) {
-    const char* left = "A -> B [id=1 from=x]\nA -> B [id=2 from=y]";
-    const char* right = "A -> B [id=2 from=x]\nA -> B [id=1 from=y]";
-    EXPECT_EQ(test::compared(left, right), "= graph\n  = A\n    ~ A -> B\n  = B\n");
-    EXPECT_EQ(test::rowsOf(left, right, "A -> B"),
-              "use:use\n  = 1 x ->  | 2 x -> \n  = 2 y ->  | 1 y -> \n");
-}
-
-// Their contents are equal, so that their order is open.
-TEST(DependencySubcomparator, doesNotPairDependenciesWhoseTypesDifferInNameOnly) {
-    const auto rows = test::rowsOf("A -> B [type=t:one]", "A -> B [type=t:two]", "A -> B");
-    EXPECT_NE(rows.find("  < 1  -> \n"), std::string::npos) << rows;
-    EXPECT_NE(rows.find("  > 1  -> \n"), std::string::npos) << rows;
+    const std::string cases[][3] = {
+        {many[Side::left], many[Side::right], "use:use\n  = 99 x -> \n"},
+        // The state of the tree entry walks both groups in the order of IDs, the rows pair by names.
+        {"A -> B [id=1 from=x]\nA -> B [id=2 from=y]", "A -> B [id=2 from=x]\nA -> B [id=1 from=y]",
+         "use:use\n  = 1 x ->  | 2 x -> \n  = 2 y ->  | 1 y -> \n"},
+        {"A -> B [from=a to=bc]", "A -> B [from=ab to=c]", "use:use\n  ~ 1 a -> bc | 1 ab -> c\n"},
+        // A type is its ID, whatever its name on either side.
+        {"A -> B [type=t:one]", "A -> B [type=t:two]", "t:one, t:two\n  = 1  -> \n"},
+        {"A -> B [type=t:one]\nA -> B [type=t:two]\nA -> B [type=t:one from=x]",
+         "A -> B [id=4 type=t:three]\nA -> B [id=5 type=t:four from=x]",
+         "t:four, t:one, t:three, t:two\n  = 2  ->  | 4  -> \n  = 3 x ->  | 5 x -> \n"},
+    };
+    for (const auto& [left, right, rows] : cases) {
+        EXPECT_EQ(test::rowsOf(left, right, "A -> B"), rows) << left << "\n--\n" << right;
+    }
 }
 
 TEST(DependencySubcomparator, comparesWhatHasNoDependenciesToNothing) {

@@ -21,7 +21,7 @@
 namespace dependency::test {
 
 using boost::type_erasure::any_cast;
-using ::comparisons::indexOf;
+using ::comparisons::BySide;
 using comparisons::Item;
 using comparisons::ItemEdit;
 using comparisons::ItemID;
@@ -34,7 +34,7 @@ using Graph = std::shared_ptr<const graph::Graph>;
 using Node = std::shared_ptr<graph::Node>;
 using Dependency = std::shared_ptr<graph::Dependency>;
 
-// What graphs, nodes and dependencies are equal by.
+// What graphs and nodes are compared by.
 template <class Owner>
 auto propertiesOf(const Owner& owner) {
     std::vector<graph::Property> properties;
@@ -44,32 +44,15 @@ auto propertiesOf(const Owner& owner) {
     return properties;
 }
 
-auto contentOf(const graph::Node& node) {
-    return std::tuple(node.getID(), node.getName(), node.getType()->getID());
-}
-
-auto contentOf(const graph::Dependency& dependency) {
-    const auto from = dependency.getUpstreamComponent();
-    const auto to = dependency.getDownstreamComponent();
-    return std::tuple(dependency.getType()->getID(), dependency.getUpstreamNode()->getID(),
-                      dependency.getDownstreamNode()->getID(), from->getName(),
-                      from->getType()->getID(), to->getName(), to->getType()->getID());
-}
-
 template <class Owner>
 bool differ(const std::shared_ptr<Owner>& a, const std::shared_ptr<Owner>& b) {
     return propertiesOf(*a) != propertiesOf(*b);
 }
 
 bool differ(const ParallelDependencies& a, const ParallelDependencies& b) {
-    const auto contentOfGroup = [](const ParallelDependencies& group) {
-        std::vector<decltype(contentOf(**group.dependencies.begin()))> contents;
-        for (const auto& dependency : group.dependencies) {
-            contents.push_back(contentOf(*dependency));
-        }
-        return std::tuple(contentOf(*group.upstream), contentOf(*group.downstream), contents);
-    };
-    return contentOfGroup(a) != contentOfGroup(b);
+    return !(*a.upstream == *b.upstream) || !(*a.downstream == *b.downstream) ||
+           !std::ranges::equal(a.dependencies, b.dependencies,
+                               [](const auto& x, const auto& y) { return *x == *y; });
 }
 
 bool differ(const Item& a, const Item& b) {
@@ -120,12 +103,11 @@ std::u16string keyOf(const Item& item) {
 
 std::u16string displayedName(const std::u16string& key, const std::vector<std::string>& catalogs) {
     for (const auto& catalog : catalogs) {
-        if (!key.empty() && key.find(u':') == key.npos) {
-            const fl::i18n::MessageID id(catalog, utf8(key));
-            if (const auto text =
-                    fl::i18n::MessageCatalog::find_message(id, fl::i18n::Locale::global())) {
-                return *text;
-            }
+        try {
+            return fl::i18n::MessageCatalog::get_message(
+                fl::i18n::MessageID(catalog + ':' + utf8(key)), fl::i18n::Locale::global());
+        } catch (const std::exception&) {
+            continue;
         }
     }
     return key;
@@ -168,27 +150,27 @@ std::vector<FlatRow> propertyRows(const ItemEdit& edit) {
     for (const Side side : ::comparisons::sides) {
         if (edit[side]) {
             for (const auto& [name, value] : rowsOf(*std::get<Kind>(*edit[side]))) {
-                rows[name].sides[indexOf(side)] = textOf(name, value);
+                rows[name].sides[side] = textOf(name, value);
             }
         }
     }
     std::vector<FlatRow> flat;
     for (auto& [name, row] : rows) {
-        row.changed = row.sides[0] && row.sides[1] && row.sides[0] != row.sides[1];
+        row.changed = row.sides[Side::left] && row.sides[Side::right] &&
+                      row.sides[Side::left] != row.sides[Side::right];
         flat.push_back(row);
     }
     return flat;
 }
 
 std::vector<FlatRow> dependencyRows(const ItemEdit& edit) {
-    std::map<std::array<std::u16string, 2>, std::array<Dependency, 2>> pairs;
+    std::map<std::array<std::u16string, 2>, BySide<Dependency>> pairs;
     for (const Side side : ::comparisons::sides) {
         if (edit[side]) {
             for (const auto& dependency : std::get<2>(*edit[side]).dependencies) {
-                const auto key = dependency->getType()->getName() +
-                                 dependency->getUpstreamComponent()->getName() +
+                const auto key = dependency->getUpstreamComponent()->getName() +
                                  dependency->getDownstreamComponent()->getName();
-                pairs[{dependency->getType()->getID(), key}][indexOf(side)] = dependency;
+                pairs[{dependency->getType()->getID(), key}][side] = dependency;
             }
         }
     }
@@ -196,12 +178,13 @@ std::vector<FlatRow> dependencyRows(const ItemEdit& edit) {
     for (const auto& [key, pair] : pairs) {
         FlatRow& row = rows.emplace_back();
         row.type = utf8(key[0]);
-        for (std::size_t side = 0; side < 2; ++side) {
+        for (const Side side : ::comparisons::sides) {
             if (pair[side]) {
                 row.sides[side] = textOf(*pair[side]);
             }
         }
-        row.changed = pair[0] && pair[1] && contentOf(*pair[0]) != contentOf(*pair[1]);
+        const auto& [left, right] = static_cast<const std::array<Dependency, 2>&>(pair);
+        row.changed = left && right && !(*left == *right);
     }
     return rows;
 }
@@ -225,7 +208,7 @@ void appendRows(std::vector<FlatRow>& rows, const std::vector<Edit>& edits, cons
         row.type = type;
         for (const Side side : ::comparisons::sides) {
             if (edit[side]) {
-                row.sides[indexOf(side)] = text(*edit[side]);
+                row.sides[side] = text(*edit[side]);
             }
         }
         row.changed = edit.isChanged();
@@ -266,12 +249,12 @@ std::vector<FlatEntry> flattened(const comparisons::GraphComparison& comparison)
         FlatEntry& flat = entries.emplace_back();
         for (const Side side : ::comparisons::sides) {
             if (entry.edit[side]) {
-                flat.labels[indexOf(side)] = labelOf(*entry.edit[side]);
+                flat.labels[side] = labelOf(*entry.edit[side]);
             }
         }
         for (const auto& link : boost::make_iterator_range(boost::in_edges(vertex, tree))) {
             for (const Side side : tree[link].sides) {
-                flat.parents[indexOf(side)] =
+                flat.parents[side] =
                     labelOf(comparison[boost::source(link, tree)].edit[side].value());
             }
         }
@@ -284,10 +267,11 @@ std::vector<FlatEntry> flattened(const comparisons::GraphComparison& comparison)
     return entries;
 }
 
-Reference::Reference(const Graph& left, const Graph& right) : graphs_{left, right} {
-    std::map<std::u16string, std::array<std::optional<Item>, 2>> table;
+Reference::Reference(const Graph& leftGraph, const Graph& rightGraph)
+    : graphs_{leftGraph, rightGraph} {
+    std::map<std::u16string, BySide<std::optional<Item>>> table;
     for (const Side side : ::comparisons::sides) {
-        const graph::Graph& graph = *graphs_[indexOf(side)];
+        const graph::Graph& graph = *graphs_[side];
         std::vector<Item> items;
         for (const auto& file : filesOf(graph)) {
             for (const auto& group : groupsOf(graph, file)) {
@@ -298,19 +282,20 @@ Reference::Reference(const Graph& left, const Graph& right) : graphs_{left, righ
             items.emplace_back(file);
         }
         for (const Item& item : items) {
-            table[keyOf(item)][indexOf(side)] = item;
+            table[keyOf(item)][side] = item;
         }
         for (const Item& item : items) {
-            const Item& kept = *table[keyOf(item)][indexOf(side)];
+            const Item& kept = *table[keyOf(item)][side];
             if (kept != item) {
                 losses_.push_back({.side = side, .lost = idOf(item), .kept = idOf(kept)});
             }
         }
     }
-    edits_.emplace_back(left, right, differ(left, right));
+    edits_.emplace_back(leftGraph, rightGraph, differ(leftGraph, rightGraph));
     for (const auto& [key, sides] : table) {
-        edits_.emplace_back(sides[0], sides[1],
-                            sides[0] && sides[1] && differ(*sides[0], *sides[1]));
+        const auto& left = sides[Side::left];
+        const auto& right = sides[Side::right];
+        edits_.emplace_back(left, right, left && right && differ(*left, *right));
     }
 }
 
@@ -322,8 +307,8 @@ bool Reference::pairsKinds() const {
 
 std::vector<FlatEntry> Reference::entries() const {
     // By side and label, which is unique there: the parent's label and the position below it.
-    std::array<std::map<std::string, std::pair<std::string, std::uint32_t>>, 2> places;
-    for (std::size_t side = 0; side < 2; ++side) {
+    BySide<std::map<std::string, std::pair<std::string, std::uint32_t>>> places;
+    for (const Side side : ::comparisons::sides) {
         auto files = filesOf(*graphs_[side]);
         std::ranges::sort(files, {}, [](const Node& file) { return file->getID(); });
         for (std::uint32_t i = 0; i < files.size(); ++i) {
@@ -339,12 +324,12 @@ std::vector<FlatEntry> Reference::entries() const {
         FlatEntry& entry = entries.emplace_back();
         const auto kind = anySide(edit).index();
         for (const Side side : ::comparisons::sides) {
-            const auto s = indexOf(side);
             if (edit[side]) {
-                entry.labels[s] = labelOf(*edit[side]);
+                entry.labels[side] = labelOf(*edit[side]);
             }
             if (edit[side] && kind != 0) {
-                std::tie(entry.parents[s], entry.positions[s]) = places[s].at(*entry.labels[s]);
+                std::tie(entry.parents[side], entry.positions[side]) =
+                    places[side].at(*entry.labels[side]);
             }
         }
         entry.changed = edit.isChanged();

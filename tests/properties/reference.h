@@ -1,6 +1,5 @@
 #pragma once
 // Comparisons done the slow and obvious way, to hold the library's against.
-#include <array>
 #include <compare>
 #include <cstdint>
 #include <memory>
@@ -15,7 +14,7 @@ namespace dependency::test {
 /// One row of a detail comparison.
 struct FlatRow {
     std::string type;  ///< the ID of a dependency's type, empty for a property
-    std::array<std::optional<std::string>, 2> sides;
+    ::comparisons::BySide<std::optional<std::string>> sides;
     bool changed = false;
 
     friend auto operator<=>(const FlatRow&, const FlatRow&) = default;
@@ -23,9 +22,9 @@ struct FlatRow {
 
 /// One tree entry with all that can be seen of it.
 struct FlatEntry {
-    std::array<std::optional<std::string>, 2> labels;
-    std::array<std::optional<std::string>, 2> parents;
-    std::array<std::optional<std::uint32_t>, 2> positions;
+    ::comparisons::BySide<std::optional<std::string>> labels;
+    ::comparisons::BySide<std::optional<std::string>> parents;
+    ::comparisons::BySide<std::optional<std::uint32_t>> positions;
     bool changed = false;
     std::vector<FlatRow> rows;  ///< sorted
 
@@ -46,8 +45,8 @@ struct Loss {
 
 class Reference {
   public:
-    Reference(const std::shared_ptr<const graph::Graph>& left,
-              const std::shared_ptr<const graph::Graph>& right);
+    Reference(const std::shared_ptr<const graph::Graph>& leftGraph,
+              const std::shared_ptr<const graph::Graph>& rightGraph);
 
     /// What `matchGraphs` returns, in another order.
     [[nodiscard]] const std::vector<comparisons::ItemEdit>& edits() const { return edits_; }
@@ -62,7 +61,7 @@ class Reference {
     [[nodiscard]] std::vector<FlatEntry> entries() const;
 
   private:
-    std::array<std::shared_ptr<const graph::Graph>, 2> graphs_;
+    ::comparisons::BySide<std::shared_ptr<const graph::Graph>> graphs_;
     std::vector<comparisons::ItemEdit> edits_;
     std::vector<Loss> losses_;
 };

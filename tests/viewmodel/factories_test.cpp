@@ -77,6 +77,7 @@ TEST_F(FactoriesTest, eachAcceptsItsKindRefusesToCastAnyOtherAndTheFallbackTakes
                 EXPECT_NE(dynamic_cast<const boost::exception*>(&error), nullptr);
             }
         }
+        EXPECT_TRUE(registry.fallback.accepts(kinds[kind]));
         types += registry.create(kinds[kind])->type() + ' ';
     }
     EXPECT_EQ(types, "parameter parameter parameter combined empty ");
@@ -118,6 +119,7 @@ TEST_F(FactoriesTest, headingNamesTheTypeOfTheFirstDependencyItsLeftOneIfThere) 
     EXPECT_EQ(heading({{std::nullopt, right, false}, {left, right, true}}),
               "Dependency type: right");
     EXPECT_THROW((void)heading({{}, {left, right, true}}), std::bad_optional_access);
+    EXPECT_THROW((void)heading({}), std::out_of_range);
 }
 
 TEST_F(FactoriesTest, dependenciesShowTheirComponentsOrElseTheirFilesOneTablePerType) {

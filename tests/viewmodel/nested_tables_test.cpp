@@ -1,15 +1,15 @@
-// The framework's parameter tables with edits, filters and nested view models of the test's own.
+// Parameter tables with edits, filters and nested view models of the test's own.
 #include <map>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <comparisons/viewmodel/filtered_param_vm.h>
 #include <foundation/log/logger.h>
 
 #include "support/catalogs.h"
 #include "support/table_text.h"
 #include "support/text_graph.h"
+#include "viewmodel/filtered_param_vm.h"
 
 namespace comparisons::viewmodel {
 namespace {
@@ -70,17 +70,17 @@ class NestedTablesTest : public testing::Test {
         MakeParam::failing.clear();
     }
 
-    // The nested view model of an edit: a table where `nested` has rows for its name.
-    std::unique_ptr<Child> childOf(const Edit& edit) {
+    // The nested view model of an edit: a table if `nested` has rows for its name.
+    std::unique_ptr<Child> childOf(const Edit& edit, const CreationContext& given) {
+        EXPECT_EQ(&given, &context);
         const auto rows = nested.find(anySide(edit).name);
         if (rows == nested.end()) {
             return nullptr;
         }
-        return std::make_unique<Table>(rows->second,
-                                       [this](const Edit& inner) { return childOf(inner); });
+        return std::make_unique<Table>(rows->second, context, children);
     }
     [[nodiscard]] Table table(const std::vector<Edit>& rows) {
-        return Table(rows, [this](const Edit& edit) { return childOf(edit); });
+        return Table(rows, context, children);
     }
 
     static std::string committed(Table& table) {
@@ -92,6 +92,10 @@ class NestedTablesTest : public testing::Test {
     }
 
     const dependency::test::Catalogs catalogs;
+    const CreationContext context{};
+    const Table::MakeChild children = [this](const Edit& edit, const CreationContext& given) {
+        return childOf(edit, given);
+    };
     std::map<std::string, std::vector<Edit>> nested;
     std::vector<foundation::log::Record> records;
 

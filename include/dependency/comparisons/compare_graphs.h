@@ -22,8 +22,8 @@ struct ItemID {
     friend bool operator==(const ItemID&, const ItemID&) = default;
 };
 
-/// The matching left out an item that the tree can reach, because another item of the same side has
-/// the same matching key. It cannot happen where no two joined IDs of a side coincide.
+/// An item has no entry because another item of its side has the same matching key. Cannot happen
+/// if all joined IDs of a side are distinct.
 class DEPENDENCY_COMPARISONS_EXPORT UnmatchedItemError : public std::logic_error {
   public:
     UnmatchedItemError(::comparisons::Side side, ItemID lost, std::optional<ItemID> kept);
@@ -31,7 +31,7 @@ class DEPENDENCY_COMPARISONS_EXPORT UnmatchedItemError : public std::logic_error
 
     [[nodiscard]] ::comparisons::Side side() const noexcept { return side_; }
     [[nodiscard]] const ItemID& lost() const noexcept { return lost_; }
-    /// Returns: the item that took the place of the lost one, where the matching holds one.
+    /// Returns: the item that has the key of the lost one instead, if it is known.
     [[nodiscard]] const std::optional<ItemID>& kept() const noexcept { return kept_; }
 
   private:
@@ -47,13 +47,14 @@ class DEPENDENCY_COMPARISONS_EXPORT UnmatchedItemError : public std::logic_error
 /// a `::comparisons::CombinedComparison` with one `DependencyComparison` per dependency type.
 ///
 /// Requires: both non-null; neither graph changes while the result lives.
-/// Returns:  never null; owned by the caller alone; keeps both graphs alive; no future in it
-///           blocks.
+/// Returns:  never null; owned by the caller alone; keeps both graphs alive; every future in it is
+///           ready.
 /// Order:    each entry records its position per side; the tree's links themselves are unordered.
-/// Throws:   `UnmatchedItemError`; `std::bad_variant_access` where coinciding keys pair a node with
-///           a group across the sides; what the graph model, the message catalog or an allocation
+/// Throws:   `UnmatchedItemError`; `std::bad_variant_access` if coinciding keys pair a node with a
+///           group across the sides; `std::length_error` for graphs with 2^32 nodes and
+///           dependencies or more; what the graph model, the message catalog or an allocation
 ///           throws. Then nothing is returned.
-/// Complexity: linear in files, groups and dependencies, plus the sorts of siblings.
+/// Complexity: linear in files, groups and dependencies, plus their sorts, whatever their IDs.
 [[nodiscard]] DEPENDENCY_COMPARISONS_EXPORT std::shared_ptr<GraphComparison> compareGraphs(
     const std::shared_ptr<const graph::Graph>& left,
     const std::shared_ptr<const graph::Graph>& right);

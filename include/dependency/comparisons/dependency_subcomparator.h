@@ -32,8 +32,8 @@ class DEPENDENCY_COMPARISONS_EXPORT DependencyComparison {
 [[nodiscard]] DEPENDENCY_COMPARISONS_EXPORT const std::string& get_type(
     const DependencyComparison& comparison);
 
-/// Order:  by the graph model's order of the left dependencies, the right one standing in for an
-///         absent left one.
+/// Order:  by the graph model's order of the left dependencies, or of the right one if the left one
+///         is absent.
 /// Throws: `std::bad_optional_access` for an edit without sides.
 [[nodiscard]] DEPENDENCY_COMPARISONS_EXPORT bool operator<(const DependencyEdit& a,
                                                            const DependencyEdit& b);
@@ -46,13 +46,13 @@ class DEPENDENCY_COMPARISONS_EXPORT DependencyComparison {
 class DEPENDENCY_COMPARISONS_EXPORT DependencySubcomparator
     : public ::comparisons::Subcomparator<ItemEdit> {
   public:
-    /// Returns: true when the first present side holds a group.
-    /// Throws:  `std::bad_optional_access` when no side is present.
+    /// Returns: true if the first present side holds a group.
+    /// Throws:  `std::bad_optional_access` if no side is present.
     [[nodiscard]] bool canCompare(const ItemEdit& edit) const override;
 
-    /// Dependencies pair within their type by the joined names of type, upstream component and
-    /// downstream component; of several of one side with one key the greatest ID survives. An
-    /// absent side has none.
+    /// Dependencies pair if their types have one ID, whatever the types' names, and the names of
+    /// upstream and downstream component joined are equal; of several of one side that pair, the one
+    /// with the greatest ID survives. An absent side has none.
     ///
     /// Returns: a ready future of a `::comparisons::CombinedComparison` with one
     ///          `DependencyComparison` per type, in type-ID order.

@@ -1,39 +1,18 @@
 #pragma once
 // The detail comparison of the root entry: its named properties.
 #include <future>
-#include <optional>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include <comparisons/subcomparator.h>
 #include <dependency/comparisons/export.h>
 #include <dependency/comparisons/item.h>
+#include <dependency/comparisons/property_comparison.h>
 
 namespace dependency::comparisons {
 
-/// One displayed property of a graph.
-struct GraphProperty {
-    std::u16string name;  ///< localized; the raw key where the catalog has no message for it
-    std::u16string value;
-
-    friend bool operator==(const GraphProperty&, const GraphProperty&) = default;
-};
-
-using GraphPropertyEdit = ::comparisons::StatefulEdit<std::optional<GraphProperty>, 2>;
-
-/// The paired properties of two graphs.
-class DEPENDENCY_COMPARISONS_EXPORT GraphPropertyComparison {
-  public:
-    explicit GraphPropertyComparison(std::vector<GraphPropertyEdit> edits)
-        : edits_(std::move(edits)) {}
-
-    /// Order: by name; no name occurs twice.
-    [[nodiscard]] const std::vector<GraphPropertyEdit>& edits() const noexcept { return edits_; }
-
-  private:
-    std::vector<GraphPropertyEdit> edits_;
-};
+using GraphProperty = Property<graph::Graph>;
+using GraphPropertyEdit = PropertyEdit<graph::Graph>;
+using GraphPropertyComparison = PropertyComparison<graph::Graph>;
 
 /// Returns: "graph_property_comparison".
 [[nodiscard]] DEPENDENCY_COMPARISONS_EXPORT const std::string& get_type(
@@ -48,8 +27,8 @@ class DEPENDENCY_COMPARISONS_EXPORT GraphPropertyComparison {
 class DEPENDENCY_COMPARISONS_EXPORT GraphSubcomparator
     : public ::comparisons::Subcomparator<ItemEdit> {
   public:
-    /// Returns: true when the first present side holds a graph.
-    /// Throws:  `std::bad_optional_access` when no side is present.
+    /// Returns: true if the first present side holds a graph.
+    /// Throws:  `std::bad_optional_access` if no side is present.
     [[nodiscard]] bool canCompare(const ItemEdit& edit) const override;
 
     /// Properties pair by displayed name; of several of one side with one name the last survives.

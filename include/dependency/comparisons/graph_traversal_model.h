@@ -17,8 +17,8 @@ class DEPENDENCY_COMPARISONS_EXPORT GraphTraversalModel {
 
     /// Returns: of a graph, its file nodes; of a node, its groups of outgoing dependencies in the
     ///          model's graph, to nodes of any type; of a group, nothing.
-    /// Order:   files by ID; groups by downstream type ID, lower-cased downstream name, and, where
-    ///          those are equal, downstream ID.
+    /// Order:   files by ID; groups by downstream type ID, lower-cased downstream name, and, if those
+    ///          are equal, downstream ID.
     /// Throws:  `std::bad_variant_access` for a valueless item, and what the graph throws.
     [[nodiscard]] std::vector<Item> operator()(const Item& item) const;
 

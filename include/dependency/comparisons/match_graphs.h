@@ -13,16 +13,17 @@ namespace dependency::comparisons {
 ///
 /// Nodes pair by ID, groups by the upstream ID followed by the downstream ID; both kinds share one
 /// key space. Of several items of one side with one key only one is kept: a node rather than a
-/// group, and else the last collected. The state of an edit is true when both sides are present and
+/// group, and else the last collected. The state of an edit is true if both sides are present and
 /// differ: graphs and nodes by their properties (keys, their order, values), groups by the content
 /// of their end nodes and dependencies; items of different kinds count as equal.
 ///
 /// Requires: both non-null.
 /// Returns:  one edit per key, keeping both graphs alive; the pair of graphs first.
-/// Order:    none behind the first.
-/// Throws:   what the graph model or an allocation throws.
+/// Order:    none after the first.
+/// Throws:   `std::length_error` for graphs with 2^32 nodes and dependencies or more; what the graph
+///           model or an allocation throws.
 /// Threads:  any number of calls at a time.
-/// Complexity: linear in files, groups and dependencies.
+/// Complexity: linear in files, groups and dependencies, plus the sort of IDs, whatever the IDs.
 [[nodiscard]] DEPENDENCY_COMPARISONS_EXPORT std::vector<ItemEdit> matchGraphs(
     const std::shared_ptr<const graph::Graph>& left,
     const std::shared_ptr<const graph::Graph>& right);

@@ -1,39 +1,18 @@
 #pragma once
 // The detail comparison of a file entry: its named properties.
 #include <future>
-#include <optional>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include <comparisons/subcomparator.h>
 #include <dependency/comparisons/export.h>
 #include <dependency/comparisons/item.h>
+#include <dependency/comparisons/property_comparison.h>
 
 namespace dependency::comparisons {
 
-/// One displayed property of a file.
-struct NodeProperty {
-    std::u16string name;  ///< localized; the raw key where the catalog has no message for it
-    std::u16string value;
-
-    friend bool operator==(const NodeProperty&, const NodeProperty&) = default;
-};
-
-using NodePropertyEdit = ::comparisons::StatefulEdit<std::optional<NodeProperty>, 2>;
-
-/// The paired properties of two files.
-class DEPENDENCY_COMPARISONS_EXPORT NodePropertyComparison {
-  public:
-    explicit NodePropertyComparison(std::vector<NodePropertyEdit> edits)
-        : edits_(std::move(edits)) {}
-
-    /// Order: by name; no name occurs twice.
-    [[nodiscard]] const std::vector<NodePropertyEdit>& edits() const noexcept { return edits_; }
-
-  private:
-    std::vector<NodePropertyEdit> edits_;
-};
+using NodeProperty = Property<graph::Node>;
+using NodePropertyEdit = PropertyEdit<graph::Node>;
+using NodePropertyComparison = PropertyComparison<graph::Node>;
 
 /// Returns: "node_comparison".
 [[nodiscard]] DEPENDENCY_COMPARISONS_EXPORT const std::string& get_type(
@@ -48,8 +27,8 @@ class DEPENDENCY_COMPARISONS_EXPORT NodePropertyComparison {
 class DEPENDENCY_COMPARISONS_EXPORT NodeSubcomparator
     : public ::comparisons::Subcomparator<ItemEdit> {
   public:
-    /// Returns: true when the first present side holds a node.
-    /// Throws:  `std::bad_optional_access` when no side is present.
+    /// Returns: true if the first present side holds a node.
+    /// Throws:  `std::bad_optional_access` if no side is present.
     [[nodiscard]] bool canCompare(const ItemEdit& edit) const override;
 
     /// Properties pair by displayed name; of several of one side with one name the last survives.

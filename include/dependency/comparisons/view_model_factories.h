@@ -12,8 +12,8 @@ using FilteredViewModel = ::comparisons::FilteredViewModel<Filters, 2>;
 using FilteredViewModelFactory = ::comparisons::FilteredViewModelFactory<Filters, 2>;
 
 /// Shows a `DependencyComparison`: a row per dependency, its name the upstream component and its
-/// value the downstream one, each by the name of its node where it has none itself. The headings
-/// name the dependency type and the roles of the two ends.
+/// value the downstream one, or the end's node if the component has no name. The headings name the
+/// dependency type and the roles of the two ends.
 ///
 /// What it creates is a `::comparisons::viewmodel::ParameterViewModel`.
 class DEPENDENCY_COMPARISONS_EXPORT DependencyViewModelFactory final
@@ -21,8 +21,8 @@ class DEPENDENCY_COMPARISONS_EXPORT DependencyViewModelFactory final
   public:
     [[nodiscard]] bool accepts(const ::comparisons::ComparisonValue& comparison) const override;
 
-    /// Throws: also `std::bad_optional_access` when the first edit has no side, and what the
-    ///         catalog throws for a missing heading.
+    /// Throws: also `std::out_of_range` for a comparison without edits, `std::bad_optional_access`
+    ///         if the first edit has no side, and what the catalog throws for a missing heading.
     [[nodiscard]] std::unique_ptr<FilteredViewModel> create(
         const ::comparisons::ComparisonValue& comparison,
         const ::comparisons::CreationContext& context) const override;

@@ -4,16 +4,11 @@
 
 #include <algorithm>
 
-#include <comparisons/side.h>
-
 namespace comparisons {
 
 namespace {
 
-constexpr std::size_t left = indexOf(Side::left);
-constexpr std::size_t right = indexOf(Side::right);
-
-std::vector<std::size_t> inOrderOf(std::size_t side, std::span<const ChildPositions> children) {
+std::vector<std::size_t> inOrderOf(Side side, std::span<const ChildPositions> children) {
     std::vector<std::size_t> order;
     for (std::size_t i = 0; i < children.size(); ++i) {
         if (children[i].positions[side]) {
@@ -24,19 +19,15 @@ std::vector<std::size_t> inOrderOf(std::size_t side, std::span<const ChildPositi
     return order;
 }
 
-bool staysUnderParent(const ChildPositions& child) {
-    return child.positions[left].has_value() && child.positions[right].has_value();
-}
-
 // Patience sorting: `tails[k]` ends the best run of length k + 1 so far.
 std::vector<bool> longestIncreasingRun(std::span<const std::size_t> rightOrder,
                                        std::span<const ChildPositions> children) {
     constexpr auto none = static_cast<std::size_t>(-1);
-    const auto leftPosition = [&](std::size_t i) { return *children[i].positions[left]; };
+    const auto leftPosition = [&](std::size_t i) { return *children[i].positions[Side::left]; };
     std::vector<std::size_t> tails;
     std::vector<std::size_t> previous(children.size(), none);
     for (const std::size_t child : rightOrder) {
-        if (!staysUnderParent(children[child])) {
+        if (!children[child].positions[Side::left]) {
             continue;
         }
         const auto place = std::ranges::lower_bound(tails, leftPosition(child), {}, leftPosition);
@@ -60,8 +51,8 @@ std::vector<bool> longestIncreasingRun(std::span<const std::size_t> rightOrder,
 }  // namespace
 
 std::vector<DisplayedChild> displayOrder(std::span<const ChildPositions> children) {
-    const auto leftOrder = inOrderOf(left, children);
-    const auto rightOrder = inOrderOf(right, children);
+    const auto leftOrder = inOrderOf(Side::left, children);
+    const auto rightOrder = inOrderOf(Side::right, children);
     const auto keepsOrder = longestIncreasingRun(rightOrder, children);
 
     std::vector<DisplayedChild> displayed;
@@ -76,7 +67,7 @@ std::vector<DisplayedChild> displayOrder(std::span<const ChildPositions> childre
     };
     leftOnlyUpToSpine();
     for (const std::size_t child : rightOrder) {
-        const bool stays = staysUnderParent(children[child]);
+        const bool stays = children[child].positions[Side::left].has_value();
         displayed.push_back({.index = child,
                              .orderMove = stays && !keepsOrder[child],
                              .hierarchyMove = children[child].matched && !stays});

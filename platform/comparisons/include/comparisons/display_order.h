@@ -1,6 +1,5 @@
 #pragma once
 // One list of children out of two: how the sides of a comparison are merged for display.
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -8,15 +7,15 @@
 #include <vector>
 
 #include <comparisons/export.h>
+#include <comparisons/side.h>
 
 namespace comparisons {
 
 /// A child as one parent sees it.
 struct ChildPositions {
-    /// By side: the index among this parent's children there, empty where the child is not its.
-    std::array<std::optional<std::uint32_t>, 2> positions;
-    /// Both sides have the child, under whatever parents.
-    bool matched = false;
+    /// The index among this parent's children on that side; empty if it is not among them.
+    BySide<std::optional<std::uint32_t>> positions;
+    bool matched = false;  ///< both sides have the child, under whatever parents
 };
 
 struct DisplayedChild {
@@ -27,11 +26,11 @@ struct DisplayedChild {
 
 /// Merges the children of one parent.
 ///
-/// Order:   children on the right stand in right order; between two matched children that keep
-///          their order, left-only ones come before right-only ones, in left order. The fewest
-///          matched children that explain a different order are order moves (of several smallest
-///          choices always the same); they and hierarchy moves stand where the right has them.
-/// Returns: every child but those matched ones that the right side has under another parent.
+/// Order:   children on the right are in right order; between two matched children that keep their
+///          order, left-only ones come before right-only ones, in left order. The fewest matched
+///          children that explain a different order are order moves (of several smallest choices
+///          always the same one); they and hierarchy moves are where the right side has them.
+/// Returns: every child except matched ones that the right side has under another parent.
 /// Complexity: n log n.
 [[nodiscard]] COMPARISONS_EXPORT std::vector<DisplayedChild> displayOrder(
     std::span<const ChildPositions> children);

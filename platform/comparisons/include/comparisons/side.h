@@ -18,10 +18,6 @@ enum class Side : std::uint8_t {
 /// Order: left, right, as every loop over sides runs.
 inline constexpr std::array sides{Side::left, Side::right};
 
-[[nodiscard]] constexpr Side opposite(Side side) noexcept {
-    return side == Side::left ? Side::right : Side::left;
-}
-
 namespace detail {
 [[noreturn]] COMPARISONS_EXPORT void terminateOnInvalidSide(const boost::source_location& caller,
                                                             const char* signature) noexcept;
@@ -38,5 +34,19 @@ namespace detail {
     }
     return index;
 }
+
+/// A value per side. Loops over it run left first.
+template <class T>
+struct BySide : std::array<T, sides.size()> {
+    [[nodiscard]] constexpr const T& operator[](Side side) const noexcept {
+        return std::array<T, sides.size()>::operator[](indexOf(side));
+    }
+    [[nodiscard]] constexpr T& operator[](Side side) noexcept {
+        return std::array<T, sides.size()>::operator[](indexOf(side));
+    }
+};
+
+template <class T>
+BySide(T, T) -> BySide<T>;
 
 }  // namespace comparisons

@@ -1,6 +1,5 @@
 #pragma once
 // One entry of a comparison: a value per side, and whether the sides differ.
-#include <array>
 #include <cstddef>
 #include <functional>
 #include <optional>
@@ -13,8 +12,8 @@
 
 namespace comparisons {
 
-/// A value per side, left first, and behind them the state: true when both sides are present and
-/// differ. Whoever makes an edit decides the state.
+/// A value per side, left first, followed by the state: true if both sides are present and differ.
+/// The code that makes an edit decides its state.
 template <class Value, std::size_t Sides>
 class StatefulEdit {
     static_assert(Sides == sides.size());
@@ -26,10 +25,8 @@ class StatefulEdit {
     StatefulEdit(Value left, Value right, bool changed)
         : values_{std::move(left), std::move(right)}, changed_(changed) {}
 
-    [[nodiscard]] const Value& operator[](Side side) const noexcept {
-        return values_[indexOf(side)];
-    }
-    [[nodiscard]] Value& operator[](Side side) noexcept { return values_[indexOf(side)]; }
+    [[nodiscard]] const Value& operator[](Side side) const noexcept { return values_[side]; }
+    [[nodiscard]] Value& operator[](Side side) noexcept { return values_[side]; }
 
     [[nodiscard]] bool isChanged() const noexcept { return changed_; }
     void setChanged(bool changed) noexcept { changed_ = changed; }
@@ -37,12 +34,12 @@ class StatefulEdit {
     friend bool operator==(const StatefulEdit&, const StatefulEdit&) = default;
 
   private:
-    std::array<Value, Sides> values_;
+    BySide<Value> values_;
     bool changed_ = false;
 };
 
 /// Returns: the left value if present, else the right one; valid as long as the edit.
-/// Throws:  `std::bad_optional_access` when both are absent.
+/// Throws:  `std::bad_optional_access` if both are absent.
 template <class T, std::size_t Sides>
 [[nodiscard]] const T& anySide(const StatefulEdit<std::optional<T>, Sides>& edit) {
     const auto& left = edit[Side::left];

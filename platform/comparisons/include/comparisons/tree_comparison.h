@@ -1,7 +1,5 @@
 #pragma once
 // A finished comparison: a tree of two-sided edits, each with its detail comparison.
-#include <algorithm>
-#include <array>
 #include <concepts>
 #include <cstdint>
 #include <future>
@@ -26,10 +24,10 @@ namespace comparisons {
 
 template <class Edit>
 struct TreeEntry {
-    /// By side: the index among the children of the entry's parent there, hidden ones counted;
-    /// empty where it has no parent on that side.
-    std::array<std::optional<std::uint32_t>, 2> positions;
-    /// Ready where it is valid; not valid where no subcomparator accepted the edit.
+    /// The index among the children of the entry's parent on that side, hidden ones counted; empty
+    /// if it has no parent there.
+    BySide<std::optional<std::uint32_t>> positions;
+    /// Ready if it is valid; not valid if no subcomparator accepted the edit.
     std::shared_future<ComparisonValue> detail;
     Edit edit;
 };
@@ -44,12 +42,12 @@ template <class Edit>
 using ComparisonTree = boost::adjacency_list<boost::setS, boost::listS, boost::bidirectionalS,
                                              TreeEntry<Edit>, TreeLink>;
 
-/// Adds an entry without edit, positions and links, behind all others.
+/// Adds an entry without edit, positions and links, after all others.
 ///
 /// Returns: its vertex.
 template <class Edit>
 typename ComparisonTree<Edit>::vertex_descriptor addEntry(ComparisonTree<Edit>& tree) {
-    // boost::add_vertex loses the vertex where there is no memory left to list it.
+    // boost::add_vertex loses the vertex if there is no memory left to list it.
     auto vertex = std::make_unique<typename ComparisonTree<Edit>::stored_vertex>();
     tree.m_vertices.push_back(vertex.get());
     vertex->m_position = std::prev(tree.m_vertices.end());
@@ -89,10 +87,6 @@ class TreeComparison {
         return boost::make_iterator_range(boost::vertices(tree_));
     }
 
-    /// Returns: the children that `parent` has on `side`.
-    /// Order:   by their position there.
-    [[nodiscard]] std::vector<Vertex> children(Vertex parent, Side side) const;
-
     /// Returns: the children of both sides, merged for display; see `displayOrder`.
     [[nodiscard]] std::vector<Child> children(Vertex parent) const;
 
@@ -112,19 +106,6 @@ template <class Edit>
 }
 
 template <class Edit>
-auto TreeComparison<Edit>::children(Vertex parent, Side side) const -> std::vector<Vertex> {
-    std::vector<Vertex> children;
-    for (const auto& link : boost::make_iterator_range(boost::out_edges(parent, tree_))) {
-        if (std::ranges::count(tree_[link].sides, side) != 0) {
-            children.push_back(boost::target(link, tree_));
-        }
-    }
-    std::ranges::sort(children, {},
-                      [&](Vertex child) { return tree_[child].positions[indexOf(side)].value(); });
-    return children;
-}
-
-template <class Edit>
 auto TreeComparison<Edit>::children(Vertex parent) const -> std::vector<Child> {
     std::vector<Vertex> vertices;
     std::vector<ChildPositions> positions;
@@ -132,7 +113,7 @@ auto TreeComparison<Edit>::children(Vertex parent) const -> std::vector<Child> {
         const Vertex child = boost::target(link, tree_);
         ChildPositions& added = positions.emplace_back();
         for (const Side side : tree_[link].sides) {
-            added.positions[indexOf(side)] = tree_[child].positions[indexOf(side)];
+            added.positions[side] = tree_[child].positions[side];
         }
         added.matched = hasBothSides(tree_[child].edit);
         vertices.push_back(child);

@@ -1,4 +1,4 @@
-#include <comparisons/viewmodel/filtered_param_vm.h>
+#include "viewmodel/filtered_param_vm.h"
 
 #include <fl/i18n/locale.h>
 #include <fl/i18n/message_catalog.h>

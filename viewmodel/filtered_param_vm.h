@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -13,29 +14,83 @@
 #include <boost/multi_index/member.hpp>
 #include <boost/multi_index_container.hpp>
 
+#include <comparisons/diff_metrics.h>
+#include <comparisons/edit_type.h>
+#include <comparisons/side.h>
+#include <comparisons/unchanged_filter.h>
 #include <comparisons/view_model.h>
 #include <comparisons/view_model_factory.h>
-#include <comparisons/viewmodel/param_entries.h>
 #include <comparisons/viewmodel/parameter_table.h>
 #include <comparisons/viewmodel/parameter_view_model.h>
-#include <comparisons/viewmodel/row_rule.h>
 #include <comparisons/viewmodel/transaction.h>
 
-namespace comparisons::viewmodel {
+namespace comparisons {
+
+/// A row rule is a callable of an edit and the metrics of its nested view model (null without one)
+/// that returns whether the row stays. Each filter has its rules as overloads of `rowRule` in its
+/// own namespace; one is made per application of the filter.
+template <class Edit>
+[[nodiscard]] auto rowRule(const UnchangedFilter& /*filter*/, std::type_identity<Edit> /*rows*/) {
+    return [](const Edit& edit, const DiffMetrics<2>* nested) {
+        return !hasBothSides(edit) || edit.isChanged() || (nested != nullptr && !nested->areZero());
+    };
+}
+
+namespace viewmodel {
+
+namespace detail {
+
+template <class Side, class MakeParam>
+[[nodiscard]] parameter::tessel::OptionalParameter makeOptionalParameter(
+    const std::optional<Side>& side, const MakeParam& makeParam, ::tessel::core::Model& model) {
+    auto optional = parameter::tessel::OptionalParameter::create(model);
+    if (side) {
+        auto [name, value] = makeParam(*side);
+        auto parameter = parameter::tessel::Parameter::create(model);
+        parameter->setName(std::move(name));
+        parameter->setValue(std::move(value));
+        optional->setParameter(parameter);
+    }
+    return optional;
+}
+
+/// Replaces the entries of `table` by one per edit of `edits`, a range of pointers to edits: a
+/// parameter per side, left first, empty if the side is absent, and one edit type. Each entry is
+/// given to `onEntry(entry, edit)` before it joins the table.
+///
+/// Requires: inside a transaction of `model`.
+template <class Range, class MakeParam, class OnEntry>
+void generateParamEntries(const Range& edits, const MakeParam& makeParam,
+                          ::tessel::core::Model& model, parameter::tessel::ParameterTable& table,
+                          OnEntry&& onEntry) {
+    auto& entries = table->getEntriesMutable();
+    entries.clear();
+    entries.reserve(edits.size());
+    for (const auto* edit : edits) {
+        auto entry = parameter::tessel::Entry::create(model);
+        for (const Side side : sides) {  // NOLINT(clang-analyzer-cplusplus*): the model owns all.
+            entry->getParametersMutable().push_back(
+                makeOptionalParameter((*edit)[side], makeParam, model));
+        }
+        entry->getEditTypesMutable().push_back(editType(*edit));
+        onEntry(entry, *edit);
+        entries.push_back(entry);
+    }
+}
+
+}  // namespace detail
 
 namespace vm_detail {
 
-[[nodiscard]] COMPARISONS_EXPORT const std::string& parameterViewModelType();
+[[nodiscard]] const std::string& parameterViewModelType();
 
 /// Makes a table without entries, headed by the default column labels in the global locale.
 ///
 /// Throws: what the catalog throws for a missing label.
-[[nodiscard]] COMPARISONS_EXPORT parameter::tessel::ParameterTable initTable(
-    ::tessel::core::Model& model);
+[[nodiscard]] parameter::tessel::ParameterTable initTable(::tessel::core::Model& model);
 
-COMPARISONS_EXPORT void setColumnLabels(::tessel::core::Model& model,
-                                        parameter::tessel::ParameterTable& table,
-                                        std::u16string_view name, std::u16string_view value);
+void setColumnLabels(::tessel::core::Model& model, parameter::tessel::ParameterTable& table,
+                     std::u16string_view name, std::u16string_view value);
 
 template <class Key, class Value>
 struct KeyValue {
@@ -54,17 +109,19 @@ template <class Filters, class Edit, class MakeParam, std::size_t Sides>
 class VisibilityAwareParamVM {
   public:
     using Child = FilteredViewModel<Filters, Sides>;
-    using MakeChild = std::function<std::unique_ptr<Child>(const Edit&)>;
+    using MakeChild =
+        std::function<std::unique_ptr<Child>(const Edit&, const CreationContext& context)>;
     /// An edit and whether its row is visible.
     using Row = std::pair<const Edit*, bool>;
 
-    VisibilityAwareParamVM(const std::vector<Edit>& edits, const MakeChild& makeChild)
+    VisibilityAwareParamVM(const std::vector<Edit>& edits, const CreationContext& context,
+                           const MakeChild& makeChild)
         : model_(::tessel::core::Model::create(::tessel::core::ModelConstellation())),
           table_(initTable(model_)) {
         rows_.reserve(edits.size());
         for (const Edit& edit : edits) {
             rows_.emplace_back(&edit, true);
-            if (auto child = makeChild ? makeChild(edit) : nullptr) {
+            if (auto child = makeChild ? makeChild(edit, context) : nullptr) {
                 children_.insert({&edit, std::move(child)});
             }
         }
@@ -193,8 +250,9 @@ class FilteredParamVMBase : public ParameterViewModel, public FilteredViewModel<
     }
 
   protected:
-    FilteredParamVMBase(const std::vector<Edit>& edits, const MakeChild& makeChild)
-        : state_(edits, makeChild) {}
+    FilteredParamVMBase(const std::vector<Edit>& edits, const CreationContext& context,
+                        const MakeChild& makeChild)
+        : state_(edits, context, makeChild) {}
 
   private:
     [[nodiscard]] DiffMetrics<Sides> metricsOf(const Edit& edit) const {
@@ -235,7 +293,7 @@ class FilteredParamVMBase : public ParameterViewModel, public FilteredViewModel<
 
 /// A parameter view model over the edits of one detail comparison, one row each, all visible at
 /// first. `MakeParam` turns a present side into a name and a value. An edit may have a nested view
-/// model, made by `makeChild`.
+/// model, made by `makeChild`, which is given the context.
 ///
 /// Lifetime: `edits` must outlive the view model.
 template <class Filters, class Edit, class MakeParam, std::size_t Sides>
@@ -243,9 +301,11 @@ class FilteredParamVM : public vm_detail::FilteredParamVMBase<Filters, Edit, Mak
     using Base = vm_detail::FilteredParamVMBase<Filters, Edit, MakeParam, Sides>;
 
   public:
-    explicit FilteredParamVM(const std::vector<Edit>& edits,
-                             const typename Base::MakeChild& makeChild = {})
-        : Base(edits, makeChild) {}
+    FilteredParamVM(const std::vector<Edit>& edits, const CreationContext& context,
+                    const typename Base::MakeChild& makeChild = {})
+        : Base(edits, context, makeChild) {}
 };
 
-}  // namespace comparisons::viewmodel
+}  // namespace viewmodel
+
+}  // namespace comparisons

@@ -1,4 +1,7 @@
-#include "viewmodel/make_view_model_param.h"
+#include "viewmodel/filtered_subcomparison_vm.h"
+
+#include <fl/i18n/locale.h>
+#include <fl/i18n/message_catalog.h>
 
 namespace dependency::comparisons {
 
@@ -11,18 +14,15 @@ std::u16string nameOf(const graph::Component& component, const graph::Node& node
 
 }  // namespace
 
+std::u16string label(std::string_view key) {
+    return fl::i18n::MessageCatalog::get_message(
+        fl::i18n::MessageID("ORBITA:dependency:comparisons", key), fl::i18n::Locale::global());
+}
+
 MakeViewModelParam::Param MakeViewModelParam::operator()(
     const std::shared_ptr<graph::Dependency>& dependency) const {
     return {nameOf(*dependency->getUpstreamComponent(), *dependency->getUpstreamNode()),
             nameOf(*dependency->getDownstreamComponent(), *dependency->getDownstreamNode())};
-}
-
-MakeViewModelParam::Param MakeViewModelParam::operator()(const GraphProperty& property) const {
-    return {property.name, property.value};
-}
-
-MakeViewModelParam::Param MakeViewModelParam::operator()(const NodeProperty& property) const {
-    return {property.name, property.value};
 }
 
 }  // namespace dependency::comparisons
