@@ -85,6 +85,9 @@ function(depcompare_test name)
   list(LENGTH arg_SOURCES sources)
   if(sources GREATER 2)
     depcompare_precompile(${name} <gmock/gmock.h> <gtest/gtest.h>)
+    # With its headers precompiled, g++ 12 takes joined strings for overflows; ASan looks for real ones.
+    target_compile_options(${name} PRIVATE
+      $<$<CXX_COMPILER_ID:GNU>:-Wno-stringop-overflow$<SEMICOLON>-Wno-array-bounds>)
   endif()
   gtest_discover_tests(${name}
     TEST_PREFIX "${name}."
