@@ -18,10 +18,10 @@ using test::graphOf;
 TEST(CompareGraphs, treeShowsWhatBecameOfFilesAndGroups) {
     EXPECT_EQ(compared("A -> A\n"
                        "A -> B\n"
-                       "A -> C [from=x]\n"
+                       "A -> C [fromType=x]\n"
                        "A -> lib\n"
                        "lib [type=external]",
-                       "A -> C [from=y]\n"
+                       "A -> C [fromType=y]\n"
                        "A -> D\n"
                        "A -> A\n"
                        "A -> lib\n"

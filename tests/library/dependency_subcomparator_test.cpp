@@ -24,7 +24,8 @@ TEST(DependencySubcomparator, pairsByTypeIdAndJoinedComponentNamesAlone) {
         // The state of the tree entry walks both groups in the order of IDs, the rows pair by names.
         {"A -> B [id=1 from=x]\nA -> B [id=2 from=y]", "A -> B [id=2 from=x]\nA -> B [id=1 from=y]",
          "use:use\n  = 1 x ->  | 2 x -> \n  = 2 y ->  | 1 y -> \n"},
-        {"A -> B [from=a to=bc]", "A -> B [from=ab to=c]", "use:use\n  ~ 1 a -> bc | 1 ab -> c\n"},
+        {"A -> B [from=a to=bc fromType=p]", "A -> B [from=ab to=c fromType=q]",
+         "use:use\n  ~ 1 a -> bc | 1 ab -> c\n"},
         // A type is its ID, whatever its name on either side.
         {"A -> B [type=t:one]", "A -> B [type=t:two]", "t:one, t:two\n  = 1  -> \n"},
         {"A -> B [type=t:one]\nA -> B [type=t:two]\nA -> B [type=t:one from=x]",
