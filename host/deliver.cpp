@@ -9,6 +9,7 @@
 
 #include <fmt/format.h>
 
+#include "formats/csv/csv_writer.h"
 #include "formats/jgf/jgf_writer.h"
 #include "formats/lines/lines_writer.h"
 #include "output/output.h"
@@ -143,6 +144,9 @@ void deliverGraph(const dependency::graph::Graph& graph, const Options& options,
                   Progress& progress) {
     deliver(options, "the graph", progress, [&](Output& output) {
         switch (*options.conversion) {
+            case GraphForm::csv:
+                writeCSV(graph, output);
+                break;
             case GraphForm::jgf:
                 writeJGF(graph, output);
                 break;

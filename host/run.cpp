@@ -3,13 +3,16 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <exception>
 #include <list>
 #include <memory>
 #include <new>
+#include <span>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <utility>
 #include <variant>
 
@@ -59,11 +62,9 @@ void setLocale(const Options& options) {
 }
 
 void warn(const LoadedGraph& input, const Options& options, Progress& progress) {
-    if (options.quiet) {
-        return;
-    }
     progress.clear();
-    for (const std::string& warning : input.warnings) {
+    const std::size_t count = options.quiet ? input.alarms : input.warnings.size();
+    for (const std::string& warning : std::span(input.warnings).first(count)) {
         writeAll(
             STDERR_FILENO, "standard error",
             fmt::format("depcompare: warning: {}: {}\n", visible(input.source), visible(warning)));
@@ -153,13 +154,25 @@ void complain(std::string_view problem) noexcept {
     }
 }
 
+/// Ends the process as the signal would have if the reader of the output has gone: it has seen
+/// enough, and that is no error.
+void endIfBrokenPipe(const std::system_error& error) noexcept {
+    if (error.code() == std::error_code(EPIPE, std::generic_category())) {
+        std::signal(SIGPIPE, SIG_DFL);  // NOLINT(cert-err33-c): it cannot fail for this signal.
+        std::raise(SIGPIPE);            // NOLINT(cert-err33-c): what comes after it is the answer.
+    }
+}
+
 }  // namespace
 
 int run(int argc, const char* const* argv) noexcept {
-    // Report EPIPE like any other write error.
+    // Unfinished files are removed and the terminal is tidied up before the process ends.
     std::signal(SIGPIPE, SIG_IGN);  // NOLINT(cert-err33-c): it cannot fail for this signal.
     try {
         return perform(argc, argv);
+    } catch (const std::system_error& error) {
+        endIfBrokenPipe(error);
+        complain(error.what());
     } catch (const std::bad_alloc&) {
         complain("out of memory");
     } catch (const std::exception& error) {

@@ -114,6 +114,7 @@ void takeGitWords(Words words, Options& options) {
         throw UsageError("--git must be the last option, followed only by what git appends");
     }
     options.reading.emptyInputs = true;
+    options.reading.requireFiles = false;
     switch (words.size()) {
         case 1:
             throw Information{
@@ -145,6 +146,7 @@ void takeGitWords(Words words, Options& options) {
 
 Options parse(const std::vector<OptionGroup>& table, Words words, std::optional<Words> gitWords) {
     Options options;
+    options.reading.requireFiles = true;
     if (gitWords) {
         // Git takes any other status for a failure.
         options.failOn = FailOn::none;

@@ -32,7 +32,7 @@ constexpr Choice<When> occasions[] = {
     {"auto", When::automatic}, {"always", When::always}, {"never", When::never}};
 constexpr Choice<FailOn> causes[] = {
     {"any", FailOn::any}, {"structural", FailOn::structural}, {"none", FailOn::none}};
-constexpr Choice<GraphForm> graphForms[] = {{"jgf", GraphForm::jgf}};
+constexpr Choice<GraphForm> graphForms[] = {{"csv", GraphForm::csv}, {"jgf", GraphForm::jgf}};
 
 template <class Value, std::size_t Count>
 Arguments namesOf(const Choice<Value> (&choices)[Count]) {
@@ -207,8 +207,12 @@ OptionGroup readingOptions() {
               .description = "Count nodes of this type as files, too",
               .repeats = true,
               .inShortHelp = true,
-              .take = [](Options& options, const Arguments& types) {
-                  options.reading.fileTypes = types;
+              .take = [](Options& options,
+                         const Arguments& types) { options.reading.fileTypes = types; }},
+             {.names = "--allow-empty",
+              .description = "Compare a graph even if none of its nodes is a file",
+              .take = [](Options& options, const Arguments&) {
+                  options.reading.requireFiles = false;
               }}}};
 }
 
@@ -245,6 +249,7 @@ OptionGroup conversionOptions() {
                   options.conversion = GraphForm::lines;
                   // Git also converts files that are still empty.
                   options.reading.emptyInputs = true;
+                  options.reading.requireFiles = false;
               }}}};
 }
 

@@ -18,7 +18,7 @@ enum class Format : std::uint8_t { text, json, html, markdown, summary };
 /// Which visible differences make the exit status 1.
 enum class FailOn : std::uint8_t { any, structural, none };
 /// What a graph can be written as, instead of comparing it.
-enum class GraphForm : std::uint8_t { jgf, lines };
+enum class GraphForm : std::uint8_t { jgf, lines, csv };
 
 /// The command line is wrong; the text says how, on one line.
 class UsageError : public std::runtime_error {

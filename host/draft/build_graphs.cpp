@@ -32,7 +32,8 @@ using dependency::graph::Property;
 using dependency::graph::Type;
 using fl::i18n::utf8_to_ustring;
 
-void warnOfNoFiles(GraphDraft& draft) {
+/// Throws: `InputError` if `orRefuse`; else adds a warning.
+void noteMissingFiles(GraphDraft& draft, bool orRefuse) {
     constexpr std::size_t mostTypes = 5;
     std::map<std::string_view, std::size_t> counts;
     for (const NodeDraft& node : draft.nodes) {
@@ -49,10 +50,14 @@ void warnOfNoFiles(GraphDraft& draft) {
         }
         types.push_back(fmt::format("{} {}", count, inQuotes(type)));
     }
-    draft.warnings.push_back(
-        fmt::format("no file nodes, so nothing to compare; use --file-type to choose the types "
-                    "that count as files (nodes by type: {})",
-                    fmt::join(types, ", ")));
+    std::string problem = fmt::format(
+        "no file nodes, so nothing to compare; use --file-type to choose the types "
+        "that count as files (nodes by type: {})",
+        fmt::join(types, ", "));
+    if (orRefuse) {
+        throw InputError(draft.source, 0, problem + ", or --allow-empty to compare nothing");
+    }
+    draft.warnings.push_back(std::move(problem));
 }
 
 void warnOfPositions(GraphDraft& draft) {
@@ -86,11 +91,6 @@ void applyFileTypes(GraphDraft& draft, const std::vector<std::string>& fileTypes
             node.type = file;
         }
     }
-}
-
-void addWarnings(GraphDraft& draft) {
-    warnOfNoFiles(draft);
-    warnOfPositions(draft);
 }
 
 // Seven digits fit into the string itself; the digits' order is that of their code units.
@@ -148,6 +148,8 @@ class DraftBuilder {
           types_(texts_.texts.size()) {}
 
     LoadedGraph build() {
+        const std::size_t alarms = draft_.alarms.size();
+        draft_.warnings.insert(draft_.warnings.begin(), draft_.alarms.begin(), draft_.alarms.end());
         addNodes();
         addDependencies();
         for (auto& [key, value] : propertiesOf({}, draft_.graphProperties)) {
@@ -160,7 +162,8 @@ class DraftBuilder {
                 .files = files_,
                 .dependencies = draft_.edges.size(),
                 .analysisTime = draft_.analysisTime,
-                .warnings = std::move(draft_.warnings)};
+                .warnings = std::move(draft_.warnings),
+                .alarms = alarms};
     }
 
   private:
@@ -276,7 +279,8 @@ std::array<LoadedGraph, 2> buildGraphs(std::array<GraphDraft, 2> drafts,
     return onBothSides([&](std::size_t side) {
         GraphDraft& draft = drafts[side];
         applyFileTypes(draft, options.fileTypes);
-        addWarnings(draft);
+        noteMissingFiles(draft, options.requireFiles);
+        warnOfPositions(draft);
         return DraftBuilder(std::move(draft)).build();
     });
 }

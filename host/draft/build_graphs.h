@@ -24,6 +24,7 @@ struct LoadedGraph {
     std::size_t dependencies = 0;
     boost::posix_time::ptime analysisTime;
     std::vector<std::string> warnings;
+    std::size_t alarms = 0;  ///< how many of them, the first ones, nothing may hide
 };
 
 /// Builds graphs that depend on the content of the files, not on its order: nodes are in the order of
@@ -31,7 +32,9 @@ struct LoadedGraph {
 /// `EdgeColumn`. Adds warnings about what looks odd.
 ///
 /// Returns: left, right; each with marked node IDs (see `marked_id.h`).
-/// Throws:  `InputError` if the options' rule does not give every node an ID of its own.
+/// Throws:  `InputError` if a side has nodes but not one with the property that tells them apart,
+///          for two nodes that would have one ID, and, if the options require files, for nodes
+///          without a file.
 [[nodiscard]] std::array<LoadedGraph, 2> buildGraphs(std::array<GraphDraft, 2> drafts,
                                                      const ReadOptions& options = {});
 

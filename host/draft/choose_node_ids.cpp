@@ -69,20 +69,18 @@ void chooseNames(Drafts& drafts) {
 }
 
 void chooseProperty(Drafts& drafts, std::string_view key) {
-    bool found = false;
     for (GraphDraft& draft : drafts) {
+        bool found = draft.nodes.empty();
         for (const auto& [node, property] : draft.nodeProperties) {
             if (draft.texts[property.key] == key) {
                 draft.nodes[node].id = property.value;
                 found = true;
             }
         }
-    }
-    const auto hasNodes = [](const GraphDraft& draft) { return !draft.nodes.empty(); };
-    const auto draft = std::ranges::find_if(drafts, hasNodes);
-    if (!found && draft != drafts.end()) {
-        throw InputError(draft->source, 0,
-                         fmt::format("no node has the property {} (--node-id)", inQuotes(key)));
+        if (!found) {
+            throw InputError(draft.source, 0,
+                             fmt::format("no node has the property {} (--node-id)", inQuotes(key)));
+        }
     }
 }
 

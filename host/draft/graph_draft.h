@@ -85,6 +85,7 @@ struct GraphDraft {
     /// the best first.
     std::vector<IdCandidate> idCandidates;
     std::vector<std::string> warnings;
+    std::vector<std::string> alarms;        ///< warnings that nothing may hide
     boost::posix_time::ptime analysisTime;  ///< in UTC; not a time if the file names none
 
     /// Returns: the number of a text, which the draft stores from now on.

@@ -12,6 +12,7 @@ struct ReadOptions {
     std::string nodeID = "auto";              ///< "auto", "id", "name", or the key of a property
     std::vector<std::string> fileTypes = {};  ///< types that make a node a file, besides `file`
     bool emptyInputs = false;                 ///< whether an empty input is an empty graph
+    bool requireFiles = false;                ///< whether nodes without a file are refused
     Limits limits = {};
 };
 

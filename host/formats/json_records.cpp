@@ -63,10 +63,13 @@ std::string withoutPlace(std::string_view problem) {
 class JsonEvents final : public json::json_sax_t {
   public:
     JsonEvents(JsonBytes& bytes, JsonRecords& records,
-               std::initializer_list<std::string_view> required)
-        : bytes_(bytes), records_(records), required_(required) {}
+               std::initializer_list<std::string_view> required,
+               std::initializer_list<std::string_view> known)
+        : bytes_(bytes), records_(records), required_(required), known_(known) {}
 
     [[nodiscard]] bool hasRequiredKey() const { return hasRequiredKey_; }
+    [[nodiscard]] bool isArray() const { return isArray_; }
+    [[nodiscard]] std::vector<std::string>& unknownKeys() { return unknownKeys_; }
 
     bool null() override { return value(json()); }
     bool boolean(bool is) override { return value(json(is)); }
@@ -82,8 +85,8 @@ class JsonEvents final : public json::json_sax_t {
     }
     bool key(std::string& key) override {
         bytes_.endToken();
-        if (path_.depth() == 1 && std::ranges::find(required_, key) != required_.end()) {
-            hasRequiredKey_ = true;
+        if (path_.depth() == 1) {
+            noteOutermost(key);
         }
         path_.steps_.back().key = std::move(key);
         return true;
@@ -99,6 +102,20 @@ class JsonEvents final : public json::json_sax_t {
     }
 
   private:
+    [[nodiscard]] bool isRequired(std::string_view key) const {
+        return std::ranges::find(required_, key) != required_.end();
+    }
+
+    void noteOutermost(const std::string& key) {
+        if (isRequired(key) || isRequired("{}")) {
+            hasRequiredKey_ = true;
+        } else if (std::ranges::find(known_, key) == known_.end() &&
+                   std::ranges::find(unknownKeys_, key) == unknownKeys_.end() &&
+                   unknownKeys_.size() < mostUnknownKeys) {
+            unknownKeys_.push_back(key);
+        }
+    }
+
     bool value(json value) {
         bytes_.endToken();
         if (!open_.empty()) {
@@ -117,6 +134,7 @@ class JsonEvents final : public json::json_sax_t {
             record_ = json(kind);
             open_.push_back(&record_);
         }
+        isArray_ = path_.depth() == 0 ? isArray : isArray_;
         path_.steps_.push_back({.key = {}, .index = 0, .isElement = isArray});
         if (path_.depth() > bytes_.limits().nestingDepth) {
             bytes_.fail(tooDeep("values", bytes_.limits()));
@@ -156,8 +174,13 @@ class JsonEvents final : public json::json_sax_t {
 
     JsonBytes& bytes_;
     JsonRecords& records_;
+    static constexpr std::size_t mostUnknownKeys = 20;  // more than anyone reads
+
     std::initializer_list<std::string_view> required_;
+    std::initializer_list<std::string_view> known_;
+    std::vector<std::string> unknownKeys_;
     bool hasRequiredKey_ = false;
+    bool isArray_ = false;  // the document
     JsonPath path_;
     json record_;
     std::vector<json*> open_;  // the containers of the record that are open
@@ -171,7 +194,7 @@ bool JsonPath::beginsWith(std::initializer_list<std::string_view> pattern) const
     return pattern.size() <= steps_.size() &&
            std::equal(pattern.begin(), pattern.end(), steps_.begin(),
                       [](std::string_view key, const JsonStep& step) {
-                          return step.isElement ? key == "*" : key == step.key;
+                          return step.isElement ? key == "*" : key == "{}" || key == step.key;
                       });
 }
 
@@ -202,13 +225,33 @@ void JsonBytes::fail(std::string_view problem) const {
     throw InputError(input_.name(), line_, problem);
 }
 
-void parseJson(JsonBytes& bytes, JsonRecords& records,
-               std::initializer_list<std::string_view> required) {
-    JsonEvents events(bytes, records, required);
+std::vector<std::string> parseJson(JsonBytes& bytes, JsonRecords& records,
+                                   std::initializer_list<std::string_view> required,
+                                   std::initializer_list<std::string_view> known) {
+    JsonEvents events(bytes, records, required, known);
     json::sax_parse(ByteIterator(bytes), ByteIterator(), &events);
-    if (!events.hasRequiredKey()) {
+    if (required.size() == 0 && !events.isArray()) {
+        bytes.fail("the document is not an array");
+    }
+    if (required.size() != 0 && !events.hasRequiredKey()) {
         bytes.fail(
             fmt::format("the document has no member \"{}\"", fmt::join(required, "\" or \"")));
+    }
+    return std::move(events.unknownKeys());
+}
+
+JsonGraphReader::JsonGraphReader(Input& input)
+    : bytes_(input), sink_(input.name(), input.limits(), [this] { return bytes_.line(); }) {
+    sink_.addMissingEnds();
+}
+
+void JsonGraphReader::parse(std::initializer_list<std::string_view> required,
+                            std::initializer_list<std::string_view> known) {
+    std::vector<std::string> unknown = parseJson(bytes_, *this, required, known);
+    if (!unknown.empty()) {
+        std::ranges::transform(unknown, unknown.begin(), inQuotes);
+        sink_.warn(fmt::format("ignored members that this format does not have: {}",
+                               fmt::join(unknown, ", ")));
     }
 }
 
@@ -219,6 +262,12 @@ std::string textOf(const json& value) {
 std::string memberText(const json& object, const char* key) {
     const auto member = object.is_object() ? object.find(key) : object.end();
     return member == object.end() ? std::string() : textOf(*member);
+}
+
+const json& memberOf(const json& object, const char* key) {
+    static const json none;
+    const auto member = object.is_object() ? object.find(key) : object.end();
+    return member == object.end() ? none : *member;
 }
 
 bool isTrue(const json& object, const char* key) {

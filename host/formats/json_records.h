@@ -8,6 +8,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "draft/graph_sink.h"
 #include "input/input.h"
 
 namespace depcompare {
@@ -22,7 +23,8 @@ struct JsonStep {
 /// The way to a value; empty for the document itself.
 class JsonPath {
   public:
-    /// A pattern is a list of keys; "*" stands for any element of an array.
+    /// A pattern is a list of keys; "*" stands for any element of an array, "{}" for any member of
+    /// an object.
     [[nodiscard]] bool is(std::initializer_list<std::string_view> pattern) const;
     [[nodiscard]] bool beginsWith(std::initializer_list<std::string_view> pattern) const;
     [[nodiscard]] std::size_t depth() const { return steps_.size(); }
@@ -78,11 +80,30 @@ class JsonBytes {
     std::size_t longestToken_;
 };
 
-/// Throws: `InputError` if none of the top-level keys `required` is present (the document is then of
-///         another format), if the document is not JSON or not UTF-8, or for an exceeded limit; what
-///         `records` throws.
-void parseJson(JsonBytes& bytes, JsonRecords& records,
-               std::initializer_list<std::string_view> required);
+/// Returns: the outermost members that are neither `required` nor `known`, each once.
+/// Throws:  `InputError` for what is not JSON or not UTF-8, beyond the limits, and for a document
+///          that has none of the outermost members `required` ("{}" is any), or, if there are
+///          none, is not an array: it is then of another format; what `records` throws.
+std::vector<std::string> parseJson(JsonBytes& bytes, JsonRecords& records,
+                                   std::initializer_list<std::string_view> required,
+                                   std::initializer_list<std::string_view> known = {});
+
+/// What readers of JSON have in common: records in, a graph out. Nodes that only edges name are
+/// added.
+class JsonGraphReader : public JsonRecords {
+  protected:
+    explicit JsonGraphReader(Input& input);
+    ~JsonGraphReader() = default;
+    JsonGraphReader(const JsonGraphReader&) = delete;
+    JsonGraphReader& operator=(const JsonGraphReader&) = delete;
+
+    /// As `parseJson`; members that are not known are named in a warning.
+    void parse(std::initializer_list<std::string_view> required,
+               std::initializer_list<std::string_view> known = {});
+
+    JsonBytes bytes_;
+    GraphSink sink_;
+};
 
 /// Returns: a text verbatim, anything else as JSON with sorted keys.
 [[nodiscard]] std::string textOf(const nlohmann::json& value);
@@ -90,10 +111,10 @@ void parseJson(JsonBytes& bytes, JsonRecords& records,
 /// Returns: the text of a member; empty if `object` is not an object or has no such member.
 [[nodiscard]] std::string memberText(const nlohmann::json& object, const char* key);
 
+/// Returns: the member; null if `object` is not an object or has no such member.
+[[nodiscard]] const nlohmann::json& memberOf(const nlohmann::json& object, const char* key);
+
 /// Returns: whether the member is there and true.
 [[nodiscard]] bool isTrue(const nlohmann::json& object, const char* key);
-
-/// Returns: the keys of the outermost object, as far as these bytes go.
-[[nodiscard]] std::vector<std::string> outermostKeys(std::string_view firstBytes);
 
 }  // namespace depcompare

@@ -12,13 +12,25 @@ namespace depcompare {
 
 namespace {
 
+void warnOfEmptiness(GraphDraft& draft) {
+    constexpr std::size_t manyNodes = 10;
+    if (draft.nodes.empty()) {
+        draft.alarms.emplace_back("the graph has no nodes");
+    } else if (draft.edges.empty() && draft.nodes.size() >= manyNodes) {
+        draft.alarms.push_back(
+            fmt::format("the graph has {} nodes and no dependency", draft.nodes.size()));
+    }
+}
+
 GraphDraft readDraft(Input& input, const ReadOptions& options) {
     if (options.emptyInputs && input.peek().empty()) {
         GraphDraft draft;
         draft.source = input.name();
         return draft;
     }
-    return readGraph(input, options.format);
+    GraphDraft draft = readGraph(input, options.format);
+    warnOfEmptiness(draft);
+    return draft;
 }
 
 }  // namespace

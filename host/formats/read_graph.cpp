@@ -8,6 +8,7 @@
 #include "formats/cyclonedx/cyclonedx_reader.h"
 #include "formats/dependency_cruiser/dependency_cruiser_reader.h"
 #include "formats/dot/dot_reader.h"
+#include "formats/formats.h"
 #include "formats/graphml/graphml_reader.h"
 #include "formats/jgf/jgf_reader.h"
 #include "input/input_error.h"
@@ -18,50 +19,133 @@ namespace {
 
 struct InputFormat {
     std::string_view name;
-    std::initializer_list<std::string_view> endings;  // that names of such files usually have
-    bool (*isLikely)(std::string_view firstBytes);
+    std::initializer_list<std::string_view> endings = {};  // that names of such files usually have
+    bool (*isLikelyJson)(const JsonShape& shape) = nullptr;
+    bool (*isLikelyText)(std::string_view firstBytes) = nullptr;
     GraphDraft (*read)(Input& input);
     std::string_view description;
 };
 
-// A content may look like several formats: the first one holds.
+// Of several formats that a content may look like the first one counts: those that ask for less
+// come after the others.
 const InputFormat formats[] = {
+    {.name = "cyclonedx",
+     .endings = {".cdx.json", ".bom.json", "bom.json", ".cdx.xml", ".bom.xml", "bom.xml"},
+     .isLikelyJson = looksLikeCycloneDX,
+     .isLikelyText = looksLikeCycloneDXXml,
+     .read = readCycloneDX,
+     .description = "CycloneDX 1.4 to 1.6 in JSON or XML (npm sbom, syft, trivy, cdxgen and\n"
+                    "others). Components are the files, known by their package URL without\n"
+                    "version."},
     {.name = "graphml",
      .endings = {".graphml", ".xml"},
-     .isLikely = looksLikeGraphML,
+     .isLikelyText = looksLikeGraphML,
      .read = readGraphML,
      .description = "GraphML, as networkx, igraph and yEd write it. Nodes without a type, or of\n"
                     "type \"file\", are the files."},
-    {.name = "cyclonedx",
-     .endings = {".cdx.json", ".bom.json", "bom.json"},
-     .isLikely = looksLikeCycloneDX,
-     .read = readCycloneDX,
-     .description = "CycloneDX 1.4 to 1.6 in JSON (npm sbom, syft, trivy, cdxgen and others).\n"
-                    "Components are the files, known by their package URL without version."},
+    {.name = "spdx",
+     .endings = {".spdx.json"},
+     .isLikelyJson = looksLikeSPDX,
+     .read = readSPDX,
+     .description = "SPDX 2 in JSON (GitHub, npm sbom, syft, trivy). Packages and files are the\n"
+                    "files, known as in CycloneDX."},
     {.name = "dependency-cruiser",
-     .endings = {},
-     .isLikely = looksLikeDependencyCruiser,
+     .isLikelyJson = looksLikeDependencyCruiser,
      .read = readDependencyCruiser,
      .description = "What \"depcruise --output-type json\" writes. Modules that were looked into\n"
                     "are the files."},
+    {.name = "esbuild",
+     .isLikelyJson = looksLikeEsbuild,
+     .read = readEsbuild,
+     .description = "The metafile of esbuild. Inputs are the files."},
+    {.name = "nx",
+     .isLikelyJson = looksLikeNx,
+     .read = readNx,
+     .description = "What \"nx graph --file\" writes. Projects are the files."},
+    {.name = "npm-ls",
+     .isLikelyJson = looksLikeNpmList,
+     .read = readNpmList,
+     .description = "What \"npm ls --json --all\" writes. Packages are the files, known by their\n"
+                    "name if that is unique."},
+    {.name = "package-lock",
+     .endings = {"package-lock.json", "npm-shrinkwrap.json"},
+     .isLikelyJson = looksLikePackageLock,
+     .read = readPackageLock,
+     .description = "The lock file of npm, versions 2 and 3. Packages are the files, known by\n"
+                    "their name if that is unique."},
+    {.name = "cargo",
+     .isLikelyJson = looksLikeCargo,
+     .read = readCargo,
+     .description = "What \"cargo metadata\" writes. Packages are the files, known by their name\n"
+                    "if that is unique."},
+    {.name = "pipdeptree",
+     .isLikelyJson = looksLikePipdeptree,
+     .read = readPipdeptree,
+     .description = "What \"pipdeptree --json\" writes. Packages are the files."},
+    {.name = "conan",
+     .isLikelyJson = looksLikeConan,
+     .read = readConan,
+     .description = "What \"conan graph info --format json\" of Conan 2 writes. Packages are the\n"
+                    "files, known by their name if that is unique."},
+    {.name = "maven-json",
+     .isLikelyJson = looksLikeMavenJson,
+     .read = readMavenJson,
+     .description = "What \"mvn dependency:tree -DoutputType=json\" writes. Artifacts are the\n"
+                    "files, known by group and name if that is unique."},
+    {.name = "maven-tree",
+     .isLikelyText = looksLikeMavenTree,
+     .read = readMavenTree,
+     .description = "What \"mvn dependency:tree\" prints. As maven-json."},
+    {.name = "gradle",
+     .isLikelyText = looksLikeGradle,
+     .read = readGradle,
+     .description = "What \"gradle dependencies\" prints. Projects and modules are the files."},
+    {.name = "node-link",
+     .isLikelyJson = looksLikeNodeLink,
+     .read = readNodeLink,
+     .description = "The node-link JSON of networkx, with \"edges\" or \"links\". Files as in\n"
+                    "GraphML."},
     {.name = "jgf",
      .endings = {".jgf", ".jgf.json"},
-     .isLikely = looksLikeJGF,
+     .isLikelyJson = looksLikeJGF,
      .read = readJGF,
      .description = "JSON Graph Format, version 1 or 2. Files as in GraphML; --convert jgf writes\n"
                     "any input as this."},
+    {.name = "madge",
+     .isLikelyJson = looksLikeMadge,
+     .read = readMadge,
+     .description = "What \"madge --json\" writes. Modules are the files."},
     {.name = "dot",
      .endings = {".dot", ".gv"},
-     .isLikely = looksLikeDOT,
+     .isLikelyText = looksLikeDOT,
      .read = readDOT,
      .description = "DOT, as dependency-cruiser, madge, CMake, Doxygen, clang, ninja and jdeps\n"
                     "write it. Every node is a file."},
+    {.name = "csv",
+     .endings = {".csv"},
+     .isLikelyText = looksLikeCSV,
+     .read = readCSV,
+     .description = "Rows of source,target[,type], or with a header that names the columns.\n"
+                    "--convert csv writes any input as this."},
+    {.name = "tsv",
+     .endings = {".tsv"},
+     .isLikelyText = looksLikeTSV,
+     .read = readTSV,
+     .description = "The same with tabs."},
+    {.name = "list",
+     .endings = {".edges", ".edgelist"},
+     .isLikelyText = looksLikeEdgeList,
+     .read = readEdgeList,
+     .description = "Two or three words on a line: source, target, type (go mod graph, tsort).\n"
+                    "Every node is a file."},
 };
 
 const InputFormat& likelyFormat(Input& input) {
     const std::string_view firstBytes = input.peek();
+    const JsonShape shape = jsonShapeOf(firstBytes);
     for (const InputFormat& format : formats) {
-        if (format.isLikely(firstBytes)) {
+        if ((format.isLikelyJson != nullptr && format.isLikelyJson(shape)) ||
+            (format.isLikelyText != nullptr && format.isLikelyText(firstBytes))) {
             return format;
         }
     }

@@ -12,8 +12,9 @@ _depcompare() {
         --color | --progress) choices='auto always never' ;;
         --filter) choices='nonstructural unchanged' ;;
         --fail-on) choices='any structural none' ;;
-        --input-format) choices='auto graphml cyclonedx dependency-cruiser jgf dot' ;;
-        --convert) choices='jgf' ;;
+        --input-format) choices='auto cyclonedx graphml spdx dependency-cruiser madge esbuild nx npm-ls package-lock cargo pipdeptree
+                conan maven-json maven-tree gradle node-link jgf dot csv tsv list' ;;
+        --convert) choices='csv jgf' ;;
         --node-id) choices='auto id name' ;;
         --report)
             choices='text= json= html= markdown= summary='
@@ -24,7 +25,7 @@ _depcompare() {
             [[ $word == -* ]] || return
             choices='-f --format -o --output --report --max-bytes -q --quiet --locale --color
                 --progress --no-pager --filter --no-filter --fail-on --input-format --list-formats --node-id
-                --file-type --max-input-bytes --max-nesting --max-nodes --max-edges
+                --file-type --allow-empty --max-input-bytes --max-nesting --max-nodes --max-edges
                 --max-text-bytes --convert --textconv --git -h --help --help-all --version'
             ;;
     esac

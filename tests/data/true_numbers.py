@@ -5,6 +5,7 @@ Shares nothing with the program: every producer's files are taken apart here by 
 is known to write. Run in tests/data: ./true_numbers.py >true_numbers.json
 """
 import collections
+import csv
 import gzip
 import json
 import re
@@ -84,8 +85,8 @@ NODE = re.compile(r'^\s*"?(\w+)"?\s*\[\s*(?:shape="box",\s*)?label\s*=\s*"([^"]*
 EDGE = re.compile(r'^\s*"?(\w+)"?\s*->\s*"?(\w+)"?\s*(\[[^\]]*\])?', re.M)
 
 
-def labelled(path, name_of=lambda label: label, kind_of=lambda attributes: ""):
-    """DOT whose node IDs are numbers or addresses."""
+def labelled(path, name_of=lambda label: label, kind_of=lambda attributes: "", turned=False):
+    """DOT whose node IDs are numbers or addresses; turned, its arrows lead to what is made."""
     text = path.read_text()
     labels = {i: label for i, label in NODE.findall(text) if not i.startswith("legend")}
     edges = [e for e in EDGE.findall(text) if e[0] in labels]
@@ -100,7 +101,8 @@ def labelled(path, name_of=lambda label: label, kind_of=lambda attributes: ""):
         graph.file(name, labels[i])
     for source, target, attributes in edges:
         ends = names[source], names[target]
-        graph.edge(*(reversed(ends) if 'dir="back"' in attributes else ends), kind_of(attributes))
+        turns = turned or 'dir="back"' in attributes
+        graph.edge(*(reversed(ends) if turns else ends), kind_of(attributes))
     return graph.finish()
 
 
@@ -151,6 +153,252 @@ def cyclonedx(old, new, by_reference=False):
     return graphs
 
 
+class Parts:
+    """Nodes by the file's own IDs, with the names that they had better have, the best first."""
+
+    def __init__(self):
+        self.nodes, self.edges, self.others = {}, [], set()
+
+    def node(self, own, names, *content):
+        self.nodes[own] = (names, content)
+
+    def edge(self, source, target, *content):
+        self.edges.append((source, target, content))
+
+
+def renamed(*sides):
+    """The graphs of both sides, their nodes by the first name that is unique on either side."""
+    owners = []
+    for side in sides:
+        by_name = collections.defaultdict(set)
+        for own, (names, _) in side.nodes.items():
+            for name in [own, *names]:
+                by_name[name].add(own)
+        owners.append(by_name)
+    graphs = []
+    for side in sides:
+        graph = Graph()
+        names = {own: next((n for n in names if all(len(o[n]) < 2 for o in owners)), own)
+                 for own, (names, _) in side.nodes.items()}
+        for own, (_, content) in side.nodes.items():
+            if own not in side.others:
+                graph.file(names[own], *content)
+        for source, target, content in side.edges:
+            graph.edge(names[source], names[target], *content)
+        graphs.append(graph.finish())
+    return graphs
+
+
+def node_link(path):
+    document, parts = json.loads(path.read_text()), Parts()
+    for node in document["nodes"]:
+        parts.node(node["id"], [], node)
+        if node.get("type", "file") != "file":
+            parts.others.add(node["id"])
+    for edge in document.get("links", document.get("edges")):
+        parts.edge(edge["source"], edge["target"], edge["type"],
+                   edge.get("upstream_component", ""))
+    return parts
+
+
+def nx(path):
+    document, parts = json.loads(path.read_text())["graph"], Parts()
+    for name, project in document["nodes"].items():
+        parts.node(name, [], project["type"], project["data"])
+    for needs in document["dependencies"].values():
+        for need in needs:
+            parts.edge(need["source"], need["target"], need["type"])
+    return parts
+
+
+def conan(path):
+    parts = Parts()
+    for number, package in json.loads(path.read_text())["graph"]["nodes"].items():
+        name, needs = package["name"] or package["label"], package.pop("dependencies")
+        for drawn in ("id", "label"):
+            package.pop(drawn)
+        parts.node(number, [name, f"{name} ({package['context']})"], package)
+        for other, need in needs.items():
+            if need["direct"]:
+                parts.edge(number, other, need["build"])
+    return parts
+
+
+def madge(path):
+    parts = Parts()
+    for module, needs in json.loads(path.read_text()).items():
+        parts.node(module, [])
+        for need in needs:
+            parts.edge(module, need)
+    return parts
+
+
+def esbuild(path):
+    parts = Parts()
+    for name, module in json.loads(path.read_text())["inputs"].items():
+        parts.node(name, [], module["bytes"])
+        for need in module["imports"]:
+            if need.get("external"):
+                parts.node(need["path"], [])
+                parts.others.add(need["path"])
+            parts.edge(name, need["path"], need["kind"], need.get("original"))
+    return parts
+
+
+def cargo(path):
+    document, parts = json.loads(path.read_text()), Parts()
+    for package in document["packages"]:
+        parts.node(package["id"], [package["name"]], package["version"])
+    for node in document["resolve"]["nodes"]:
+        for need in node["deps"]:
+            for kind in need["dep_kinds"]:
+                parts.edge(node["id"], need["pkg"], str(kind["kind"]))
+    return parts
+
+
+def npm_tree(path):
+    parts = Parts()
+
+    def add(name, package):
+        own = f"{name}@{package['version']}"
+        parts.node(own, [name], package["version"])
+        for needed, inner in package.get("dependencies", {}).items():
+            edge = own, add(needed, inner), ()
+            if edge not in parts.edges:
+                parts.edges.append(edge)
+        return own
+    document = json.loads(path.read_text())
+    add(document["name"], document)
+    return parts
+
+
+def package_lock(path):
+    """For locks without packages inside of packages, but for those that need them."""
+    document, parts = json.loads(path.read_text())["packages"], Parts()
+    for folder, package in document.items():
+        name = folder.split("node_modules/")[-1] or package["name"]
+        scalars = {k: v for k, v in package.items() if not isinstance(v, (dict, list))}
+        parts.node(folder, [name, f"{name}@{package['version']}"], scalars)
+        for kind in ("dependencies", "devDependencies"):
+            for need in package.get(kind, {}):
+                inner = f"{folder}/node_modules/{need}"
+                parts.edge(folder, inner if inner in document else f"node_modules/{need}", kind)
+    return parts
+
+
+def spdx(path):
+    document, parts = json.loads(path.read_text()), Parts()
+    parts.node(document["SPDXID"], [])
+    parts.others.add(document["SPDXID"])
+    for package in document["packages"]:
+        url = package["externalRefs"][0]["referenceLocator"]
+        parts.node(package.pop("SPDXID"), [url.rpartition("@")[0], url], package)
+    for relation in document["relationships"]:
+        ends = relation["spdxElementId"], relation["relatedSpdxElement"]
+        kind = relation["relationshipType"]
+        parts.edge(*(reversed(ends) if kind.endswith("_OF") else ends), kind)
+    return parts
+
+
+def cyclonedx_xml(path):
+    root, parts = xml.parse(path).getroot(), Parts()
+    space = root.tag.partition("}")[0] + "}"
+    for component in [*root.findall(f"{space}metadata/{space}component"),
+                      *root.findall(f"{space}components//{space}component")]:
+        url, own = component.find(space + "purl").text, component.attrib.pop("bom-ref")
+        told = [part for part in component if part.tag != space + "components"]
+        content = "".join(xml.tostring(part, encoding="unicode").strip() for part in told)
+        parts.node(own, [url.partition("?")[0].rpartition("@")[0], url],
+                   content)
+    for dependency in root.findall(f"{space}dependencies/{space}dependency"):
+        for need in dependency:
+            parts.edge(dependency.get("ref"), need.get("ref"))
+    return parts
+
+
+def table(path):
+    parts = Parts()
+    delimiter = "\t" if path.suffix == ".tsv" else ","
+    lines = [line for line in path.read_text().splitlines() if not line.startswith("#")]
+    for row in list(csv.reader(lines, delimiter=delimiter))[1:]:
+        parts.node(row[0], [])
+        if row[1]:
+            parts.node(row[1], [])
+            parts.edge(row[0], row[1], row[2])
+        elif row[2]:
+            parts.others.add(row[0])
+    return parts
+
+
+def modules(path):
+    parts = Parts()
+    for line in path.read_text().splitlines():
+        for word in line.split():
+            parts.node(word, [word.split("@")[0]], word.partition("@")[2])
+        parts.edge(*line.split())
+    return parts
+
+
+def pipdeptree(path):
+    parts = Parts()
+    for package in json.loads(path.read_text()):
+        parts.node(package["package"]["key"], [], package["package"])
+        for need in package["dependencies"]:
+            parts.edge(package["package"]["key"], need["key"])
+    return parts
+
+
+def maven_json(path):
+    parts = Parts()
+
+    def add(artifact):
+        own = ":".join(artifact[k] for k in ("groupId", "artifactId", "classifier", "version"))
+        parts.node(own, [f"{artifact['groupId']}:{artifact['artifactId']}"], artifact["version"])
+        for child in artifact.get("children", []):
+            parts.edge(own, add(child), child["scope"], child["optional"])
+        return own
+    add(json.loads(path.read_text()))
+    return parts
+
+
+TREE = re.compile(r"^(?:\[INFO\] )?((?:[| ] +)*)(?:[+\\]-+ )?\(?([\w.-]+:[\w.:-]+|project :\w*)"
+                  r"(.*)$", re.M)
+
+
+def maven_tree(path):
+    parts, above = Parts(), []
+    for indent, text, rest in TREE.findall(path.read_text()):
+        words, depth = text.split(":"), len(indent) // 3 + (1 if above else 0)
+        if len(words) < 4:
+            continue
+        version = words[-1 if not above else -2]
+        if "conflict" in rest:
+            version = rest.rpartition("conflict with ")[2].rstrip(")")
+        own = f"{words[0]}:{words[1]}:{version}"
+        parts.node(own, [f"{words[0]}:{words[1]}"], version)
+        above[depth:] = [own]
+        if depth:
+            parts.edge(above[depth - 1], own, words[-1], "optional" in rest)
+    return parts
+
+
+def gradle(path):
+    parts, above, configuration = Parts(), ["project :"], ""
+    parts.node("project :", [])
+    for line in path.read_text().splitlines():
+        found = re.match(r"^((?:[| ]    )*)[+\\]--- (\S+(?: :\S+)?)(?:.* -> (\S+))?", line)
+        if not found:
+            configuration = line.split(" ")[0]
+        elif not line.endswith((" (n)", " (c)")):
+            depth, text, chosen = len(found[1]) // 5, found[2], found[3]
+            bare = text if " " in text else ":".join(text.split(":")[:2])
+            version = chosen or text[len(bare) + 1:]
+            parts.node(bare + version, [bare], version)
+            above[depth + 1:] = [bare + version]
+            parts.edge(above[depth], bare + version, configuration)
+    return parts
+
+
 def counts(old, new):
     common = old.keys() & new.keys()
     return {"removed": len(old.keys() - common), "added": len(new.keys() - common),
@@ -173,7 +421,7 @@ def main():
             ("cmake", "notes", "dot", cmake),
             ("doxygen", "app", "dot", labelled),
             ("doxygen", "log", "dot", labelled),
-            ("ninja", "notes", "dot", labelled),
+            ("ninja", "notes", "dot", lambda p: labelled(p, turned=True)),
             ("clang", "notes", "dot", labelled),
             ("madge", "notes", "dot", named),
             ("jdeps", "notes", "dot", named)]:
@@ -186,6 +434,26 @@ def main():
     mocha = ["mocha-9.2.2.cdx.json.gz", "mocha-10.8.2.cdx.json.gz"]
     numbers.append(pair(*(f"../../examples/{file}" for file in mocha),
                         cyclonedx(*(EXAMPLES / file for file in mocha))))
+    for folder, name, ending, read in [
+            ("node_link", "notes", "json", node_link),
+            ("nx", "notes", "json", nx),
+            ("conan", "notes", "json", conan),
+            ("madge", "app", "json", madge),
+            ("esbuild", "app", "json", esbuild),
+            ("cargo", "notes", "json", cargo),
+            ("npm", "tree", "json", npm_tree),
+            ("npm", "lock", "json", package_lock),
+            ("npm", "tree", "spdx.json", spdx),
+            ("npm", "tree", "cdx.xml", cyclonedx_xml),
+            ("edges", "notes", "csv", table),
+            ("edges", "parts", "tsv", table),
+            ("edges", "modules", "txt", modules),
+            ("pipdeptree", "notes", "json", pipdeptree),
+            ("maven", "notes", "json", maven_json),
+            ("maven", "notes", "txt", maven_tree),
+            ("gradle", "notes", "txt", gradle)]:
+        files = [f"{folder}/{name}-{version}.{ending}" for version in ("1.0", "1.1")]
+        numbers.append(pair(*files, renamed(*(read(HERE / file) for file in files))))
     json.dump(numbers, sys.stdout, indent=2)
     print()
 

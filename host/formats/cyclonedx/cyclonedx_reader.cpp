@@ -1,6 +1,7 @@
 #include "formats/cyclonedx/cyclonedx_reader.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <set>
 #include <utility>
@@ -11,6 +12,7 @@
 
 #include "draft/graph_sink.h"
 #include "formats/json_records.h"
+#include "formats/xml_parser.h"
 #include "input/input_error.h"
 
 namespace depcompare {
@@ -19,44 +21,28 @@ namespace {
 
 using nlohmann::json;
 
-class CycloneDXReader final : public JsonRecords {
+bool isOneOf(std::string_view key, std::initializer_list<std::string_view> keys) {
+    return std::ranges::find(keys, key) != keys.end();
+}
+
+/// What the parts of a document mean, whichever way they are written.
+class CycloneDXGraph {
   public:
-    explicit CycloneDXReader(Input& input)
-        : bytes_(input), sink_(input.name(), input.limits(), [this] { return bytes_.line(); }) {
-        sink_.addMissingEnds();
-    }
+    explicit CycloneDXGraph(GraphSink& sink) : sink_(sink) {}
 
-    GraphDraft read() {
-        parseJson(bytes_, *this, {"bomFormat", "specVersion"});
-        return sink_.finish();
-    }
-
-    [[nodiscard]] bool wants(const JsonPath& path) const override {
-        if (path.depth() == 1) {
-            return isOneOf(path.last().key,
-                           {"$schema", "bomFormat", "specVersion", "serialNumber", "version"});
-        }
-        return path.depth() == 2 &&
-               (path.is({"metadata", path.last().key}) || path.is({"components", "*"}) ||
-                path.is({"services", "*"}) || path.is({"dependencies", "*"}));
-    }
-
-    void take(const JsonPath& path, const json& value) override;
+    /// Takes a member of the document or an element of one of its lists.
+    void take(std::string_view list, std::string_view member, const json& value);
 
   private:
-    static bool isOneOf(std::string_view key, std::initializer_list<std::string_view> keys) {
-        return std::ranges::find(keys, key) != keys.end();
-    }
     void addNode(const json& component, bool isService);
     void addProperties(NodeNumber node, const json& component);
     void addProperty(NodeNumber node, const std::string& key, const json& value);
     void addNamedValues(NodeNumber node, const json& values, const char* nameKey,
                         const char* valueKey);
     void addEdges(const json& dependency);
-    void setGraphProperty(const std::string& key, const json& value);
+    void setGraphProperty(std::string_view key, const json& value);
 
-    JsonBytes bytes_;
-    GraphSink sink_;
+    GraphSink& sink_;
 };
 
 std::string licenceOf(const json& choice) {
@@ -85,21 +71,21 @@ std::string nameOf(const json& component) {
     return group.empty() ? name : group + "/" + name;
 }
 
-void CycloneDXReader::take(const JsonPath& path, const json& value) {
-    if (path.is({"components", "*"}) || path.is({"metadata", "component"})) {
+void CycloneDXGraph::take(std::string_view list, std::string_view member, const json& value) {
+    if (list == "components" || (list == "metadata" && member == "component")) {
         addNode(value, false);
-    } else if (path.is({"services", "*"})) {
+    } else if (list == "services") {
         addNode(value, true);
-    } else if (path.is({"dependencies", "*"})) {
+    } else if (list == "dependencies") {
         addEdges(value);
     } else {
-        setGraphProperty(path.last().key, value);
+        setGraphProperty(member, value);
     }
 }
 
-void CycloneDXReader::addNode(const json& component, bool isService) {
+void CycloneDXGraph::addNode(const json& component, bool isService) {
     if (!component.is_object()) {
-        bytes_.fail("component is not an object");
+        sink_.fail("component is not an object");
     }
     const std::string name = nameOf(component);
     const std::string url = memberText(component, "purl");
@@ -110,7 +96,7 @@ void CycloneDXReader::addNode(const json& component, bool isService) {
         ref = !url.empty() ? url : version.empty() ? name : name + "@" + version;
     }
     if (ref.empty()) {
-        bytes_.fail("component without bom-ref, purl and name");
+        sink_.fail("component without bom-ref, purl and name");
     }
     // One without a reference of its own cannot be distinguished from its equals.
     const NodeNumber node = hasRef ? sink_.addNode(ref) : sink_.addNodeOnce(ref);
@@ -132,7 +118,7 @@ void CycloneDXReader::addNode(const json& component, bool isService) {
     }
 }
 
-void CycloneDXReader::addProperties(NodeNumber node, const json& component) {
+void CycloneDXGraph::addProperties(NodeNumber node, const json& component) {
     for (const auto& [key, value] : component.items()) {
         if (!isOneOf(key, {"bom-ref", "name", "group", "components", "services"})) {
             addProperty(node, key, value);
@@ -140,7 +126,7 @@ void CycloneDXReader::addProperties(NodeNumber node, const json& component) {
     }
 }
 
-void CycloneDXReader::addProperty(NodeNumber node, const std::string& key, const json& value) {
+void CycloneDXGraph::addProperty(NodeNumber node, const std::string& key, const json& value) {
     if (key == "licenses" && value.is_array()) {
         sink_.setProperty(node, key, licencesOf(value));
     } else if (key == "hashes" && value.is_array()) {
@@ -152,8 +138,8 @@ void CycloneDXReader::addProperty(NodeNumber node, const std::string& key, const
     }
 }
 
-void CycloneDXReader::addNamedValues(NodeNumber node, const json& values, const char* nameKey,
-                                     const char* valueKey) {
+void CycloneDXGraph::addNamedValues(NodeNumber node, const json& values, const char* nameKey,
+                                    const char* valueKey) {
     // A name may occur several times, in any order.
     std::map<std::string, std::set<std::string>> valuesByName;
     for (const json& value : values) {
@@ -164,10 +150,10 @@ void CycloneDXReader::addNamedValues(NodeNumber node, const json& values, const 
     }
 }
 
-void CycloneDXReader::addEdges(const json& dependency) {
+void CycloneDXGraph::addEdges(const json& dependency) {
     const std::string ref = memberText(dependency, "ref");
     if (ref.empty()) {
-        bytes_.fail("dependency without \"ref\"");
+        sink_.fail("dependency without \"ref\"");
     }
     for (const auto& [member, type] :
          {std::pair("dependsOn", "depends"), std::pair("provides", "provides")}) {
@@ -179,7 +165,7 @@ void CycloneDXReader::addEdges(const json& dependency) {
     }
 }
 
-void CycloneDXReader::setGraphProperty(const std::string& key, const json& value) {
+void CycloneDXGraph::setGraphProperty(std::string_view key, const json& value) {
     const std::string text = textOf(value);
     if (key == "specVersion" && !isOneOf(text, {"1.4", "1.5", "1.6"})) {
         sink_.warn(
@@ -188,16 +174,184 @@ void CycloneDXReader::setGraphProperty(const std::string& key, const json& value
     sink_.setGraphProperty(key, text);
 }
 
+class JsonReader final : public JsonGraphReader {
+  public:
+    explicit JsonReader(Input& input) : JsonGraphReader(input) {}
+
+    GraphDraft read() {
+        parse(
+            {"bomFormat", "specVersion"},
+            {"$schema", "serialNumber", "version", "metadata", "components", "services",
+             "dependencies", "externalReferences", "compositions", "vulnerabilities", "annotations",
+             "formulation", "declarations", "definitions", "properties", "signature"});
+        return sink_.finish();
+    }
+
+    [[nodiscard]] bool wants(const JsonPath& path) const override {
+        if (path.depth() == 1) {
+            return isOneOf(path.last().key,
+                           {"$schema", "bomFormat", "specVersion", "serialNumber", "version"});
+        }
+        return path.is({"metadata", "{}"}) || path.is({"components", "*"}) ||
+               path.is({"services", "*"}) || path.is({"dependencies", "*"});
+    }
+
+    void take(const JsonPath& path, const json& value) override {
+        graph_.take(path.depth() == 1 ? std::string_view() : path[0].key, path.last().key, value);
+    }
+
+  private:
+    CycloneDXGraph graph_{sink_};
+};
+
+/// Makes of each element what the same part of a document in JSON is.
+class XmlReader final : public XmlEvents {
+  public:
+    explicit XmlReader(Input& input)
+        : input_(input), sink_(input.name(), input.limits(), [this] { return parser_.line(); }) {
+        sink_.addMissingEnds();
+    }
+
+    GraphDraft read() {
+        parser_.parse(input_, *this);
+        return sink_.finish();
+    }
+
+    void start(std::string_view element, const XmlAttributes& attributes) override {
+        element.remove_prefix(element.find(':') + 1);  // a prefix, or nothing
+        if (open_.empty()) {
+            startDocument(element, attributes);
+        }
+        Element& opened = open_.emplace_back();
+        opened.name = element;
+        opened.isList = std::ranges::find(lists, element) != lists.end();
+        for (const char* name :
+             {"bom-ref", "type", "mime-type", "alg", "name", "ref", "acknowledgement"}) {
+            if (const auto value = attributes.find(name)) {
+                opened.members[name] = *value;
+            }
+        }
+    }
+
+    void end() override {
+        Element element = std::move(open_.back());
+        open_.pop_back();
+        if (open_.empty()) {
+            return;
+        }
+        json value = valueOf(element);
+        Element& parent = open_.back();
+        if (isOfRecords()) {
+            graph_.take(parent.name, element.name, value);
+        } else if (parent.isList) {
+            parent.items.push_back(std::move(value));
+        } else if (parent.name == "dependency") {
+            parent.members[element.name == "provides" ? "provides" : "dependsOn"].push_back(
+                memberText(value, "ref"));
+        } else {
+            addMember(parent.members[element.name], std::move(value));
+        }
+    }
+
+    void text(std::string_view part) override {
+        if (!open_.empty()) {
+            open_.back().text += part;
+        }
+    }
+
+  private:
+    struct Element {
+        std::string name;
+        std::string text;
+        json members = json::object();
+        json items = json::array();
+        bool isList = false;
+    };
+
+    static constexpr std::array<std::string_view, 12> lists = {
+        "components", "services", "hashes",    "licenses", "externalReferences", "properties",
+        "authors",    "tags",     "omniborId", "swhid",    "endpoints",          "dependencies"};
+
+    void startDocument(std::string_view element, const XmlAttributes& attributes) {
+        constexpr std::string_view space = "cyclonedx.org/schema/bom/";
+        const std::string_view spaces = attributes.find("xmlns").value_or("");
+        const std::size_t version = spaces.find(space);
+        if (element != "bom") {
+            sink_.fail(fmt::format("not CycloneDX: the root element is {}", inQuotes(element)));
+        }
+        graph_.take("", "bomFormat", "CycloneDX");
+        if (version != spaces.npos) {
+            graph_.take("", "specVersion", std::string(spaces.substr(version + space.size())));
+        }
+        for (const char* name : {"serialNumber", "version"}) {
+            if (const auto value = attributes.find(name)) {
+                graph_.take("", name, std::string(*value));
+            }
+        }
+    }
+
+    // An element that is repeated is an array.
+    static void addMember(json& member, json value) {
+        if (member.is_null()) {
+            member = std::move(value);
+            return;
+        }
+        if (!member.is_array()) {
+            member = json::array({std::move(member)});
+        }
+        member.push_back(std::move(value));
+    }
+
+    /// Returns: whether the innermost open element is one of those whose children are taken.
+    [[nodiscard]] bool isOfRecords() const {
+        return open_.size() == 2 &&
+               isOneOf(open_.back().name, {"metadata", "components", "services", "dependencies"});
+    }
+
+    static json valueOf(Element& element) {
+        if (element.isList) {
+            return std::move(element.items);
+        }
+        const bool isBlank = element.text.find_first_not_of(" \t\r\n") == std::string::npos;
+        if (element.name == "hash") {
+            element.members["content"] = element.text;
+        } else if (element.name == "property") {
+            element.members["value"] = element.text;
+        } else if (element.name == "license") {
+            return json::object({{"license", std::move(element.members)}});
+        } else if (element.name == "expression") {
+            return json::object({{"expression", element.text}});
+        } else if (element.members.empty()) {
+            return element.text;
+        } else if (!isBlank) {
+            element.members["content"] = element.text;
+        }
+        return std::move(element.members);
+    }
+
+    Input& input_;
+    XmlParser parser_;
+    GraphSink sink_;
+    CycloneDXGraph graph_{sink_};
+    std::vector<Element> open_;
+};
+
 }  // namespace
 
-bool looksLikeCycloneDX(std::string_view firstBytes) {
-    const auto keys = outermostKeys(firstBytes);
-    return std::ranges::find(keys, "bomFormat") != keys.end() ||
-           std::ranges::find(keys, "specVersion") != keys.end();
+bool looksLikeCycloneDX(const JsonShape& shape) {
+    return shape.has({"bomFormat"}) || shape.has({"specVersion"});
+}
+
+bool looksLikeCycloneDXXml(std::string_view firstBytes) {
+    return firstBytes.find("cyclonedx.org/schema/bom/") != std::string_view::npos &&
+           firstBytes.find("<bom") != std::string_view::npos;
 }
 
 GraphDraft readCycloneDX(Input& input) {
-    return CycloneDXReader(input).read();
+    const std::string_view firstBytes = input.peek();
+    const std::size_t first = firstBytes.find_first_not_of(" \t\r\n\xEF\xBB\xBF");
+    const bool isXml = first != std::string_view::npos && firstBytes[first] == '<';
+    return isXml ? XmlReader(input).read() : JsonReader(input).read();
 }
 
 std::string withoutVersion(std::string_view packageURL) {

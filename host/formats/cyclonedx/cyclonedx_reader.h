@@ -1,14 +1,16 @@
 #pragma once
-// Reads the bills of materials of CycloneDX in JSON.
+// Reads the bills of materials of CycloneDX, in JSON and in XML.
 #include <string>
 #include <string_view>
 
 #include "draft/graph_draft.h"
+#include "formats/json_shape.h"
 #include "input/input.h"
 
 namespace depcompare {
 
-[[nodiscard]] bool looksLikeCycloneDX(std::string_view firstBytes);
+[[nodiscard]] bool looksLikeCycloneDX(const JsonShape& shape);
+[[nodiscard]] bool looksLikeCycloneDXXml(std::string_view firstBytes);
 
 /// Every component is a file, including nested ones and the one that the document describes; services
 /// are nodes of the type `service`.

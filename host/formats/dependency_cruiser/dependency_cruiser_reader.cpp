@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -63,20 +64,20 @@ std::string typeOfModule(const json& module) {
     return isPackage ? "npm" : "external";
 }
 
-class DependencyCruiserReader final : public JsonRecords {
+class DependencyCruiserReader final : public JsonGraphReader {
   public:
-    explicit DependencyCruiserReader(Input& input)
-        : bytes_(input), sink_(input.name(), input.limits(), [this] { return bytes_.line(); }) {
-        sink_.addMissingEnds();
-    }
+    explicit DependencyCruiserReader(Input& input) : JsonGraphReader(input) {}
 
     GraphDraft read() {
-        parseJson(bytes_, *this, {"modules"});
+        parse({"modules"}, {"summary", "folders", "revisionData"});
+        for (const auto& [rule, count] : violations_) {
+            sink_.setGraphProperty("violations of " + rule, std::to_string(count));
+        }
         return sink_.finish();
     }
 
     [[nodiscard]] bool wants(const JsonPath& path) const override {
-        return path.is({"modules", "*"}) ||
+        return path.is({"modules", "*"}) || path.is({"summary", "violations", "*"}) ||
                (path.depth() == 2 && path.is({"summary", path.last().key}) &&
                 isOneOf(path.last().key, {"error", "warn", "info", "ignore", "totalCruised",
                                           "totalDependenciesCruised"}));
@@ -85,6 +86,8 @@ class DependencyCruiserReader final : public JsonRecords {
     void take(const JsonPath& path, const json& value) override {
         if (path.is({"modules", "*"})) {
             addModule(value);
+        } else if (path.last().isElement) {
+            ++violations_[memberText(memberOf(value, "rule"), "name")];
         } else {
             sink_.setGraphProperty(path.last().key, textOf(value));
         }
@@ -124,20 +127,29 @@ class DependencyCruiserReader final : public JsonRecords {
         if (resolved.empty()) {
             bytes_.fail(fmt::format("dependency of \"{}\" without \"resolved\"", source));
         }
-        const std::size_t edge = sink_.addEdge(source, resolved);
-        sink_.set(edge, EdgeColumn::type, typeOfDependency(dependency));
-        sink_.set(edge, EdgeColumn::upstreamComponent, memberText(dependency, "module"));
+        const auto addEdge = [&](const std::string& type) {
+            const std::size_t edge = sink_.addEdge(source, resolved);
+            sink_.set(edge, EdgeColumn::type, type);
+            sink_.set(edge, EdgeColumn::upstreamComponent, memberText(dependency, "module"));
+        };
+        addEdge(typeOfDependency(dependency));
+        // A dependency has no properties, and what is wrong with it has to be seen: each fault is a
+        // dependency beside it, which comes and goes with the fault.
+        if (isTrue(dependency, "circular")) {
+            addEdge("circular");
+        }
+        for (const json& rule : memberOf(dependency, "rules")) {
+            addEdge("violates " + memberText(rule, "name"));
+        }
     }
 
-    JsonBytes bytes_;
-    GraphSink sink_;
+    std::map<std::string, std::size_t> violations_;  // by rule
 };
 
 }  // namespace
 
-bool looksLikeDependencyCruiser(std::string_view firstBytes) {
-    const auto keys = outermostKeys(firstBytes);
-    return std::ranges::find(keys, "modules") != keys.end();
+bool looksLikeDependencyCruiser(const JsonShape& shape) {
+    return shape.has({"modules"}, JsonKind::array);
 }
 
 GraphDraft readDependencyCruiser(Input& input) {

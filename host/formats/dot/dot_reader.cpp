@@ -40,6 +40,7 @@ class DOTReader {
 
     GraphDraft read() {
         legend_ = agsubg(graph_, legendName, 0);
+        pointsToWhatIsMade_ = isOfNinja();
         requireShallow(graph_, 1);
         readGraph();
         readNodes();
@@ -54,6 +55,16 @@ class DOTReader {
         std::string label;                // empty without one
         std::vector<std::string> leadTo;  // the labels of the nodes at the other ends of its edges
     };
+
+    // Ninja draws arrows from what a step reads to what it makes.
+    [[nodiscard]] bool isOfNinja() const {
+        const auto nodesHave = [this](char* attribute, std::string_view value) {
+            const Agsym_t* found = agattr(graph_, AGNODE, attribute, nullptr);
+            return found != nullptr && found->defval == value;
+        };
+        return agnameof(graph_) == std::string_view("ninja") && nodesHave(fontSize, "10") &&
+               nodesHave(height, "0.25");
+    }
 
     void requireShallow(Agraph_t* graph, std::size_t depth) const {
         if (depth > input_.limits().nestingDepth) {
@@ -135,6 +146,12 @@ class DOTReader {
             id.size() > archive.size() && id.ends_with(archive)) {
             id.resize(id.size() - archive.size());
         }
+        if (id.find("\\n") != std::string::npos && (id.starts_with("//") || id.starts_with('@'))) {
+            sink_.fail(
+                fmt::format("the node {} stands for several targets; bazel query "
+                            "--nograph:factored writes them one by one",
+                            inQuotes(id)));
+        }
         return id;
     }
 
@@ -200,11 +217,13 @@ class DOTReader {
     using End = std::pair<Agnode_t*, std::string>;
 
     void addEdge(const End& upstream, const End& downstream, const std::string& type) {
-        const std::size_t edge = sink_.addEdge(idOf(upstream.first), idOf(downstream.first));
-        sink_.set(edge, EdgeColumn::type, type);
-        sink_.set(edge, EdgeColumn::upstreamComponent, upstream.second);
-        sink_.set(edge, EdgeColumn::downstreamComponent, downstream.second);
         nodes_[upstream.first].leadTo.push_back(nodes_[downstream.first].label);
+        const auto& [needs, needed] =
+            pointsToWhatIsMade_ ? std::pair(downstream, upstream) : std::pair(upstream, downstream);
+        const std::size_t edge = sink_.addEdge(idOf(needs.first), idOf(needed.first));
+        sink_.set(edge, EdgeColumn::type, type);
+        sink_.set(edge, EdgeColumn::upstreamComponent, needs.second);
+        sink_.set(edge, EdgeColumn::downstreamComponent, needed.second);
     }
 
     // Many steps of a build have the same label; together with what it leads to, it is unique.
@@ -235,12 +254,15 @@ class DOTReader {
 
     // The library takes texts that it does not change as `char*`.
     static inline char legendName[] = "clusterLegend";
+    static inline char fontSize[] = "fontsize";
+    static inline char height[] = "height";
 
     Input& input_;
     GraphSink sink_;
     DotGraph dot_;
     Agraph_t* graph_;
-    Agraph_t* legend_ = nullptr;  // which CMake adds
+    Agraph_t* legend_ = nullptr;       // which CMake adds
+    bool pointsToWhatIsMade_ = false;  // and not to what is needed
     std::map<Agnode_t*, Named> nodes_;
 };
 

@@ -7,9 +7,11 @@
 #include <vector>
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include "draft/graph_sink.h"
 #include "formats/edge_data.h"
+#include "formats/formats.h"
 #include "formats/json_records.h"
 #include "input/input_error.h"
 
@@ -24,15 +26,13 @@ bool isFalse(const json& object, const char* key) {
     return member != object.end() && member->is_boolean() && !member->get<bool>();
 }
 
-class JGFReader final : public JsonRecords {
+class JGFReader final : public JsonGraphReader {
   public:
-    explicit JGFReader(Input& input)
-        : bytes_(input), sink_(input.name(), input.limits(), [this] { return bytes_.line(); }) {
-        sink_.addMissingEnds();
-    }
+    explicit JGFReader(Input& input) : JsonGraphReader(input) {}
 
     GraphDraft read() {
-        parseJson(bytes_, *this, {"graph", "graphs"});
+        parse({"graph", "graphs"}, {"$schema", "label", "type", "metadata"});
+        settleForeignMembers();
         if (hyperedges_ != 0) {
             sink_.warn(fmt::format("ignored hyperedges: {}", hyperedges_));
         }
@@ -46,6 +46,7 @@ class JGFReader final : public JsonRecords {
 
     void take(const JsonPath& path, const json& value) override {
         requireOneGraph(path);
+        hasMembers_ |= isMemberOf(path, "nodes") || isMemberOf(path, "edges");
         if (isMemberOf(path, "nodes")) {
             addNode(path.last(), value);
         } else if (isMemberOf(path, "edges")) {
@@ -56,6 +57,8 @@ class JGFReader final : public JsonRecords {
             sink_.setGraphProperty(path.last().key, textOf(value));
         } else if (isInGraph(path, 1) && path.last().key == "directed") {
             edgesAreDirected_ = value != false;
+        } else if (isInGraph(path, 1) && value.is_structured()) {
+            foreignMembers_.push_back(inQuotes(path.last().key));
         } else if (isInGraph(path, 1) && path.last().key != "$schema") {
             labels_.emplace_back(path.last().key, textOf(value));
         }
@@ -76,6 +79,18 @@ class JGFReader final : public JsonRecords {
     void requireOneGraph(const JsonPath& path) {
         if (path[1].isElement && path[1].index != 0) {
             bytes_.fail("more than one graph in the file");
+        }
+    }
+
+    // Other formats call their outermost member "graph" too.
+    void settleForeignMembers() {
+        const std::string names = fmt::format("{}", fmt::join(foreignMembers_, ", "));
+        if (!foreignMembers_.empty() && !hasMembers_) {
+            bytes_.fail(fmt::format("not JSON Graph Format: no nodes and no edges, but {}", names));
+        }
+        if (!foreignMembers_.empty()) {
+            sink_.warn(fmt::format(
+                "ignored members of the graph that this format does not have: {}", names));
         }
     }
 
@@ -145,21 +160,21 @@ class JGFReader final : public JsonRecords {
         }
     }
 
-    JsonBytes bytes_;
-    GraphSink sink_;
     std::vector<std::pair<std::string, std::string>> labels_;  // of the graph, beside its metadata
     // The ends of the first edge that leaves its direction to the graph.
     std::optional<std::pair<std::string, std::string>> firstUndecided_;
+    std::vector<std::string> foreignMembers_;  // of the graph
+    bool hasMembers_ = false;
     bool edgesAreDirected_ = true;
     std::size_t hyperedges_ = 0;
 };
 
 }  // namespace
 
-bool looksLikeJGF(std::string_view firstBytes) {
-    const auto keys = outermostKeys(firstBytes);
-    return std::ranges::find(keys, "graph") != keys.end() ||
-           std::ranges::find(keys, "graphs") != keys.end();
+bool looksLikeJGF(const JsonShape& shape) {
+    const bool isWhole = shape.has({"graph"}, JsonKind::object) && !shape.has({"nodes"}) &&
+                         !looksLikeConan(shape) && !looksLikeNx(shape);
+    return isWhole || shape.has({"graphs"}, JsonKind::array);
 }
 
 GraphDraft readJGF(Input& input) {

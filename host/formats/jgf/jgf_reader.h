@@ -1,13 +1,12 @@
 #pragma once
 // Reads the JSON Graph Format, versions 1 and 2.
-#include <string_view>
-
 #include "draft/graph_draft.h"
+#include "formats/json_shape.h"
 #include "input/input.h"
 
 namespace depcompare {
 
-[[nodiscard]] bool looksLikeJGF(std::string_view firstBytes);
+[[nodiscard]] bool looksLikeJGF(const JsonShape& shape);
 
 /// A node's `metadata` contain its type and, as other members or under `properties`, its properties;
 /// an edge's `relation` is its type, and its `metadata` contain its components.

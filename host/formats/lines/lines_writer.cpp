@@ -19,7 +19,7 @@ using dependency::graph::Dependency;
 using dependency::graph::Graph;
 using dependency::graph::Node;
 
-std::string quoted(std::u16string_view text) {
+std::string quotedText(std::u16string_view text) {
     std::u16string escaped;
     for (const char16_t unit : text) {
         if (unit == u'"' || unit == u'\\') {
@@ -35,7 +35,7 @@ std::string word(std::u16string_view text) {
     constexpr std::u16string_view special = u" \"\\=[]\u00A0\u3000";
     const bool isPlain = !text.empty() && text != u"->" &&
                          text.find_first_of(special) == text.npos && visible(text) == text;
-    return isPlain ? fl::i18n::ustring_to_utf8(text) : quoted(text);
+    return isPlain ? fl::i18n::ustring_to_utf8(text) : quotedText(text);
 }
 
 std::string idOf(const Node& node) {
@@ -45,7 +45,7 @@ std::string idOf(const Node& node) {
 void writeNode(const Node& node, Output& output) {
     output.write(idOf(node));
     if (node.getName() != idAsRead(node.getID())) {
-        output.print(" {}", quoted(node.getName()));
+        output.print(" {}", quotedText(node.getName()));
     }
     output.print(" [{}]", word(node.getType()->getID()));
     for (const auto& key : node.getPropertyKeys()) {

@@ -1,4 +1,10 @@
+// One program per reader; READER is its function.
+#include "formats/cyclonedx/cyclonedx_reader.h"
 #include "formats/dependency_cruiser/dependency_cruiser_reader.h"
+#include "formats/dot/dot_reader.h"
+#include "formats/formats.h"
+#include "formats/graphml/graphml_reader.h"
+#include "formats/jgf/jgf_reader.h"
 #include "reader_fuzzing.h"
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
@@ -7,6 +13,6 @@ extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    depcompare::fuzz::tryReader(depcompare::readDependencyCruiser, data, size);
+    depcompare::fuzz::tryReader(depcompare::READER, data, size);
     return 0;
 }

@@ -1,0 +1,47 @@
+#pragma once
+// Reads text line by line, for formats that are made of lines.
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "input/input.h"
+
+namespace depcompare {
+
+class LineReader {
+  public:
+    explicit LineReader(Input& input);
+
+    /// Returns: the next line without its line feed, and without a byte order mark; nothing at the
+    ///          end. Valid until the next call.
+    /// Throws:  `InputError` for what is not UTF-8, zero bytes, lines that are too long, and what
+    ///          reading the input throws.
+    [[nodiscard]] std::optional<std::string_view> next();
+    /// Returns: the number of the line that `next` returned last, from 1.
+    [[nodiscard]] std::size_t line() const { return line_; }
+    [[noreturn]] void fail(std::string_view problem) const;
+
+  private:
+    bool refill();
+
+    Input& input_;
+    std::vector<char> piece_;
+    std::size_t position_ = 0;
+    std::size_t end_ = 0;
+    std::size_t line_ = 0;
+    std::string text_;
+};
+
+/// Returns: the lines that are whole among the first bytes of an input, without line breaks; the
+///          last one only if these are all the bytes.
+[[nodiscard]] std::vector<std::string_view> wholeLines(std::string_view firstBytes);
+
+/// Returns: the words between blanks and tabs, as far as one that begins with `#`.
+[[nodiscard]] std::vector<std::string_view> wordsOf(std::string_view line);
+
+/// Returns: the text without a carriage return at its end.
+[[nodiscard]] std::string_view withoutReturn(std::string_view line);
+
+}  // namespace depcompare

@@ -1,0 +1,57 @@
+#include <algorithm>
+
+#include <fmt/format.h>
+
+#include "formats/formats.h"
+#include "formats/json_records.h"
+#include "input/input_error.h"
+
+namespace depcompare {
+
+namespace {
+
+using nlohmann::json;
+
+class MadgeReader final : public JsonGraphReader {
+  public:
+    explicit MadgeReader(Input& input) : JsonGraphReader(input) {}
+
+    GraphDraft read() {
+        parse({"{}"});
+        return sink_.finish();
+    }
+
+    [[nodiscard]] bool wants(const JsonPath& path) const override { return path.depth() == 1; }
+
+    void take(const JsonPath& path, const json& value) override {
+        const std::string& module = path.last().key;
+        const bool isList =
+            value.is_array() && std::all_of(value.begin(), value.end(),
+                                            [](const json& item) { return item.is_string(); });
+        if (!isList || path.last().isElement) {
+            bytes_.fail(fmt::format("{} is not a list of modules", inQuotes(module)));
+        }
+        sink_.addNode(module);
+        for (const json& needed : value) {
+            sink_.addEdge(module, needed.get_ref<const std::string&>());
+        }
+    }
+};
+
+}  // namespace
+
+bool looksLikeMadge(const JsonShape& shape) {
+    const auto fits = [](const JsonShape::Value& value) {
+        const JsonKind expected = value.path.empty()       ? JsonKind::object
+                                  : value.path.size() == 1 ? JsonKind::array
+                                                           : JsonKind::text;
+        return value.kind == expected;
+    };
+    return shape.values.size() > 1 && std::ranges::all_of(shape.values, fits);
+}
+
+GraphDraft readMadge(Input& input) {
+    return MadgeReader(input).read();
+}
+
+}  // namespace depcompare

@@ -1,0 +1,58 @@
+#include "formats/formats.h"
+#include "formats/json_records.h"
+
+namespace depcompare {
+
+namespace {
+
+using nlohmann::json;
+
+class PipdeptreeReader final : public JsonGraphReader {
+  public:
+    explicit PipdeptreeReader(Input& input) : JsonGraphReader(input) {}
+
+    GraphDraft read() {
+        parse({});
+        return sink_.finish();
+    }
+
+    [[nodiscard]] bool wants(const JsonPath& path) const override { return path.is({"*"}); }
+
+    void take(const JsonPath& /*path*/, const json& value) override {
+        const json& package = memberOf(value, "package");
+        // The nested form has the package's members beside its dependencies.
+        addTree(package.is_object() ? package : value, memberOf(value, "dependencies"));
+    }
+
+  private:
+    void addTree(const json& package, const json& dependencies) {
+        const std::string key = memberText(package, "key");
+        if (key.empty()) {
+            bytes_.fail("package without \"key\"");
+        }
+        const NodeNumber node = sink_.addNodeOnce(key);
+        if (const std::string name = memberText(package, "package_name"); !name.empty()) {
+            sink_.setName(node, name);
+        }
+        if (const json& version = memberOf(package, "installed_version"); version.is_string()) {
+            sink_.setProperty(node, "version", textOf(version));
+        }
+        for (const json& dependency : dependencies) {
+            addTree(dependency, memberOf(dependency, "dependencies"));
+            sink_.addEdge(key, memberText(dependency, "key"));
+        }
+    }
+};
+
+}  // namespace
+
+bool looksLikePipdeptree(const JsonShape& shape) {
+    return shape.has({"*", "package", "key"}) ||
+           (shape.has({}, JsonKind::array) && shape.has({"*", "package_name"}));
+}
+
+GraphDraft readPipdeptree(Input& input) {
+    return PipdeptreeReader(input).read();
+}
+
+}  // namespace depcompare

@@ -1,0 +1,188 @@
+#include <algorithm>
+#include <map>
+#include <set>
+#include <utility>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include "formats/cyclonedx/cyclonedx_reader.h"
+#include "formats/formats.h"
+#include "formats/json_records.h"
+#include "input/input_error.h"
+
+namespace depcompare {
+
+namespace {
+
+using nlohmann::json;
+
+bool saysNothing(const std::string& text) {
+    return text.empty() || text == "NOASSERTION" || text == "NONE";
+}
+
+/// What a relationship says of the direction: "a DEPENDENCY_OF b" means that b needs a.
+struct Direction {
+    std::string type;
+    bool isTurned = false;
+};
+
+Direction directionOf(std::string type) {
+    constexpr std::pair<std::string_view, std::string_view> turned[] = {
+        {"DEPENDENCY_OF", "DEPENDS_ON"}, {"CONTAINED_BY", "CONTAINS"},
+        {"DESCRIBED_BY", "DESCRIBES"},   {"PREREQUISITE_FOR", "HAS_PREREQUISITE"},
+        {"GENERATES", "GENERATED_FROM"},
+    };
+    for (const auto& [name, opposite] : turned) {
+        if (type == name) {
+            return {.type = std::string(opposite), .isTurned = true};
+        }
+    }
+    if (type.ends_with("_DEPENDENCY_OF")) {
+        type.resize(type.size() - std::string_view("_OF").size());
+        return {.type = std::move(type), .isTurned = true};
+    }
+    return {.type = std::move(type)};
+}
+
+class SpdxReader final : public JsonGraphReader {
+  public:
+    explicit SpdxReader(Input& input) : JsonGraphReader(input) {}
+
+    GraphDraft read() {
+        // GitHub wraps the document.
+        parse(
+            {"spdxVersion", "sbom"},
+            {"SPDXID", "annotations", "comment", "creationInfo", "dataLicense", "documentDescribes",
+             "documentNamespace", "externalDocumentRefs", "files", "hasExtractedLicensingInfos",
+             "name", "packages", "relationships", "revieweds", "snippets"});
+        if (version_.empty()) {
+            bytes_.fail("the document has no member \"spdxVersion\"");
+        }
+        if (!version_.starts_with("SPDX-2.")) {
+            bytes_.fail(
+                fmt::format("{} is not SPDX 2; only SPDX 2 in JSON is read", inQuotes(version_)));
+        }
+        return sink_.finish();
+    }
+
+    [[nodiscard]] bool wants(const JsonPath& path) const override {
+        const std::size_t top = isWrapped(path) ? 1 : 0;
+        if (path.depth() == top + 1) {
+            return isOneOf(path.last().key, {"spdxVersion", "SPDXID", "name", "dataLicense",
+                                             "documentNamespace", "creationInfo"});
+        }
+        return path.depth() == top + 2 && path.last().isElement &&
+               isOneOf(path[top].key, {"packages", "files", "relationships"});
+    }
+
+    void take(const JsonPath& path, const json& value) override {
+        const std::string& member = path[isWrapped(path) ? 1 : 0].key;
+        if (member == "packages" || member == "files") {
+            addElement(value, member == "packages" ? "name" : "fileName");
+        } else if (member == "relationships") {
+            addRelationship(value);
+        } else if (member == "SPDXID") {
+            sink_.setType(sink_.addNode(textOf(value)), "document");
+        } else if (member == "creationInfo") {
+            for (const char* key : {"created", "creators"}) {
+                if (const json& text = memberOf(value, key); !text.is_null()) {
+                    sink_.setGraphProperty(key, textOf(text));
+                }
+            }
+        } else {
+            version_ = member == "spdxVersion" ? textOf(value) : version_;
+            sink_.setGraphProperty(member, textOf(value));
+        }
+    }
+
+  private:
+    static bool isOneOf(std::string_view key, std::initializer_list<std::string_view> keys) {
+        return std::ranges::find(keys, key) != keys.end();
+    }
+    static bool isWrapped(const JsonPath& path) {
+        return path.depth() != 0 && path[0].key == "sbom";
+    }
+
+    void addElement(const json& element, const char* nameKey) {
+        const std::string id = memberText(element, "SPDXID");
+        if (id.empty()) {
+            bytes_.fail("package or file without \"SPDXID\"");
+        }
+        const NodeNumber node = sink_.addNode(id);
+        const std::string name = memberText(element, nameKey);
+        const std::string version = memberText(element, "versionInfo");
+        if (!name.empty()) {
+            sink_.setName(node, name);
+        }
+        addReferences(node, memberOf(element, "externalRefs"));
+        if (!name.empty()) {
+            sink_.addIdCandidate(node, name);
+            sink_.addIdCandidate(node, fmt::format("{}@{}", name, version));
+        }
+        addNamed(node, memberOf(element, "checksums"), "algorithm", "checksumValue");
+        for (const auto& [key, value] : element.items()) {
+            const std::string text = textOf(value);
+            if (key != nameKey && !saysNothing(text) &&
+                !isOneOf(key, {"SPDXID", "externalRefs", "checksums", "annotations"})) {
+                sink_.setProperty(node, key == "versionInfo" ? "version" : key, text);
+            }
+        }
+    }
+
+    void addReferences(NodeNumber node, const json& references) {
+        // A package may have several; one alone says what it is.
+        std::set<std::string> urls;
+        for (const json& reference : references) {
+            if (memberText(reference, "referenceType") == "purl") {
+                urls.insert(memberText(reference, "referenceLocator"));
+            }
+        }
+        if (urls.size() == 1) {
+            sink_.addIdCandidate(node, withoutVersion(*urls.begin()));
+            sink_.addIdCandidate(node, *urls.begin());
+        }
+        addNamed(node, references, "referenceType", "referenceLocator");
+    }
+
+    void addNamed(NodeNumber node, const json& list, const char* nameKey, const char* valueKey) {
+        std::map<std::string, std::set<std::string>> values;  // their order says nothing
+        for (const json& item : list) {
+            values[memberText(item, nameKey)].insert(memberText(item, valueKey));
+        }
+        for (const auto& [name, named] : values) {
+            sink_.setProperty(node, name, fmt::format("{}", fmt::join(named, ", ")));
+        }
+    }
+
+    void addRelationship(const json& relationship) {
+        std::string upstream = memberText(relationship, "spdxElementId");
+        std::string downstream = memberText(relationship, "relatedSpdxElement");
+        if (upstream.empty() || downstream.empty()) {
+            bytes_.fail("relationship without \"spdxElementId\" or \"relatedSpdxElement\"");
+        }
+        if (saysNothing(upstream) || saysNothing(downstream)) {
+            return;
+        }
+        const auto [type, isTurned] = directionOf(memberText(relationship, "relationshipType"));
+        if (isTurned) {
+            std::swap(upstream, downstream);
+        }
+        sink_.set(sink_.addEdge(upstream, downstream), EdgeColumn::type, type);
+    }
+
+    std::string version_;
+};
+
+}  // namespace
+
+bool looksLikeSPDX(const JsonShape& shape) {
+    return shape.has({"spdxVersion"}) || shape.has({"sbom", "spdxVersion"}) ||
+           shape.has({"sbom", "SPDXID"});
+}
+
+GraphDraft readSPDX(Input& input) {
+    return SpdxReader(input).read();
+}
+
+}  // namespace depcompare
