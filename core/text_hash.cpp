@@ -6,6 +6,7 @@ namespace dependency::comparisons {
 
 namespace {
 
+// NOLINTNEXTLINE(modernize-use-using): __extension__ may not precede an alias.
 __extension__ typedef unsigned __int128 Wide;
 
 constexpr std::uint64_t modulus = (std::uint64_t{1} << 61U) - 1;

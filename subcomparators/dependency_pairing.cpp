@@ -66,8 +66,8 @@ bool DependencyPairing::pairUp(const graph::Dependency& left, const graph::Depen
     appendKey(keys_, left);
     const std::size_t end = keys_.size();
     appendKey(keys_, right);
-    return keys_.size() == 2 * end &&
-           std::equal(keys_.begin(), keys_.begin() + end, keys_.begin() + end);
+    const std::u16string_view keys(keys_);
+    return keys.substr(0, end) == keys.substr(end);
 }
 
 // Fast path: the single edit of groups that have at most one dependency each, if they pair; its

@@ -80,8 +80,9 @@ std::span<Found> inOrder(std::span<Found> dependencies) {
         return found.dependency->getID();
     };
     std::ranges::stable_sort(dependencies, {}, id);
-    const auto repeated = std::ranges::unique(dependencies, {}, id);
-    return {dependencies.begin(), repeated.begin()};
+    const auto end = std::unique(dependencies.begin(), dependencies.end(),
+                                 [&](const Found& a, const Found& b) { return id(a) == id(b); });
+    return {dependencies.begin(), end};
 }
 
 bool haveEqualTypes(std::span<const Found> a, std::span<const Found> b) {

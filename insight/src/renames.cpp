@@ -517,8 +517,7 @@ class RenameFinder {
         std::ranges::sort(candidates, {}, [](const Candidate& candidate) {
             return std::pair(candidate.left, candidate.right);
         });
-        const auto repeated = std::ranges::unique(candidates);
-        candidates.erase(repeated.begin(), repeated.end());
+        candidates.erase(std::unique(candidates.begin(), candidates.end()), candidates.end());
         std::erase_if(candidates, [&](const Candidate& candidate) {
             return forbidden_.contains(nodesOf(candidate));
         });

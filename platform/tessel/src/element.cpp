@@ -1,8 +1,8 @@
 #include <tessel/core/element.h>
 
 #include <atomic>
+#include <memory>
 #include <new>
-#include <optional>
 
 #include <pthread.h>
 #include <boost/throw_exception.hpp>
@@ -29,10 +29,10 @@ unsigned generation() {
 boost::uuids::uuid freshUuid() {
     // Seeding costs as much as the creation of thousands of elements, so it is done once per thread,
     // and once more in a forked process, which would repeat its parent's UUIDs otherwise.
-    thread_local std::optional<boost::uuids::random_generator_mt19937> generator;
+    thread_local std::unique_ptr<boost::uuids::random_generator_mt19937> generator;
     thread_local unsigned seededIn = 0;
     if (const unsigned current = generation(); !generator || seededIn != current) {
-        generator.emplace();
+        generator = std::make_unique<boost::uuids::random_generator_mt19937>();
         seededIn = current;
     }
     return (*generator)();
