@@ -163,7 +163,8 @@ class DraftBuilder {
                 .dependencies = draft_.edges.size(),
                 .analysisTime = draft_.analysisTime,
                 .warnings = std::move(draft_.warnings),
-                .alarms = alarms};
+                .alarms = alarms,
+                .softTypes = std::move(draft_.softTypes)};
     }
 
   private:

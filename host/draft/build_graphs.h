@@ -24,7 +24,8 @@ struct LoadedGraph {
     std::size_t dependencies = 0;
     boost::posix_time::ptime analysisTime;
     std::vector<std::string> warnings;
-    std::size_t alarms = 0;  ///< how many of them, the first ones, nothing may hide
+    std::size_t alarms = 0;              ///< how many of them, the first ones, nothing may hide
+    std::vector<std::string> softTypes;  ///< patterns, as in `GraphDraft`
 };
 
 /// Builds graphs that depend on the content of the files, not on its order: nodes are in the order of

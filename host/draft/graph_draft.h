@@ -84,6 +84,9 @@ struct GraphDraft {
     /// Preferred IDs of nodes, used if they are unique in both files of a comparison; of one node's,
     /// the best first.
     std::vector<IdCandidate> idCandidates;
+    /// Types of dependencies (patterns of the shell) that are needed in development only, optional,
+    /// or no more than remarks on others.
+    std::vector<std::string> softTypes;
     std::vector<std::string> warnings;
     std::vector<std::string> alarms;        ///< warnings that nothing may hide
     boost::posix_time::ptime analysisTime;  ///< in UTC; not a time if the file names none

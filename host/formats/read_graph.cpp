@@ -24,6 +24,7 @@ struct InputFormat {
     bool (*isLikelyText)(std::string_view firstBytes) = nullptr;
     GraphDraft (*read)(Input& input);
     std::string_view description;
+    std::vector<std::string> softTypes = {};  // as in `GraphDraft`
 };
 
 // Of several formats that a content may look like the first one counts: those that ask for less
@@ -48,12 +49,15 @@ const InputFormat formats[] = {
      .isLikelyJson = looksLikeSPDX,
      .read = readSPDX,
      .description = "SPDX 2 in JSON (GitHub, npm sbom, syft, trivy). Packages and files are the\n"
-                    "files, known as in CycloneDX."},
+                    "files, known as in CycloneDX.",
+     .softTypes = {"DEV_DEPENDENCY", "OPTIONAL_DEPENDENCY", "TEST_DEPENDENCY"}},
     {.name = "dependency-cruiser",
      .isLikelyJson = looksLikeDependencyCruiser,
      .read = readDependencyCruiser,
      .description = "What \"depcruise --output-type json\" writes. Modules that were looked into\n"
-                    "are the files."},
+                    "are the files.",
+     .softTypes = {"type-only", "type-only *", "* type-only", "* type-only *", "circular",
+                   "violates *"}},
     {.name = "esbuild",
      .isLikelyJson = looksLikeEsbuild,
      .read = readEsbuild,
@@ -72,12 +76,14 @@ const InputFormat formats[] = {
      .isLikelyJson = looksLikePackageLock,
      .read = readPackageLock,
      .description = "The lock file of npm, versions 2 and 3. Packages are the files, known by\n"
-                    "their name if that is unique."},
+                    "their name if that is unique.",
+     .softTypes = {"dev", "optional", "peer"}},
     {.name = "cargo",
      .isLikelyJson = looksLikeCargo,
      .read = readCargo,
      .description = "What \"cargo metadata\" writes. Packages are the files, known by their name\n"
-                    "if that is unique."},
+                    "if that is unique.",
+     .softTypes = {"dev"}},
     {.name = "pipdeptree",
      .isLikelyJson = looksLikePipdeptree,
      .read = readPipdeptree,
@@ -86,20 +92,24 @@ const InputFormat formats[] = {
      .isLikelyJson = looksLikeConan,
      .read = readConan,
      .description = "What \"conan graph info --format json\" of Conan 2 writes. Packages are the\n"
-                    "files, known by their name if that is unique."},
+                    "files, known by their name if that is unique.",
+     .softTypes = {"test_requires"}},
     {.name = "maven-json",
      .isLikelyJson = looksLikeMavenJson,
      .read = readMavenJson,
      .description = "What \"mvn dependency:tree -DoutputType=json\" writes. Artifacts are the\n"
-                    "files, known by group and name if that is unique."},
+                    "files, known by group and name if that is unique.",
+     .softTypes = {"test", "test *", "* optional"}},
     {.name = "maven-tree",
      .isLikelyText = looksLikeMavenTree,
      .read = readMavenTree,
-     .description = "What \"mvn dependency:tree\" prints. As maven-json."},
+     .description = "What \"mvn dependency:tree\" prints. As maven-json.",
+     .softTypes = {"test", "test *", "* optional"}},
     {.name = "gradle",
      .isLikelyText = looksLikeGradle,
      .read = readGradle,
-     .description = "What \"gradle dependencies\" prints. Projects and modules are the files."},
+     .description = "What \"gradle dependencies\" prints. Projects and modules are the files.",
+     .softTypes = {"test*"}},
     {.name = "node-link",
      .isLikelyJson = looksLikeNodeLink,
      .read = readNodeLink,
@@ -194,7 +204,10 @@ std::string describedFormats() {
 }
 
 GraphDraft readGraph(Input& input, std::string_view format) {
-    return chosenFormat(input, format).read(input);
+    const InputFormat& chosen = chosenFormat(input, format);
+    GraphDraft draft = chosen.read(input);
+    draft.softTypes = chosen.softTypes;
+    return draft;
 }
 
 }  // namespace depcompare

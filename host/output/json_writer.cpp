@@ -26,6 +26,11 @@ void JsonWriter::number(std::uint64_t number) {
     output_.print("{}", number);
 }
 
+void JsonWriter::real(double number) {
+    separate();
+    output_.print("{}", number);
+}
+
 void JsonWriter::boolean(bool value) {
     separate();
     output_.write(value ? "true" : "false");

@@ -22,6 +22,8 @@ class JsonWriter {
     void text(std::string_view utf8);
     void text(std::u16string_view text);
     void number(std::uint64_t number);
+    /// Requires: finite. The shortest text that reads as the same number.
+    void real(double number);
     void boolean(bool value);
     void null();
     /// A member with its value.

@@ -134,4 +134,10 @@ void checkLedger(const Ledger& ledger) {
     requireSum("rows", rows, ledger.rows);
 }
 
+void checkCauses(const dependency::insight::Causes& causes, const EditCounts& groups) {
+    requireSum("causes of added groups", causes.added.all(), groups.added);
+    requireSum("causes of removed groups", causes.removed.all(), groups.removed);
+    requireSum("causes of changed groups", causes.changed.all(), groups.changed);
+}
+
 }  // namespace depcompare

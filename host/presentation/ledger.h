@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include <dependency/insight/causes.h>
+
 #include "draft/build_graphs.h"
 #include "presentation/presented_tree.h"
 #include "presentation/summary.h"
@@ -50,5 +52,10 @@ class LedgerError : public std::logic_error {
 /// Throws: `LedgerError` unless the nodes and dependencies of each side add up, and what is visible
 ///         and what the filters hide add up to all entries and rows.
 void checkLedger(const Ledger& ledger);
+
+/// Throws: `LedgerError` unless the causes of added, removed and changed links add up to the groups.
+///
+/// Requires: causes of links of all types.
+void checkCauses(const dependency::insight::Causes& causes, const EditCounts& groups);
 
 }  // namespace depcompare

@@ -10,19 +10,27 @@ std::string_view Report::verdict() const {
                                      : "No differences.";
 }
 
-Report makeReport(Inputs inputs, std::array<std::string, 2> arguments, EnabledFilters filters) {
+Report makeReport(Inputs inputs, std::array<std::string, 2> arguments, EnabledFilters filters,
+                  const InsightOptions& options) {
     Report report{.inputs = std::move(inputs),
                   .arguments = std::move(arguments),
                   .comparison = {},
                   .summary = {},
                   .tree = {},
-                  .ledger = {}};
+                  .ledger = {},
+                  .insights = {}};
     report.comparison =
         dependency::comparisons::compareGraphs(report.inputs[0].graph, report.inputs[1].graph);
     report.summary = summarize(*report.comparison);
     report.tree = std::make_unique<PresentedTree>(report.comparison, std::move(filters));
     report.ledger = countLedger(report.inputs, *report.comparison, report.summary, *report.tree);
     checkLedger(report.ledger);
+    if (options.detail != InsightDetail::off) {
+        report.insights = std::make_shared<const Insights>(findInsights(report.inputs, options));
+        if (options.linkTypes.empty()) {
+            checkCauses(report.insights->causes, report.summary.groups);
+        }
+    }
     return report;
 }
 

@@ -9,6 +9,7 @@
 
 #include "draft/build_graphs.h"
 #include "presentation/enabled_filters.h"
+#include "presentation/insights.h"
 #include "presentation/ledger.h"
 #include "presentation/presented_tree.h"
 #include "presentation/summary.h"
@@ -24,15 +25,16 @@ struct Report {
     Summary summary;
     std::unique_ptr<const PresentedTree> tree;
     Ledger ledger;
+    std::shared_ptr<const Insights> insights;  ///< null if they are off
 
     /// Returns: "No differences." or "No visible differences."; nothing if there are some.
     [[nodiscard]] std::string_view verdict() const;
 };
 
-/// Compares two graphs and computes summary and ledger.
+/// Compares two graphs and computes summary, ledger and insights.
 ///
-/// Throws: `LedgerError`, and what the comparison throws.
+/// Throws: `LedgerError`, and what the comparison and `findInsights` throw.
 [[nodiscard]] Report makeReport(Inputs inputs, std::array<std::string, 2> arguments,
-                                EnabledFilters filters);
+                                EnabledFilters filters, const InsightOptions& options = {});
 
 }  // namespace depcompare
