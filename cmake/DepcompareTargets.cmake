@@ -2,14 +2,27 @@
 include(GenerateExportHeader)
 include(GoogleTest)
 
-# depcompare_library(NAME [ALIAS a::b] SOURCES ... [PUBLIC ...] [PRIVATE ...])
+# depcompare_library(NAME [ALIAS a::b] SOURCES ... [INCLUDE folder] HEADERS ... EXPORT header MACRO
+#                    [PUBLIC ...] [PRIVATE ...])
 #
-# A shared library with hidden visibility, to be installed. Its public headers are added by the
-# caller as the file set HEADERS. The alias names it in this build and in the installed package.
+# A shared library with hidden visibility, to be installed. Its public headers are named as they are
+# included, from the folder INCLUDE (by default "include"); one more is generated, which defines MACRO.
+# The alias names the library in this build and in the installed package.
 # Debug builds export instances of templates of others too: sanitizers compare their addresses.
 function(depcompare_library name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "ALIAS" "SOURCES;PUBLIC;PRIVATE")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "ALIAS;INCLUDE" "SOURCES;HEADERS;EXPORT;PUBLIC;PRIVATE")
   add_library(${name} SHARED ${arg_SOURCES})
+  if(NOT arg_INCLUDE)
+    set(arg_INCLUDE include)
+  endif()
+  list(TRANSFORM arg_HEADERS PREPEND "${arg_INCLUDE}/")
+  target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${arg_INCLUDE} FILES ${arg_HEADERS})
+  set(generated "${CMAKE_CURRENT_BINARY_DIR}/generated")
+  list(POP_FRONT arg_EXPORT header macro)
+  generate_export_header(${name}
+    EXPORT_FILE_NAME "${generated}/${header}" EXPORT_MACRO_NAME ${macro})
+  target_sources(${name} PUBLIC FILE_SET generated TYPE HEADERS BASE_DIRS "${generated}"
+                 FILES "${generated}/${header}")
   if(arg_ALIAS)
     add_library(${arg_ALIAS} ALIAS ${name})
     set_property(GLOBAL APPEND_STRING PROPERTY DEPCOMPARE_ALIASES
@@ -40,14 +53,6 @@ macro(depcompare_platform alias folder)
     add_subdirectory(${folder})
   endif()
 endmacro()
-
-# depcompare_export_header(NAME HEADER MACRO): generates <HEADER>, which defines MACRO.
-function(depcompare_export_header name header macro)
-  set(dir "${CMAKE_CURRENT_BINARY_DIR}/generated")
-  generate_export_header(${name} EXPORT_FILE_NAME "${dir}/${header}" EXPORT_MACRO_NAME ${macro})
-  target_sources(${name} PUBLIC FILE_SET generated TYPE HEADERS BASE_DIRS "${dir}"
-                 FILES "${dir}/${header}")
-endfunction()
 
 # depcompare_precompile(NAME): precompiles the headers of others that nearly every file needs, most of
 # a file's compile time. The preset tidy compiles without, so a missing include does not go unseen.
