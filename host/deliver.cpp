@@ -6,6 +6,7 @@
 #include <list>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include <fmt/format.h>
 
@@ -13,6 +14,7 @@
 #include "formats/jgf/jgf_writer.h"
 #include "formats/lines/lines_writer.h"
 #include "output/output.h"
+#include "output/output_file.h"
 #include "output/pager.h"
 #include "output/terminal.h"
 #include "presentation/ledger_text.h"
@@ -87,16 +89,58 @@ void fill(FileSink& file, std::string_view name, Progress& progress, const Conte
     }
 }
 
-void deliver(const Options& options, std::string_view what, Progress& progress,
+/// The files that a command line names, open for writing.
+class NamedFiles {
+  public:
+    /// Throws: `UsageError` if one would take the place of another, or of what standard output is
+    ///         redirected to: a report would be lost.
+    explicit NamedFiles(const Options& options) {
+        for (const FurtherReport& further : options.reports) {
+            files_.emplace_back(further.path);
+        }
+        if (options.outputFile) {
+            files_.emplace_back(*options.outputFile);
+        }
+        for (auto file = files_.begin(); file != files_.end(); ++file) {
+            for (auto other = files_.begin(); other != file; ++other) {
+                if (file->isSameAs(*other)) {
+                    throw UsageError(
+                        fmt::format("{} and {} are the same file; each report needs its own",
+                                    other->path(), file->path()));
+                }
+            }
+            if (!options.outputFile && file->replaces(STDOUT_FILENO)) {
+                throw UsageError(
+                    fmt::format("{} is where standard output goes; each report needs its own file",
+                                file->path()));
+            }
+        }
+    }
+
+    /// Order: that of the command line's reports; the output comes last.
+    [[nodiscard]] std::list<OutputFile>& all() noexcept { return files_; }
+
+    void finish() {
+        std::vector<OutputFile*> files;
+        for (OutputFile& file : files_) {
+            files.push_back(&file);
+        }
+        OutputFile::finishAll(files);
+    }
+
+  private:
+    std::list<OutputFile> files_;
+};
+
+/// Writes to standard output, or else to the file for it.
+void deliver(const Options& options, std::string_view what, NamedFiles& files, Progress& progress,
              const Content& content) {
     if (options.outputFile) {
-        OutputFile file(*options.outputFile);
+        OutputFile& file = files.all().back();
         fill(file, file.path(), progress, content);
-        file.finish();
     } else {
         StandardOutput output;
         fill(output, what, progress, content);
-        output.finish();
     }
 }
 
@@ -123,26 +167,26 @@ bool showPaged(const Options& options, Progress& progress, const Content& conten
 }  // namespace
 
 void deliverReports(const Report& report, const Options& options, Progress& progress) {
-    std::list<OutputFile> files;  // finished when everything is written
-    for (const auto& further : options.reports) {
-        OutputFile& file = files.emplace_back(further.path);
-        fill(file, file.path(), progress,
+    NamedFiles files(options);
+    auto file = files.all().begin();
+    for (const FurtherReport& further : options.reports) {
+        fill(*file, file->path(), progress,
              [&](Output& output) { writeReport(report, further.format, options, {}, output); });
+        ++file;
     }
     const Content content = [&](Output& output) {
         writeReport(report, options.format, options, styleOfOutput(options), output);
     };
     if (!showPaged(options, progress, content)) {
-        deliver(options, "the report", progress, content);
+        deliver(options, "the report", files, progress, content);
     }
-    for (OutputFile& file : files) {
-        file.finish();
-    }
+    files.finish();
 }
 
 void deliverGraph(const dependency::graph::Graph& graph, const Options& options,
                   Progress& progress) {
-    deliver(options, "the graph", progress, [&](Output& output) {
+    NamedFiles files(options);
+    deliver(options, "the graph", files, progress, [&](Output& output) {
         switch (*options.conversion) {
             case GraphForm::csv:
                 writeCSV(graph, output);
@@ -155,6 +199,7 @@ void deliverGraph(const dependency::graph::Graph& graph, const Options& options,
                 break;
         }
     });
+    files.finish();
 }
 
 }  // namespace depcompare

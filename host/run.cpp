@@ -1,5 +1,6 @@
 #include "run.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <array>
@@ -146,11 +147,35 @@ int perform(int argc, const char* const* argv) {
 }
 
 void complain(std::string_view problem) noexcept {
+    const auto say = [](std::string_view line) noexcept {
+        try {
+            writeAll(STDERR_FILENO, "standard error", line);
+        } catch (...) {
+            return;  // Nowhere left to report it but the exit status.
+        }
+    };
+    std::string line;
     try {
-        writeAll(STDERR_FILENO, "standard error",
-                 fmt::format("depcompare: {}\n", visible(problem)));
+        line = fmt::format("depcompare: {}\n", visible(problem));
     } catch (...) {
-        return;  // Nowhere left to report it but the exit status.
+        say("depcompare: out of memory\n");  // which takes none
+        return;
+    }
+    say(line);
+}
+
+/// Opens standard descriptors that are closed: else the next file that is opened becomes one, and gets
+/// what is meant for it. Reading and writing them fails, except that messages get lost.
+void openStandardDescriptors() noexcept {
+    for (const auto& [number, mode] :
+         {std::pair(STDIN_FILENO, O_WRONLY), std::pair(STDOUT_FILENO, O_RDONLY),
+          std::pair(STDERR_FILENO, O_WRONLY)}) {
+        // NOLINTBEGIN(cppcoreguidelines-pro-type-vararg): the system's interface.
+        if (::fcntl(number, F_GETFD) < 0) {
+            // The lowest free number, which is this one.
+            static_cast<void>(::open("/dev/null", mode));
+        }
+        // NOLINTEND(cppcoreguidelines-pro-type-vararg)
     }
 }
 
@@ -168,6 +193,9 @@ void endIfBrokenPipe(const std::system_error& error) noexcept {
 int run(int argc, const char* const* argv) noexcept {
     // Unfinished files are removed and the terminal is tidied up before the process ends.
     std::signal(SIGPIPE, SIG_IGN);  // NOLINT(cert-err33-c): it cannot fail for this signal.
+    // A file that grows beyond its limit is a failed write.
+    std::signal(SIGXFSZ, SIG_IGN);  // NOLINT(cert-err33-c): likewise.
+    openStandardDescriptors();
     try {
         return perform(argc, argv);
     } catch (const std::system_error& error) {

@@ -73,30 +73,4 @@ class StandardOutput final : public Sink {
     [[nodiscard]] static bool isRegularFile();
 };
 
-/// A file that appears under its name whole or not at all: it is written beside the target, and
-/// `finish` puts it in its place, with the same permissions. Targets other than regular files are
-/// written directly.
-class OutputFile final : public Sink {
-  public:
-    explicit OutputFile(std::string path);
-    /// Removes what was written, unless it is finished.
-    ~OutputFile() override;
-
-    [[nodiscard]] const std::string& path() const noexcept { return path_; }
-    /// Requires: not finished.
-    [[nodiscard]] bool isRegularFile() const noexcept { return !temporary_.empty(); }
-
-    void write(std::string_view text) override { writeAll(file_, path_, text); }
-    void finish() override;
-
-  private:
-    void openBeside(unsigned permissions);
-    [[noreturn]] void fail() const;
-
-    std::string path_;
-    std::string target_;     // the path without its symbolic links
-    std::string temporary_;  // empty if the target is written directly
-    int file_ = -1;
-};
-
 }  // namespace depcompare

@@ -226,10 +226,53 @@ TEST_F(Program, filesAppearAllAndWholeOrNotAtAll) {
 
 TEST_F(Program, theOutputFileKeepsItsLinkAndPermissions) {
     const Outcome outcome = shell(
-        "echo old >real; chmod 604 real; ln -s real link; umask 027; for file in link new; do "
-        "$P -f summary -o $file " +
-        both + "; done; cmp real new; stat -c '%n %A' link real new");
-    EXPECT_EQ(outcome.output, "link lrwxrwxrwx\nreal -rw----r--\nnew -rw-r-----\n");
+        "echo old >real; chmod 4604 real; ln -s real link; ln -s made dangling; umask 027; "
+        "for file in link new dangling; do $P -f summary -o $file " +
+        both + "; done; cmp real new; cmp real made; stat -c '%n %A' link real new dangling made");
+    EXPECT_EQ(outcome.output,
+              "link lrwxrwxrwx\nreal -rw----r--\nnew -rw-r-----\n"
+              "dangling lrwxrwxrwx\nmade -rw-r-----\n");
+}
+
+TEST_F(Program, noReportTakesThePlaceOfAnother) {
+    const std::string summary = run("-f summary " + both).output;
+    write("old", "old\n");
+    const std::tuple<std::string, const char*, const char*> cases[] = {
+        {"-o r --report summary=./r", "./r and r are the same file", ""},
+        {"-o r --report summary=link/r", "link/r and r are the same file", ""},
+        {"--report json=r >>r", "r is where standard output goes", ""},
+        {"-f summary -o /dev/stdout >>old", "", "old\n"},
+        {"-f summary -o /dev/fd/7 7>>old", "", "old\n"},
+        // What is meant for a closed descriptor goes nowhere else.
+        {"--report summary=r >&-", "standard output: Bad file descriptor", ""},
+        {"-f summary --progress always -o old 2>&-", "", ""},
+        {"- <&-", "standard input: Bad file descriptor", ""},
+    };
+    ASSERT_EQ(shell("ln -s . link").status, 0);
+    for (const auto& [words, problem, before] : cases) {
+        write("old", "old\n");
+        const bool succeeds = std::string(problem).empty();
+        const Outcome outcome =
+            run((words[0] == '-' && words[1] == ' ' ? newer : both) + ' ' + words);
+        EXPECT_EQ(outcome.status, succeeds ? 1 : 2) << words << outcome.error;
+        EXPECT_NE(outcome.error.find(problem), std::string::npos) << words << outcome.error;
+        EXPECT_EQ(contentOf(folder_ / "old"), succeeds ? before + summary : "old\n") << words;
+        EXPECT_EQ(contentOf(folder_ / "r"), "") << words;
+    }
+}
+
+TEST_F(Program, whateverEndsItLeavesNoUnfinishedFile) {
+    write("report", "old");
+    const auto files = filesInFolder();
+    const Outcome limited = shell("(ulimit -f 8; $P -f json -o report " + both + ")");
+    EXPECT_EQ(limited.error, "depcompare: report: File too large\n");
+    const Outcome ended = shell(
+        "for i in 1 2 3 4 5 6 7 8; do for signal in INT TERM HUP QUIT; do $P -f html -o report " +
+        both + " & sleep 0.0$i; kill -$signal $!; wait $!; done; done");
+    EXPECT_EQ(ended.output, "");
+    const std::string report = contentOf(folder_ / "report");
+    EXPECT_TRUE(report == "old" || report.ends_with("</html>\n")) << report.size();
+    EXPECT_EQ(filesInFolder(), files + 2);  // the output and the errors of the program
 }
 
 TEST_F(Program, theEnvironmentDecidesAboutColoursAndTheLocale) {
