@@ -13,8 +13,6 @@ foreach(library IN LISTS libraries)
     FILE_SET generated COMPONENT development)
 endforeach()
 if(TARGET depcompare)
-  set_target_properties(depcompare PROPERTIES
-    INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
   install(TARGETS depcompare EXPORT depcompare-targets RUNTIME COMPONENT runtime)
   set(completions "${PROJECT_SOURCE_DIR}/share/completions")
   install(FILES "${completions}/depcompare.bash" RENAME depcompare COMPONENT runtime
