@@ -87,6 +87,32 @@ TEST(Insight, reachIsLeftOutPastItsBudget) {
     EXPECT_EQ(textOf(graph, *reach), "reach 1 0.5\nreach 3 0.5\n  a 1/2 +1 -0 a b c\n");
 }
 
+TEST(Insight, areasOtherNodesAndCausesAreCounted) {
+    const LinkGraph graph = linkGraph(
+        "a/x/1 [size=1]\na/y/5 [name=n]\nlib [type=external]\nold [type=external]\n/r\n"
+        "a/x/1 -> a/x/2\na/x/1 -> b/3\na/x/2 -> b/3 [from=f]\na/x/2 -> old\nb/3 -> b/4\n"
+        "b/4 -> a/x/1\nb/3 -> b/6 [type=use]\nlib -> b/3\na/y/5 -> b/3\n/r -> top",
+        "a/x/1 [size=2]\na/y/5 [name=N]\nlib [type=external]\nnew [type=external]\n/r\n"
+        "a/x/1 -> a/x/2\na/x/2 -> b/3 [from=g]\na/x/2 -> b/6\na/x/2 -> lib\na/x/2 -> new\n"
+        "b/3 -> b/6 [type=call]\nb/3 -> new\nc/7 -> b/3\nc/7 -> a/y/5\na/y/5 -> b/3\n"
+        "/r -> top");
+    EXPECT_EQ(textOf(graph, findAreas(graph, {.depth = 1})),
+              "area . 2/2 +0 -0 ~0 1/1 0/0 0/0\n"
+              "area a 3/3 +0 -0 ~1 1/1 3/3 1/1\n"
+              "area b 3/2 +0 -1 ~0 2/1 1/0 3/4\n"
+              "area c 0/1 +1 -0 ~0 0/0 0/2 0/0\n"
+              "  a -> b 3/3 +1 -1 a/x/2 b/6; a/x/1 b/3;\n"
+              "  b -> a 1/0 +0 -1 b/4 a/x/1;\n"
+              "  c -> a 0/1 +1 -0 c/7 a/y/5;\n"
+              "  c -> b 0/1 +1 -0 c/7 b/3;\n");
+    EXPECT_EQ(findAreas(graph, {.depth = 2}).areas.at(1).name, u"a/x");
+    EXPECT_EQ(textOf(graph, findOtherNodes(graph)), "new new 2\ngone old 1\n");
+    EXPECT_EQ(textOf(graph, findCauses(graph)),
+              "added 0 2 2 2\nremoved 0 1 2 1\nchanged 1 1 1\n"
+              "target added new 2\ntarget removed b/4 1\ntarget removed old 1\n"
+              "rewired removed a/x/1 b/3\nrewired added a/x/2 b/6\nrewired added a/x/2 lib\n");
+}
+
 TEST(Insight, areasMayBeProperties) {
     const LinkGraph graph =
         linkGraph("a [team=x]\nb [team=y]\nlib [type=external team=y]\na -> lib",

@@ -127,10 +127,4 @@ std::string textOf(const LinkGraph& graph, const Causes& causes) {
     return text.take();
 }
 
-std::string allInsights(const LinkGraph& graph, std::size_t depth) {
-    return textOf(graph, findCycles(graph)) + textOf(graph, findCycles(graph, Strength::hard)) +
-           textOf(graph, *findReach(graph)) + textOf(graph, findAreas(graph, {.depth = depth})) +
-           textOf(graph, findOtherNodes(graph)) + textOf(graph, findCauses(graph));
-}
-
 }  // namespace dependency::test

@@ -16,7 +16,4 @@ namespace dependency::test {
                                  const insight::OtherNodes& others);
 [[nodiscard]] std::string textOf(const insight::LinkGraph& graph, const insight::Causes& causes);
 
-/// All of it, with the areas of the given depth.
-[[nodiscard]] std::string allInsights(const insight::LinkGraph& graph, std::size_t depth);
-
 }  // namespace dependency::test

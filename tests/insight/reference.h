@@ -1,15 +1,15 @@
 #pragma once
 // Insights found the slow and literal way, to hold the library's against.
-#include <memory>
-#include <string>
-
-#include <dependency/graph/graph.h>
+#include <dependency/insight/cycles.h>
+#include <dependency/insight/reach.h>
 
 namespace dependency::test {
 
-/// What `allInsights` makes of two graphs whose dependencies of the type "call" are soft.
-[[nodiscard]] std::string referenceInsights(const std::shared_ptr<const graph::Graph>& left,
-                                            const std::shared_ptr<const graph::Graph>& right,
-                                            std::size_t depth);
+/// What `findCycles` finds.
+[[nodiscard]] insight::Cycles referenceCycles(const insight::LinkGraph& graph,
+                                              insight::Strength strength);
+
+/// What `findReach` finds without limits, but for the numbers of what is listed.
+[[nodiscard]] insight::Reach referenceReach(const insight::LinkGraph& graph);
 
 }  // namespace dependency::test
