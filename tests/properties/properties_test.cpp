@@ -95,7 +95,7 @@ void requireAsExpected(const Graph& left, const Graph& right) {
         RC_ASSERT(reference.losses().empty());
         RC_ASSERT(!reference.pairsKinds());
         requireChildren(*comparison, {left, right});
-        RC_ASSERT(flattened(*comparison) == reference.entries());
+        RC_ASSERT(linesOf(*comparison) == reference.lines());
     } catch (const comparisons::UnmatchedItemError& error) {
         const Loss loss{error.side(), error.lost(), error.kept().value()};
         RC_ASSERT(std::ranges::count(reference.losses(), loss) == 1);

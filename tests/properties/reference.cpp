@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <map>
-#include <stdexcept>
+#include <set>
+#include <sstream>
 #include <tuple>
+#include <utility>
 
+#include <boost/algorithm/string/join.hpp>
 #include <boost/range/iterator_range.hpp>
 
 #include <comparisons/combined_comparison.h>
@@ -20,8 +23,8 @@
 
 namespace dependency::test {
 
-using boost::type_erasure::any_cast;
 using ::comparisons::BySide;
+using ::comparisons::ComparisonValue;
 using comparisons::Item;
 using comparisons::ItemEdit;
 using comparisons::ItemID;
@@ -113,7 +116,7 @@ std::u16string displayedName(const std::u16string& key, const std::vector<std::s
     return key;
 }
 
-std::map<std::u16string, std::u16string> rowsOf(const graph::Graph& graph) {
+std::map<std::u16string, std::u16string> valuesOf(const graph::Graph& graph) {
     std::map<std::u16string, std::u16string> rows;
     for (const auto& [key, value] : propertiesOf(graph)) {
         const auto name = displayedName(
@@ -128,7 +131,7 @@ std::map<std::u16string, std::u16string> rowsOf(const graph::Graph& graph) {
     return rows;
 }
 
-std::map<std::u16string, std::u16string> rowsOf(const graph::Node& node) {
+std::map<std::u16string, std::u16string> valuesOf(const graph::Node& node) {
     std::map<std::u16string, std::u16string> rows;
     for (const auto& [key, value] : propertiesOf(node)) {
         rows[displayedName(key, {"ORBITA:dependency:comparisons"})] = value;
@@ -136,135 +139,91 @@ std::map<std::u16string, std::u16string> rowsOf(const graph::Node& node) {
     return rows;
 }
 
-std::string textOf(std::u16string_view name, std::u16string_view value) {
-    return utf8(name) + " = " + utf8(value);
-}
-
-std::string textOf(const graph::Dependency& dependency) {
-    return utf8(dependency.getID()) + ": " + comparisons::describeDependency(dependency);
-}
-
-template <std::size_t Kind>
-std::vector<FlatRow> propertyRows(const ItemEdit& edit) {
-    std::map<std::u16string, FlatRow> rows;
+template <std::size_t Kind, class Comparison>
+ComparisonValue propertyDetail(const ItemEdit& edit) {
+    using Edit = typename std::decay_t<decltype(std::declval<Comparison>().edits())>::value_type;
+    std::map<std::u16string, Edit> rows;
     for (const Side side : ::comparisons::sides) {
         if (edit[side]) {
-            for (const auto& [name, value] : rowsOf(*std::get<Kind>(*edit[side]))) {
-                rows[name].sides[side] = textOf(name, value);
+            for (const auto& [name, value] : valuesOf(*std::get<Kind>(*edit[side]))) {
+                rows[name][side] = typename Edit::value_type::value_type{name, value};
             }
         }
     }
-    std::vector<FlatRow> flat;
+    std::vector<Edit> edits;
     for (auto& [name, row] : rows) {
-        row.changed = row.sides[Side::left] && row.sides[Side::right] &&
-                      row.sides[Side::left] != row.sides[Side::right];
-        flat.push_back(row);
+        row.setChanged(hasBothSides(row) && row[Side::left]->value != row[Side::right]->value);
+        edits.push_back(row);
     }
-    return flat;
+    return ComparisonValue(Comparison(std::move(edits)));
 }
 
-std::vector<FlatRow> dependencyRows(const ItemEdit& edit) {
-    std::map<std::array<std::u16string, 2>, BySide<Dependency>> pairs;
+ComparisonValue dependencyDetail(const ItemEdit& edit) {
+    std::map<std::u16string, std::map<std::u16string, comparisons::DependencyEdit>> types;
     for (const Side side : ::comparisons::sides) {
         if (edit[side]) {
             for (const auto& dependency : std::get<2>(*edit[side]).dependencies) {
                 const auto key = dependency->getUpstreamComponent()->getName() +
                                  dependency->getDownstreamComponent()->getName();
-                pairs[{dependency->getType()->getID(), key}][side] = dependency;
+                types[dependency->getType()->getID()][key][side] = dependency;
             }
         }
     }
-    std::vector<FlatRow> rows;
-    for (const auto& [key, pair] : pairs) {
-        FlatRow& row = rows.emplace_back();
-        row.type = utf8(key[0]);
-        for (const Side side : ::comparisons::sides) {
-            if (pair[side]) {
-                row.sides[side] = textOf(*pair[side]);
-            }
+    std::vector<ComparisonValue> members;
+    for (const auto& [type, pairs] : types) {
+        std::vector<comparisons::DependencyEdit> edits;
+        for (auto [key, pair] : pairs) {
+            pair.setChanged(hasBothSides(pair) && !(**pair[Side::left] == **pair[Side::right]));
+            edits.push_back(pair);
         }
-        const auto& [left, right] = static_cast<const std::array<Dependency, 2>&>(pair);
-        row.changed = left && right && !(*left == *right);
+        std::sort(edits.begin(), edits.end(),
+                  [](const auto& a, const auto& b) { return comparisons::operator<(a, b); });
+        members.emplace_back(comparisons::DependencyComparison(std::move(edits)));
     }
-    return rows;
+    return ComparisonValue(::comparisons::CombinedComparison(std::move(members)));
 }
 
-void requireOrder(bool inOrder, const char* what) {
-    if (!inOrder) {
-        throw std::logic_error(std::string(what) + " out of order");
-    }
+ComparisonValue detailOf(const ItemEdit& edit) {
+    const auto kind = anySide(edit).index();
+    return kind == 0   ? propertyDetail<0, comparisons::GraphPropertyComparison>(edit)
+           : kind == 1 ? propertyDetail<1, comparisons::NodePropertyComparison>(edit)
+                       : dependencyDetail(edit);
 }
 
-// The rows of the library's own details, in the terms of the reference.
-template <class Edit, class Text>
-void appendRows(std::vector<FlatRow>& rows, const std::vector<Edit>& edits, const std::string& type,
-                Text text) {
-    using comparisons::operator<;
-    requireOrder(std::is_sorted(edits.begin(), edits.end(),
-                                [](const Edit& a, const Edit& b) { return a < b; }),
-                 "rows");
-    for (const auto& edit : edits) {
-        FlatRow& row = rows.emplace_back();
-        row.type = type;
-        for (const Side side : ::comparisons::sides) {
-            if (edit[side]) {
-                row.sides[side] = text(*edit[side]);
-            }
-        }
-        row.changed = edit.isChanged();
+// Whose order is open in part, so that only the set of rows counts.
+std::string sortedRowsOf(const ComparisonValue& detail) {
+    std::istringstream rows(rowsOf(detail));
+    std::multiset<std::string> lines;
+    for (std::string line; std::getline(rows, line);) {
+        lines.insert(line);
     }
+    return boost::join(lines, "\n") + '\n';
 }
 
-std::vector<FlatRow> rowsOfDetail(const ::comparisons::ComparisonValue& detail) {
-    const auto property = [](const auto& row) { return textOf(row.name, row.value); };
-    std::vector<FlatRow> rows;
-    if (get_type(detail) == "graph_property_comparison") {
-        appendRows(rows, any_cast<const comparisons::GraphPropertyComparison&>(detail).edits(), "",
-                   property);
-    } else if (get_type(detail) == "node_comparison") {
-        appendRows(rows, any_cast<const comparisons::NodePropertyComparison&>(detail).edits(), "",
-                   property);
-    } else {
-        std::optional<std::u16string> last;
-        for (const auto& member :
-             any_cast<const ::comparisons::CombinedComparison&>(detail).members()) {
-            const auto& edits = any_cast<const comparisons::DependencyComparison&>(member).edits();
-            const auto type = anySide(edits.at(0))->getType()->getID();
-            requireOrder(!last || *last < type, "types");
-            last = type;
-            appendRows(rows, edits, utf8(type),
-                       [](const Dependency& dependency) { return textOf(*dependency); });
-        }
-    }
-    return rows;
+std::string placeOf(const std::string& parent, std::uint32_t position) {
+    return " at " + std::to_string(position) + " of " + parent;
 }
 
 }  // namespace
 
-std::vector<FlatEntry> flattened(const comparisons::GraphComparison& comparison) {
+std::vector<std::string> linesOf(const comparisons::GraphComparison& comparison) {
     const auto& tree = comparison.tree();
-    std::vector<FlatEntry> entries;
+    std::vector<std::string> lines;
     for (const auto vertex : comparison.entries()) {
         const auto& entry = comparison[vertex];
-        FlatEntry& flat = entries.emplace_back();
-        for (const Side side : ::comparisons::sides) {
-            if (entry.edit[side]) {
-                flat.labels[side] = labelOf(*entry.edit[side]);
-            }
-        }
+        BySide<std::string> places;
         for (const auto& link : boost::make_iterator_range(boost::in_edges(vertex, tree))) {
             for (const Side side : tree[link].sides) {
-                flat.parents[side] =
-                    labelOf(comparison[boost::source(link, tree)].edit[side].value());
+                places[side] =
+                    placeOf(labelOf(comparison[boost::source(link, tree)].edit[side].value()),
+                            entry.positions[side].value());
             }
         }
-        flat.positions = entry.positions;
-        flat.changed = entry.edit.isChanged();
-        flat.rows = rowsOfDetail(entry.detail.get());
-        std::ranges::sort(flat.rows);
+        lines.push_back(textOf(entry.edit) + boost::join(places, " |") + '\n' +
+                        sortedRowsOf(entry.detail.get()));
     }
-    std::ranges::sort(entries);
-    return entries;
+    std::ranges::sort(lines);
+    return lines;
 }
 
 Reference::Reference(const Graph& leftGraph, const Graph& rightGraph)
@@ -287,7 +246,7 @@ Reference::Reference(const Graph& leftGraph, const Graph& rightGraph)
         for (const Item& item : items) {
             const Item& kept = *table[keyOf(item)][side];
             if (kept != item) {
-                losses_.push_back({.side = side, .lost = idOf(item), .kept = idOf(kept)});
+                losses_.emplace_back(side, idOf(item), idOf(kept));
             }
         }
     }
@@ -305,41 +264,30 @@ bool Reference::pairsKinds() const {
     });
 }
 
-std::vector<FlatEntry> Reference::entries() const {
-    // By side and label, which is unique there: the parent's label and the position below it.
-    BySide<std::map<std::string, std::pair<std::string, std::uint32_t>>> places;
+std::vector<std::string> Reference::lines() const {
+    BySide<std::map<std::string, std::string>> places;  // by label, which is unique on a side
     for (const Side side : ::comparisons::sides) {
         auto files = filesOf(*graphs_[side]);
         std::ranges::sort(files, {}, [](const Node& file) { return file->getID(); });
         for (std::uint32_t i = 0; i < files.size(); ++i) {
-            places[side][labelOf(files[i])] = {"graph", i};
+            places[side][labelOf(files[i])] = placeOf("graph", i);
             const auto groups = groupsOf(*graphs_[side], files[i]);
             for (std::uint32_t k = 0; k < groups.size(); ++k) {
-                places[side][labelOf(groups[k])] = {labelOf(files[i]), k};
+                places[side][labelOf(groups[k])] = placeOf(labelOf(files[i]), k);
             }
         }
     }
-    std::vector<FlatEntry> entries;
+    std::vector<std::string> lines;
     for (const ItemEdit& edit : edits_) {
-        FlatEntry& entry = entries.emplace_back();
-        const auto kind = anySide(edit).index();
+        BySide<std::string> found;
         for (const Side side : ::comparisons::sides) {
-            if (edit[side]) {
-                entry.labels[side] = labelOf(*edit[side]);
-            }
-            if (edit[side] && kind != 0) {
-                std::tie(entry.parents[side], entry.positions[side]) =
-                    places[side].at(*entry.labels[side]);
-            }
+            found[side] = edit[side] ? places[side][labelOf(*edit[side])] : "";
         }
-        entry.changed = edit.isChanged();
-        entry.rows = kind == 0   ? propertyRows<0>(edit)
-                     : kind == 1 ? propertyRows<1>(edit)
-                                 : dependencyRows(edit);
-        std::ranges::sort(entry.rows);
+        lines.push_back(textOf(edit) + boost::join(found, " |") + '\n' +
+                        sortedRowsOf(detailOf(edit)));
     }
-    std::ranges::sort(entries);
-    return entries;
+    std::ranges::sort(lines);
+    return lines;
 }
 
 }  // namespace dependency::test

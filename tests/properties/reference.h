@@ -1,47 +1,18 @@
 #pragma once
 // Comparisons done the slow and obvious way, to hold the library's against.
-#include <compare>
-#include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <dependency/comparisons/compare_graphs.h>
 
 namespace dependency::test {
 
-/// One row of a detail comparison.
-struct FlatRow {
-    std::string type;  ///< the ID of a dependency's type, empty for a property
-    ::comparisons::BySide<std::optional<std::string>> sides;
-    bool changed = false;
+/// Returns: of each entry the edit, its place on either side and the rows of its detail. Sorted.
+[[nodiscard]] std::vector<std::string> linesOf(const comparisons::GraphComparison& comparison);
 
-    friend auto operator<=>(const FlatRow&, const FlatRow&) = default;
-};
-
-/// One tree entry with all that can be seen of it.
-struct FlatEntry {
-    ::comparisons::BySide<std::optional<std::string>> labels;
-    ::comparisons::BySide<std::optional<std::string>> parents;
-    ::comparisons::BySide<std::optional<std::uint32_t>> positions;
-    bool changed = false;
-    std::vector<FlatRow> rows;  ///< sorted
-
-    friend auto operator<=>(const FlatEntry&, const FlatEntry&) = default;
-};
-
-/// Order:  sorted.
-/// Throws: `std::logic_error` for rows or dependency types that are out of order.
-[[nodiscard]] std::vector<FlatEntry> flattened(const comparisons::GraphComparison& comparison);
-
-struct Loss {
-    ::comparisons::Side side;
-    comparisons::ItemID lost;
-    comparisons::ItemID kept;
-
-    friend bool operator==(const Loss&, const Loss&) = default;
-};
+using Loss = std::tuple<::comparisons::Side, comparisons::ItemID /*lost*/, comparisons::ItemID>;
 
 class Reference {
   public:
@@ -55,10 +26,10 @@ class Reference {
     /// Coinciding keys pair a node with a group.
     [[nodiscard]] bool pairsKinds() const;
 
-    /// What `flattened` makes of the comparison.
+    /// What `linesOf` makes of the comparison.
     ///
     /// Requires: no losses, no paired kinds.
-    [[nodiscard]] std::vector<FlatEntry> entries() const;
+    [[nodiscard]] std::vector<std::string> lines() const;
 
   private:
     ::comparisons::BySide<std::shared_ptr<const graph::Graph>> graphs_;

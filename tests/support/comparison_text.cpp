@@ -1,7 +1,7 @@
 #include "comparison_text.h"
 
+#include <algorithm>
 #include <set>
-#include <span>
 #include <stdexcept>
 
 #include <comparisons/combined_comparison.h>
@@ -66,8 +66,18 @@ void appendSubtree(std::string& text, const GraphComparison& comparison,
     }
 }
 
+template <class Range>
+void requireOrder(const Range& range) {
+    using comparisons::operator<;
+    if (std::adjacent_find(range.begin(), range.end(),
+                           [](const auto& a, const auto& b) { return b < a; }) != range.end()) {
+        throw std::logic_error("out of order");
+    }
+}
+
 template <class Edit>
 std::string propertyRows(const std::vector<Edit>& edits) {
+    requireOrder(edits);
     std::string text;
     for (const auto& edit : edits) {
         const auto name = [](const auto& row) { return quotedIfEmpty(utf8(row.name)); };
@@ -79,6 +89,7 @@ std::string propertyRows(const std::vector<Edit>& edits) {
 }
 
 std::string dependencyRows(const std::vector<comparisons::DependencyEdit>& edits) {
+    requireOrder(edits);
     std::set<std::string> types;
     std::string rows;
     for (const auto& edit : edits) {

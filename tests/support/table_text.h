@@ -1,9 +1,11 @@
 #pragma once
 // View models rendered as text, read back from their tables in the object model; filters as letters.
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 
+#include <comparisons/stateful_edit.h>
 #include <comparisons/view_model.h>
 #include <comparisons/viewmodel/parameter_table.h>
 #include <dependency/comparisons/filters.h>
@@ -23,6 +25,15 @@ namespace dependency::test {
 
 /// `tablesOf` without the lines of column labels.
 [[nodiscard]] std::string entriesOf(const ::comparisons::ViewModel& viewModel);
+
+/// An edit by its mark: "=" and "~" have both sides, "<" the left one, ">" the right one, "-" none;
+/// "~" alone is changed.
+template <class T>
+::comparisons::StatefulEdit<std::optional<T>, 2> markedEdit(char mark, const T& left,
+                                                            const T& right) {
+    return {mark == '>' || mark == '-' ? std::nullopt : std::optional(left),
+            mark == '<' || mark == '-' ? std::nullopt : std::optional(right), mark == '~'};
+}
 
 /// U: the unchanged filter, N: the non-structural filter, R: a reset; in the order given. `shown`
 /// is a view model or a filtered tree.

@@ -23,18 +23,9 @@ enum class Kind { graph, file, group };
 
 class GraphTreeFilterTest : public testing::Test {
   protected:
-    // "=", "~", "<", ">" and, without sides, "-".
     [[nodiscard]] ItemEdit edit(Kind kind, char mark) const { return edit(kind, kind, mark); }
     [[nodiscard]] ItemEdit edit(Kind left, Kind right, char mark) const {
-        ItemEdit edit;
-        if (mark != '>' && mark != '-') {
-            edit[::comparisons::Side::left] = item(left);
-        }
-        if (mark != '<' && mark != '-') {
-            edit[::comparisons::Side::right] = item(right);
-        }
-        edit.setChanged(mark == '~');
-        return edit;
+        return test::markedEdit(mark, item(left), item(right));
     }
 
     const std::shared_ptr<const graph::Graph> graph_ = test::graphOf("A -> B");

@@ -55,8 +55,7 @@ using Table = FilteredParamVM<Filters, Edit, MakeParam, 2>;
 // "<name", ">name", "~name" or "=name".
 Edit edit(std::string_view text) {
     const Cell cell{std::string(text.substr(1))};
-    return {text[0] != '>' ? std::optional(cell) : std::nullopt,
-            text[0] != '<' ? std::optional(cell) : std::nullopt, text[0] == '~'};
+    return dependency::test::markedEdit(text[0], cell, cell);
 }
 
 class NestedTablesTest : public testing::Test {

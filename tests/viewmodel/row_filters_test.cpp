@@ -37,16 +37,9 @@ class RowFilters : public testing::Test {
     static Edit edit(std::string text) {
         const bool odd = text.starts_with('!');
         text.erase(0, odd ? 1 : 0);
-        const char mark = text.at(0);
-        const std::string name = text.substr(1);
-        Edit edit;
-        if (mark != '>' && mark != '-') {
-            edit[::comparisons::Side::left] = side(name);
-        }
-        if (mark != '<' && mark != '-') {
-            edit[::comparisons::Side::right] = side(name);
-        }
-        edit.setChanged((mark == '~') != odd);
+        const auto content = side(text.substr(1));
+        auto edit = test::markedEdit(text.at(0), content, content);
+        edit.setChanged(edit.isChanged() != odd);
         return edit;
     }
 
