@@ -9,19 +9,19 @@ sys.dont_write_bytecode = True
 sys.path.insert(0, str(Path(__file__).parent.parent.parent / "bench"))
 
 # pylint: disable=wrong-import-position
-from runner import document, measures, results, scale, series, targets, tables
+from runner import measures, results, series, targets, tables
 from runner.series import Series
 
 FILES = 10_000
 COUNTS = {"files": [1, 2, 3, 0], "groups": [4, 5, 6, 1]}
 
 
-def taken(name, *seconds, counted=None, counts=None):
+def taken(name, *seconds, counts=None):
     """The series of a measure whose processes took this long."""
     measure = next((ours for ours in measures.OURS if ours.name == name), measures.Measure(name))
     runs = [{"cpu_seconds": second, "entries": 1_000, "resident_peak": 1,
              "counts": counts or COUNTS} for second in seconds]
-    return Series(measure, FILES, runs, counted or {})
+    return Series(measure, FILES, runs, {})
 
 
 def outcome(all_series, text):
@@ -30,7 +30,7 @@ def outcome(all_series, text):
                 if found.target.text == text and found.target.files == FILES)
 
 
-class Targets(unittest.TestCase):
+class Runner(unittest.TestCase):
     def test_holds_medians_against_limits(self):
         greatest = "matchGraphs / bound"
         least = "matchGraphs, times as fast as the better of Python dict and JS Map"
@@ -48,34 +48,11 @@ class Targets(unittest.TestCase):
             with self.subTest(text=text, expected=expected):
                 self.assertEqual(outcome(all_series, text), expected)
 
-    def test_tells_memory_by_entry(self):
-        counted = {"entries": 10, "allocations": 230, "heap_result": 1_600, "heap_peak": 1_760}
-        rows = results.rows_of([taken("compareGraphs", 1.0, counted=counted)])
-        told = {row["unit"]: row["value"] for row in rows}
-        self.assertEqual(told["allocations per entry"], 23)
-        self.assertEqual(told["result bytes per entry"], 160)
-        self.assertEqual(told["ns per entry"], 1e6)
-        self.assertEqual(outcome([taken("compareGraphs", 1.0, counted=counted)],
-                                 "compareGraphs, peak / result"), ("1.10", "missed"))
-
-
-class Runner(unittest.TestCase):
     def test_refuses_measures_that_found_something_else(self):
         other = COUNTS | {"files": [1, 2, 3, 1]}
         series.check_counts([taken("bound", 1.0), taken("SQLite", 1.0)])
         with self.assertRaisesRegex(measures.Failed, "SQLite .*3, 1"):
             series.check_counts([taken("bound", 1.0), taken("SQLite", 1.0, counts=other)])
-
-    def test_replaces_what_stands_between_the_marks_only(self):
-        page = "a\n<!-- x -->\nold\n<!-- end of x -->\nb\n"
-        self.assertEqual(document.replaced(page, "x", "new"),
-                         "a\n<!-- x -->\nnew\n<!-- end of x -->\nb\n")
-        with self.assertRaisesRegex(measures.Failed, "no place"):
-            document.replaced(page, "y", "new")
-
-    def test_plots_no_less_than_the_greatest_value(self):
-        for value, top in ((1, 1), (101, 150), (1_714, 2_000), (950, 950), (960, 1_000)):
-            self.assertEqual(scale.round_up(value), top)
 
 
 if __name__ == "__main__":
