@@ -1,13 +1,13 @@
 #pragma once
 // Whether an ID was used before.
 #include <optional>
+#include <set>
 #include <string_view>
-#include <unordered_set>
 
 namespace dependency::graph {
 
 /// Ascending IDs cannot repeat, so only the last one is kept; from the first ID that does not ascend,
-/// a hash set holds all of them.
+/// a set holds all of them: not by hashes, for which IDs could be made that collide.
 class DistinctIDs {
   public:
     /// Requires: `objects` are those whose IDs were added.
@@ -17,8 +17,7 @@ class DistinctIDs {
             return false;
         }
         if (ascending_) {
-            std::unordered_set<std::u16string_view> all;
-            all.reserve(2 * objects.size());
+            std::set<std::u16string_view> all;
             for (const auto& object : objects) {
                 all.insert(object.getID());
             }
@@ -41,7 +40,7 @@ class DistinctIDs {
   private:
     bool ascending_ = true;
     std::optional<std::u16string_view> last_;
-    std::unordered_set<std::u16string_view> all_;  // empty while IDs ascend
+    std::set<std::u16string_view> all_;  // empty while IDs ascend
 };
 
 }  // namespace dependency::graph

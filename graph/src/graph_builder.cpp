@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <map>
-#include <unordered_map>
 
-#include <boost/functional/hash.hpp>
 #include <boost/locale/encoding_utf.hpp>
 
 #include "distinct_ids.h"
@@ -29,8 +27,7 @@ struct GraphBuilder::State {
     std::shared_ptr<NodeStorage> nodes = std::make_shared<NodeStorage>();
     std::shared_ptr<DependencyStorage> dependencies = std::make_shared<DependencyStorage>();
     std::map<TypeKey, const Type*> typeByContent;
-    std::unordered_map<ComponentKey, const Component*, boost::hash<ComponentKey>>
-        componentByContent;
+    std::map<ComponentKey, const Component*> componentByContent;
     DistinctIDs nodeIDs;
     DistinctIDs dependencyIDs;
     std::vector<Property> properties;

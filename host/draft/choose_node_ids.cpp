@@ -9,6 +9,7 @@
 #include <fmt/format.h>
 
 #include "draft/marked_id.h"
+#include "draft/seeded_hash.h"
 #include "input/input_error.h"
 
 namespace depcompare {
@@ -20,7 +21,7 @@ using Drafts = std::array<GraphDraft, 2>;
 constexpr NodeNumber several = std::numeric_limits<NodeNumber>::max();
 
 /// By text, the node that could be known by it, or `several`.
-using Owners = std::unordered_map<std::string_view, NodeNumber>;
+using Owners = std::unordered_map<std::string_view, NodeNumber, SeededHash>;
 
 void note(Owners& owners, std::string_view text, NodeNumber node) {
     const auto [owner, isNew] = owners.emplace(text, node);
@@ -85,7 +86,7 @@ void chooseProperty(Drafts& drafts, std::string_view key) {
 }
 
 void requireDifferentIDs(const GraphDraft& draft, std::string_view rule) {
-    std::unordered_set<std::string_view> seen;
+    std::unordered_set<std::string_view, SeededHash> seen;
     seen.reserve(draft.nodes.size());
     for (const NodeDraft& node : draft.nodes) {
         if (!seen.insert(node.id).second) {

@@ -12,6 +12,7 @@
 #include <tsl/robin_map.h>
 
 #include "draft/graph_draft.h"
+#include "draft/seeded_hash.h"
 #include "input/limits.h"
 
 namespace depcompare {
@@ -85,9 +86,9 @@ class GraphSink {
     };
 
     using NumberedTexts =
-        tsl::robin_map<std::string_view, std::uint32_t, std::hash<std::string_view>,
-                       std::equal_to<>, std::allocator<std::pair<std::string_view, std::uint32_t>>,
-                       true>;
+        tsl::robin_map<std::string_view, std::uint32_t, SeededHash, std::equal_to<>,
+                       std::allocator<std::pair<std::string_view, std::uint32_t>>,
+                       true /* keep the hashes */>;
 
     [[nodiscard]] std::size_t line() const { return currentLine_ ? currentLine_() : 0; }
     [[noreturn]] void failForNodes() const;

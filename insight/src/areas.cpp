@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -89,7 +90,7 @@ class AreaFinder {
     template <class AreaName>
     void placeNodes(AreaName areaName) {
         names_.clear();
-        std::unordered_map<std::u16string, Number> numbers;
+        std::map<std::u16string, Number> numbers;
         std::u16string name;
         for (const Side side : sides) {
             areaOf_[side].assign(graph_.nodeCount(), none);

@@ -1,6 +1,7 @@
 #include <dependency/insight/link_graph.h>
 
 #include <algorithm>
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <tuple>
@@ -56,7 +57,7 @@ class TypeRecords {
     }
 
     const LinkOptions& options_;
-    std::unordered_map<std::u16string, TypeRecord> byID_;
+    std::map<std::u16string, TypeRecord> byID_;
     std::shared_ptr<const graph::Type> lastType_;
     const TypeRecord* last_ = nullptr;
 };

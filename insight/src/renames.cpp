@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <map>
 #include <set>
 #include <stdexcept>
 #include <string_view>
@@ -80,13 +81,6 @@ std::pair<Text, Text> moveOf(Text left, Text right, Text separator) {
     }
     return {left, right};
 }
-
-struct TextPairHash {
-    std::size_t operator()(const std::pair<Text, Text>& texts) const {
-        const std::hash<Text> hash;
-        return hash(texts.first) * 31 + hash(texts.second);
-    }
-};
 
 /// A removed and an added file, by their places among these.
 struct Candidate {
@@ -542,8 +536,8 @@ class RenameFinder {
     using Places = BySide<std::vector<Number>>;
 
     // Names that many files have are told apart by the folders that they are in.
-    [[nodiscard]] std::unordered_map<Text, Places> placesByName() const {
-        std::unordered_map<Text, Places> places;
+    [[nodiscard]] std::map<Text, Places> placesByName() const {
+        std::map<Text, Places> places;
         forEachOpen([&](Side side, Number place, const File& file) {
             places[file.name][side].push_back(place);
         });
@@ -575,9 +569,8 @@ class RenameFinder {
         return places;
     }
 
-    [[nodiscard]] std::unordered_map<std::pair<Text, Text>, Places, TextPairHash> placesByDigest()
-        const {
-        std::unordered_map<std::pair<Text, Text>, Places, TextPairHash> places;
+    [[nodiscard]] std::map<std::pair<Text, Text>, Places> placesByDigest() const {
+        std::map<std::pair<Text, Text>, Places> places;
         forEachOpen([&](Side side, Number place, const File& file) {
             for (const auto& [key, value] : file.digests) {
                 places[{key, value}][side].push_back(place);
@@ -598,13 +591,13 @@ class RenameFinder {
 
     // Adds what moved with others if it kept its place below the folder.
     void addMoved(std::vector<Candidate>& candidates) const {
-        std::unordered_map<Text, std::vector<Text>> targets;
+        std::map<Text, std::vector<Text>> targets;
         for (const auto& [move, count] : moves_) {
             if (count > 1) {
                 targets[move.first].push_back(move.second);
             }
         }
-        std::unordered_map<Text, Number> byID;
+        std::map<Text, Number> byID;
         for (Number place = 0; place < files_.right.size(); ++place) {
             byID.emplace(graph_.id(files_.right[place].node), place);
         }
@@ -818,20 +811,20 @@ class RenameFinder {
 
     BySide<std::vector<File>> files_;  // removed and added ones without a stated partner
     BySide<std::size_t> allFiles_;
-    std::unordered_map<Text, Count> names_;  // of all files, as are the values of properties
-    std::unordered_map<Text, Count> endings_;
-    std::unordered_map<Text, Count> folders_;
-    std::unordered_map<Text, Count> below_;  // by folder: files in it or in folders below
-    std::unordered_map<std::pair<Text, Text>, Count, TextPairHash> values_;   // key, value
-    std::unordered_map<std::pair<Text, Text>, Count, TextPairHash> digests_;  // likewise
+    std::map<Text, Count> names_;  // of all files, as are the values of properties
+    std::map<Text, Count> endings_;
+    std::map<Text, Count> folders_;
+    std::map<Text, Count> below_;                     // by folder: files in it or in folders below
+    std::map<std::pair<Text, Text>, Count> values_;   // key, value
+    std::map<std::pair<Text, Text>, Count> digests_;  // likewise
 
     // Of one round.
     std::vector<double> weightAsDownstream_;
     std::vector<double> weightAsUpstream_;
     BySide<std::vector<double>> totals_;  // by node; negative if not known yet
     BySide<std::unordered_map<Number, std::vector<double>>> others_;  // see likenessOfOthers
-    std::unordered_map<Text, std::vector<const File*>> namesakes_;
-    std::unordered_map<std::pair<Text, Text>, std::size_t, TextPairHash> moves_;
+    std::map<Text, std::vector<const File*>> namesakes_;
+    std::map<std::pair<Text, Text>, std::size_t> moves_;
 };
 
 }  // namespace

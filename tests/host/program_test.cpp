@@ -275,6 +275,13 @@ TEST_F(Program, whateverEndsItLeavesNoUnfinishedFile) {
     EXPECT_EQ(filesInFolder(), files + 2);  // the output and the errors of the program
 }
 
+TEST_F(Program, idsThatWereChosenToCollideCostNoMoreThanOthers) {
+    // Under the standard library's hash, which has no seed, they are all one.
+    const std::string ids = "'" TEST_DATA "/hostile/colliding_ids.graphml.gz'";
+    const Outcome limited = shell("(ulimit -t 10; $P -q " + ids + ' ' + ids + ")");
+    EXPECT_EQ(limited.status, 0) << limited.error;
+}
+
 TEST_F(Program, theEnvironmentDecidesAboutColoursAndTheLocale) {
     const std::tuple<const char*, const char*, const char*> cases[] = {
         {"CLICOLOR_FORCE=1", "", "\x1b[32m+ "},

@@ -3,7 +3,6 @@
 #include <array>
 #include <map>
 #include <memory>
-#include <unordered_map>
 #include <variant>
 #include <vector>
 
@@ -77,7 +76,7 @@ class NodeTable {
         return place->second;
     }
 
-    std::unordered_map<std::u16string_view, std::size_t> numbers_;  // views the graphs' own IDs
+    std::map<std::u16string_view, std::size_t> numbers_;  // views the graphs' own IDs
     std::map<std::u16string, std::size_t> typeNumbers_;
     std::vector<std::u16string> typeNames_;
     TextColumn ids_;
