@@ -21,6 +21,7 @@
 #include "reports/json/json_report.h"
 #include "reports/markdown/markdown_report.h"
 #include "reports/page/page_report.h"
+#include "reports/renames/renames_report.h"
 #include "reports/text/text_report.h"
 
 namespace depcompare {
@@ -53,6 +54,9 @@ void writeReport(const Report& report, Format format, const Options& options,
             break;
         case Format::summary:
             output.write(countsTable(report.summary));
+            break;
+        case Format::renames:
+            writeRenames(report, output);
             break;
     }
 }
@@ -180,6 +184,13 @@ void deliverReports(const Report& report, const Options& options, Progress& prog
     if (!showPaged(options, progress, content)) {
         deliver(options, "the report", files, progress, content);
     }
+    files.finish();
+}
+
+void deliverWhy(const Why& why, const Options& options, Progress& progress) {
+    NamedFiles files(options);
+    deliver(options, "the answer", files, progress,
+            [&](Output& output) { writeWhy(why, options.names, styleOfOutput(options), output); });
     files.finish();
 }
 

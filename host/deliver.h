@@ -5,6 +5,7 @@
 #include "cli/options.h"
 #include "output/progress.h"
 #include "presentation/report.h"
+#include "reports/text/why_report.h"
 
 namespace depcompare {
 
@@ -19,5 +20,10 @@ void deliverReports(const Report& report, const Options& options, Progress& prog
 /// Throws: as `deliverReports`.
 void deliverGraph(const dependency::graph::Graph& graph, const Options& options,
                   Progress& progress);
+
+/// Writes why one node needs another.
+///
+/// Throws: as `deliverReports`.
+void deliverWhy(const Why& why, const Options& options, Progress& progress);
 
 }  // namespace depcompare

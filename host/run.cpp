@@ -10,12 +10,14 @@
 #include <list>
 #include <memory>
 #include <new>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <system_error>
 #include <utility>
 #include <variant>
+#include <vector>
 
 #include <depcompare/messages/messages.h>
 #include <fl/i18n/locale.h>
@@ -29,7 +31,9 @@
 #include "output/progress.h"
 #include "output/terminal.h"
 #include "output/visible_text.h"
+#include "presentation/insights.h"
 #include "presentation/report.h"
+#include "reports/text/why_report.h"
 
 namespace depcompare {
 
@@ -78,12 +82,20 @@ Input openInput(const Options& options, std::size_t side) {
                        options.reading.limits);
 }
 
-Inputs load(const Options& options, Progress& progress) {
+Inputs load(const Options& options, Progress& progress, const ChooseRenames& chooseRenames) {
     // Both are opened before either is read: a missing file must not wait for standard input.
-    auto inputs = loadGraphs({openInput(options, 0), openInput(options, 1)}, options.reading,
-                             [&](std::string_view name) { progress.stage(name); });
+    auto inputs = loadGraphs(
+        {openInput(options, 0), openInput(options, 1)}, options.reading,
+        [&](std::string_view name) { progress.stage(name); }, chooseRenames);
     for (const LoadedGraph& input : inputs) {
         warn(input, options, progress);
+    }
+    // A pattern with a slip in it would hide what a check is to find.
+    for (const std::string& glob : unmatchedLinkTypes(inputs, options.insights)) {
+        progress.clear();
+        writeAll(STDERR_FILENO, "standard error",
+                 fmt::format("depcompare: warning: --link-type {}: no dependency has such a type\n",
+                             visible(glob)));
     }
     return inputs;
 }
@@ -95,12 +107,15 @@ void convert(const Options& options, Progress& progress) {
     deliverGraph(*input.graph, options, progress);
 }
 
-bool differs(const PresentedTree& tree, FailOn failOn) {
+/// `insights` are null unless they are asked for.
+bool differs(const PresentedTree& tree, const Insights* insights, FailOn failOn) {
     switch (failOn) {
         case FailOn::any:
             return tree.showsDifference();
         case FailOn::structural:
             return tree.showsStructuralDifference();
+        case FailOn::cycles:
+            return haveNewCycles(*insights);
         case FailOn::none:
             break;
     }
@@ -114,19 +129,51 @@ const Value& keepToTheEnd(Value value) {
     return kept.emplace_back(std::move(value));
 }
 
-bool compare(const Options& options, Progress& progress) {
-    Inputs inputs = load(options, progress);
-    progress.stage("comparing");
-    if (options.quiet) {
-        const auto& tree = keepToTheEnd(std::make_unique<PresentedTree>(
-            dependency::comparisons::compareGraphs(inputs[0].graph, inputs[1].graph),
-            options.filters));
-        return differs(*tree, options.failOn);
+bool compareQuietly(const Inputs& inputs, std::optional<std::vector<ListedRename>> renames,
+                    const Options& options) {
+    const bool asksForCycles = options.failOn == FailOn::cycles;
+    const Insights* insights = nullptr;
+    if (options.asksForInsights || asksForCycles) {
+        insights = &keepToTheEnd(findInsights(inputs, options.insights, std::move(renames)));
     }
-    const Report& report =
-        keepToTheEnd(makeReport(std::move(inputs), options.names, options.filters));
+    if (asksForCycles) {
+        return haveNewCycles(*insights);
+    }
+    const auto& tree = keepToTheEnd(std::make_unique<PresentedTree>(
+        dependency::comparisons::compareGraphs(inputs[0].graph, inputs[1].graph), options.filters));
+    return differs(*tree, insights, options.failOn);
+}
+
+bool showWhy(const Inputs& inputs, const Options& options, Progress& progress) {
+    const Why& why = keepToTheEnd(findWhy(inputs, options.insights, *options.why));
+    if (!options.quiet) {
+        deliverWhy(why, options, progress);
+    }
+    return options.failOn != FailOn::none && why.differs;
+}
+
+bool compare(const Options& options, Progress& progress) {
+    std::optional<std::vector<ListedRename>> renames;
+    ChooseRenames chooseRenames;
+    if (options.insights.renames == RenameMode::apply) {
+        chooseRenames = [&](const Inputs& inputs) {
+            progress.stage("looking for renames");
+            renames = listRenames(inputs, options.insights);
+            return applyRenames(*renames);
+        };
+    }
+    Inputs inputs = load(options, progress, chooseRenames);
+    progress.stage("comparing");
+    if (options.why) {
+        return showWhy(inputs, options, progress);
+    }
+    if (options.quiet) {
+        return compareQuietly(inputs, std::move(renames), options);
+    }
+    const Report& report = keepToTheEnd(makeReport(
+        std::move(inputs), options.names, options.filters, options.insights, std::move(renames)));
     deliverReports(report, options, progress);
-    return differs(*report.tree, options.failOn);
+    return differs(*report.tree, report.insights.get(), options.failOn);
 }
 
 int perform(int argc, const char* const* argv) {

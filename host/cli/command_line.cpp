@@ -40,6 +40,15 @@ CLI::Option* addOption(CLI::App& app, const OptionRow& row, Options& options) {
             ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
             ->allow_extra_args(false);
     }
+    if (row.words > 1) {
+        return app
+            .add_option_function<std::vector<std::string>>(
+                row.names,
+                [&](const std::vector<std::string>& arguments) { row.take(options, arguments); })
+            ->expected(static_cast<int>(row.words))
+            ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast)
+            ->allow_extra_args(false);
+    }
     return app.add_option_function<std::string>(
         row.names, [&](const std::string& argument) { row.take(options, {argument}); });
 }
@@ -71,6 +80,26 @@ std::string firstLine(const std::string& text) {
     return text.substr(0, text.find('\n'));
 }
 
+void checkInsights(const Options& options) {
+    const InsightOptions& insights = options.insights;
+    const bool areOff = insights.detail == InsightDetail::off;
+    if (options.failOn == FailOn::cycles && areOff) {
+        throw UsageError("--fail-on cycles excludes --insights off");
+    }
+    if (insights.renames == RenameMode::off && !insights.statedRenames.empty()) {
+        throw UsageError("stated renames exclude --renames off");
+    }
+    const bool writesRenames = std::ranges::find(options.reports, Format::renames,
+                                                 &FurtherReport::format) != options.reports.end();
+    if (writesRenames && (areOff || insights.renames == RenameMode::off)) {
+        throw UsageError("a report of renames excludes --insights off and --renames off");
+    }
+    if (options.why &&
+        (options.conversion || options.format != Format::text || !options.reports.empty())) {
+        throw UsageError("--why excludes --format, --report, --convert and --textconv");
+    }
+}
+
 void check(const Options& options) {
     if (options.conversion.has_value() != options.inputs[1].empty()) {
         throw UsageError(options.conversion ? "--convert and --textconv take one graph"
@@ -79,6 +108,7 @@ void check(const Options& options) {
     if (options.inputs[0] == "-" && options.inputs[1] == "-") {
         throw UsageError("only one of the two graphs can come from standard input");
     }
+    checkInsights(options);
     std::set<std::string> paths;
     if (options.outputFile) {
         paths.insert(*options.outputFile);

@@ -4,11 +4,16 @@
 #include <iterator>
 #include <utility>
 
+#include <fl/i18n/ustring.h>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include "formats/line_reader.h"
 #include "formats/read_graph.h"
+#include "input/input.h"
+#include "input/input_error.h"
 #include "presentation/enabled_filters.h"
+#include "presentation/insights.h"
 #include "reports/markdown/markdown_report.h"
 
 namespace depcompare {
@@ -30,8 +35,15 @@ constexpr Choice<Format> formats[] = {{"text", Format::text},
                                       {"summary", Format::summary}};
 constexpr Choice<When> occasions[] = {
     {"auto", When::automatic}, {"always", When::always}, {"never", When::never}};
-constexpr Choice<FailOn> causes[] = {
-    {"any", FailOn::any}, {"structural", FailOn::structural}, {"none", FailOn::none}};
+constexpr Choice<FailOn> causes[] = {{"any", FailOn::any},
+                                     {"structural", FailOn::structural},
+                                     {"cycles", FailOn::cycles},
+                                     {"none", FailOn::none}};
+constexpr Choice<InsightDetail> details[] = {{"off", InsightDetail::off},
+                                             {"short", InsightDetail::shortened},
+                                             {"full", InsightDetail::full}};
+constexpr Choice<RenameMode> renameModes[] = {
+    {"off", RenameMode::off}, {"report", RenameMode::report}, {"apply", RenameMode::apply}};
 constexpr Choice<GraphForm> graphForms[] = {{"csv", GraphForm::csv}, {"jgf", GraphForm::jgf}};
 
 template <class Value, std::size_t Count>
@@ -70,16 +82,80 @@ auto store(Member Options::*member) {
     };
 }
 
+/// Returns: the format of a further report; nothing if there is none of this name.
+std::optional<Format> furtherFormat(std::string_view name) {
+    if (name == "renames") {
+        return Format::renames;
+    }
+    const auto* const format = std::ranges::find(formats, name, &Choice<Format>::name);
+    return format == std::end(formats) ? std::nullopt : std::optional(format->value);
+}
+
 void addReports(Options& options, const Arguments& arguments) {
     for (const std::string_view text : arguments) {
         const std::size_t end = std::min(text.find('='), text.size());
-        const auto* const format =
-            std::ranges::find(formats, text.substr(0, end), &Choice<Format>::name);
-        if (format == std::end(formats) || end + 1 >= text.size()) {
+        const auto format = furtherFormat(text.substr(0, end));
+        if (!format || end + 1 >= text.size()) {
             throw UsageError(fmt::format("--report: {} is not FORMAT=FILE", text));
         }
-        options.reports.push_back(
-            {.format = format->value, .path = std::string(text.substr(end + 1))});
+        options.reports.push_back({.format = *format, .path = std::string(text.substr(end + 1))});
+    }
+}
+
+void addLinkTypes(Options& options, const Arguments& globs) {
+    for (const std::string& glob : globs) {
+        if (glob.empty() || glob == "!") {
+            throw UsageError(fmt::format("--link-type: {} names no type", inQuotes(glob)));
+        }
+    }
+    options.insights.linkTypes = globs;
+}
+
+void stateRename(Options& options, const Arguments& pairs) {
+    for (const std::string_view pair : pairs) {
+        const std::size_t middle = pair.find('=');
+        if (middle == std::string_view::npos || middle != pair.rfind('=')) {
+            throw UsageError(fmt::format(
+                "--rename: {} is not OLD=NEW; IDs with a = can be in a file for --renames", pair));
+        }
+        options.insights.statedRenames.push_back(
+            {.left = fl::i18n::utf8_to_ustring(pair.substr(0, middle)),
+             .right = fl::i18n::utf8_to_ustring(pair.substr(middle + 1))});
+    }
+}
+
+/// Reads lines of OLD<TAB>NEW, with ! before a pair that is not to be made. What comes after another
+/// tab is a remark.
+void readRenames(const std::string& path, InsightOptions& options) {
+    Input input = Input::open(path);
+    LineReader lines(input);
+    while (const auto next = lines.next()) {
+        std::string_view line = withoutReturn(*next);
+        if (line.empty()) {
+            continue;
+        }
+        const bool isForbidden = line.starts_with('!');
+        line.remove_prefix(isForbidden ? 1 : 0);
+        const std::size_t tab = line.find('\t');
+        if (tab == std::string_view::npos) {
+            lines.fail("not OLD<TAB>NEW");
+        }
+        const std::string_view rest = line.substr(tab + 1);
+        (isForbidden ? options.forbiddenRenames : options.statedRenames)
+            .push_back({.left = fl::i18n::utf8_to_ustring(line.substr(0, tab)),
+                        .right = fl::i18n::utf8_to_ustring(rest.substr(0, rest.find('\t')))});
+    }
+}
+
+void setRenames(Options& options, const Arguments& arguments) {
+    for (const std::string& argument : arguments) {
+        const auto* const mode =
+            std::ranges::find(renameModes, argument, &Choice<RenameMode>::name);
+        if (mode == std::end(renameModes)) {
+            readRenames(argument, options.insights);
+        } else {
+            options.insights.renames = mode->value;
+        }
     }
 }
 
@@ -152,7 +228,6 @@ OptionGroup reportOptions() {
               .take = choose(&Options::progress, occasions)},
              {.names = "--no-pager",
               .description = "Write to a terminal directly, without a pager",
-              .inShortHelp = true,
               .take = set(&Options::pager, false)}}};
 }
 
@@ -181,6 +256,76 @@ OptionGroup filterOptions() {
               .take = choose(&Options::failOn, causes)}}};
 }
 
+OptionGroup insightOptions() {
+    constexpr std::uint64_t deepest = 1'000;
+    return {"What it means",
+            {{.names = "--insights",
+              .argument = "HOW",
+              .choices = namesOf(details),
+              .byDefault = "short",
+              .description = "Say what the differences mean",
+              .inShortHelp = true,
+              .take =
+                  [](Options& options, const Arguments& arguments) {
+                      options.insights.detail =
+                          std::ranges::find(details, arguments.back(), &Choice<InsightDetail>::name)
+                              ->value;
+                      options.asksForInsights = options.insights.detail != InsightDetail::off;
+                  }},
+             {.names = "--area-depth",
+              .argument = "N",
+              .range = {{.least = 1, .most = deepest}},
+              .description = "Make areas of folders at this depth",
+              .take =
+                  [](Options& options, const Arguments& arguments) {
+                      options.insights.areas.depth = std::stoull(arguments.back());
+                  }},
+             {.names = "--area",
+              .argument = "PROPERTY",
+              .description = "Make areas of nodes with the same value of a property",
+              .excludes = "--area-depth",
+              .take =
+                  [](Options& options, const Arguments& keys) {
+                      options.insights.areas.property = fl::i18n::utf8_to_ustring(keys.back());
+                  }},
+             {.names = "--area-separator",
+              .argument = "TEXT",
+              .byDefault = "/",
+              .description = "What is between the folders of an ID",
+              .take =
+                  [](Options& options, const Arguments& arguments) {
+                      if (arguments.back().empty()) {
+                          throw UsageError("--area-separator: the text is empty");
+                      }
+                      options.insights.areas.separator =
+                          fl::i18n::utf8_to_ustring(arguments.back());
+                  }},
+             {.names = "--link-type",
+              .argument = "GLOB",
+              .description = "Count only links of these types, with ! none of them",
+              .repeats = true,
+              .take = addLinkTypes},
+             {.names = "--renames",
+              .argument = "off|report|apply|FILE",
+              .byDefault = "report",
+              .description = "Look for renames, or read them from FILE",
+              .repeats = true,
+              .take = setRenames},
+             {.names = "--rename",
+              .argument = "OLD=NEW",
+              .description = "State that OLD became NEW",
+              .repeats = true,
+              .take = stateRename},
+             {.names = "--why",
+              .argument = "A B",
+              .words = 2,
+              .description = "Show how A needs B on either side, and nothing else",
+              .inShortHelp = true,
+              .take = [](Options& options, const Arguments& nodes) {
+                  options.why = {nodes[0], nodes[1]};
+              }}}};
+}
+
 OptionGroup readingOptions() {
     return {"Reading",
             {{.names = "--input-format",
@@ -206,7 +351,6 @@ OptionGroup readingOptions() {
               .argument = "TYPE",
               .description = "Count nodes of this type as files, too",
               .repeats = true,
-              .inShortHelp = true,
               .take = [](Options& options,
                          const Arguments& types) { options.reading.fileTypes = types; }},
              {.names = "--allow-empty",
@@ -333,7 +477,7 @@ std::string fullLine(const OptionRow& row) {
 }  // namespace
 
 std::vector<OptionGroup> optionTable() {
-    return {reportOptions(), filterOptions(),     readingOptions(),
+    return {reportOptions(), filterOptions(),     insightOptions(), readingOptions(),
             limitOptions(),  conversionOptions(), otherOptions()};
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 // All options in one table, from which the parser, `--help` and `--help-all` are made. The manual,
 // docs/report.md and the completions are tested against `--help-all`.
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -20,6 +21,7 @@ struct OptionRow {
 
     std::string names;                      ///< with a comma between them: "-f,--format"
     std::string argument = {};              ///< what the argument is called; empty for a flag
+    std::size_t words = 1;                  ///< of an argument
     std::vector<std::string> choices = {};  ///< the arguments that are allowed; empty for any
     std::optional<Range> range = {};        ///< of an argument that is a number
     std::string byDefault = {};             ///< the argument that holds without the option
@@ -28,7 +30,7 @@ struct OptionRow {
     bool inShortHelp = false;
     std::string excludes = {};         ///< an option that cannot be used together with this one
     std::string (*shows)() = nullptr;  ///< the text that is printed instead of comparing
-    /// Acts on the arguments of all occurrences, if the option repeats, else of the last one.
+    /// Acts on the arguments of all occurrences, if the option repeats, else on those of the last one.
     std::function<void(Options& options, const std::vector<std::string>& arguments)> take = {};
 };
 

@@ -11,12 +11,14 @@
 #include "draft/read_options.h"
 #include "output/terminal.h"
 #include "presentation/enabled_filters.h"
+#include "presentation/insights.h"
 
 namespace depcompare {
 
-enum class Format : std::uint8_t { text, json, html, markdown, summary };
-/// Which visible differences make the exit status 1.
-enum class FailOn : std::uint8_t { any, structural, none };
+/// Renames are a list that can be read again, and only a further report.
+enum class Format : std::uint8_t { text, json, html, markdown, summary, renames };
+/// Which visible differences make the exit status 1; of cycles those that were added or closed.
+enum class FailOn : std::uint8_t { any, structural, none, cycles };
 /// What a graph can be written as, instead of comparing it.
 enum class GraphForm : std::uint8_t { jgf, lines, csv };
 
@@ -41,7 +43,11 @@ struct Options {
     std::optional<std::size_t> mostBytes;  ///< of a Markdown report
     EnabledFilters filters = defaultFilters();
     ReadOptions reading;
-    std::optional<GraphForm> conversion;  ///< write the left input, the only one, as this
+    InsightOptions insights;
+    bool asksForInsights =
+        false;  ///< by name, so that they are computed even if nothing is printed
+    std::optional<std::array<std::string, 2>> why;  ///< show why the one node needs the other
+    std::optional<GraphForm> conversion;            ///< write the left input, the only one, as this
     FailOn failOn = FailOn::any;
     std::optional<std::string> locale;
     When colour = When::automatic;

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <numeric>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -30,6 +32,7 @@ using dependency::graph::GraphBuilder;
 using dependency::graph::Node;
 using dependency::graph::Property;
 using dependency::graph::Type;
+using fl::i18n::ustring_to_utf8;
 using fl::i18n::utf8_to_ustring;
 
 /// Throws: `InputError` if `orRefuse`; else adds a warning.
@@ -272,18 +275,48 @@ class DraftBuilder {
     std::size_t files_ = 0;
 };
 
+LoadedGraph buildRenamed(GraphDraft draft, const std::vector<NodeIDs>& renames) {
+    std::map<std::string, std::string, std::less<>> newIDs;
+    for (const NodeIDs& rename : renames) {
+        newIDs.emplace(ustring_to_utf8(rename.left), ustring_to_utf8(rename.right));
+    }
+    for (NodeDraft& node : draft.nodes) {
+        const auto found = newIDs.find(node.id);
+        if (found != newIDs.end()) {
+            const std::string_view newID = draft.store.keep(found->second);
+            node.name = node.name == node.id ? newID : node.name;
+            node.id = newID;
+        }
+    }
+    LoadedGraph graph = DraftBuilder(std::move(draft)).build();
+    for (const NodeIDs& rename : renames) {
+        graph.oldIDs.emplace(rename.right, rename.left);
+    }
+    return graph;
+}
+
 }  // namespace
 
-std::array<LoadedGraph, 2> buildGraphs(std::array<GraphDraft, 2> drafts,
-                                       const ReadOptions& options) {
+std::array<LoadedGraph, 2> buildGraphs(std::array<GraphDraft, 2> drafts, const ReadOptions& options,
+                                       const ChooseRenames& chooseRenames) {
     chooseNodeIDs(drafts, options.nodeID);
-    return onBothSides([&](std::size_t side) {
+    std::optional<GraphDraft> kept;
+    auto graphs = onBothSides([&](std::size_t side) {
         GraphDraft& draft = drafts[side];
         applyFileTypes(draft, options.fileTypes);
         noteMissingFiles(draft, options.requireFiles);
         warnOfPositions(draft);
+        if (chooseRenames && side == 0) {
+            kept = draft;
+        }
         return DraftBuilder(std::move(draft)).build();
     });
+    if (kept) {
+        if (const auto renames = chooseRenames(graphs); !renames.empty()) {
+            graphs[0] = buildRenamed(*std::move(kept), renames);
+        }
+    }
+    return graphs;
 }
 
 }  // namespace depcompare

@@ -18,15 +18,15 @@ namespace depcompare {
 using TextNumber = std::uint32_t;
 using NodeNumber = std::uint32_t;
 
-/// Owns texts, whose addresses survive a move of the store.
+/// Owns texts, whose addresses survive a move of the store; copies own the same ones.
 class TextStore {
   public:
     /// Lifetime: the result is valid as long as the store.
     [[nodiscard]] std::string_view keep(std::string_view text);
 
   private:
-    std::unique_ptr<std::pmr::monotonic_buffer_resource> memory_ =
-        std::make_unique<std::pmr::monotonic_buffer_resource>();
+    std::shared_ptr<std::pmr::monotonic_buffer_resource> memory_ =
+        std::make_shared<std::pmr::monotonic_buffer_resource>();
 };
 
 /// The columns by which edges are ordered, most significant first.

@@ -36,11 +36,11 @@ GraphDraft readDraft(Input& input, const ReadOptions& options) {
 }  // namespace
 
 std::array<LoadedGraph, 2> loadGraphs(std::array<Input, 2> inputs, const ReadOptions& options,
-                                      const Stage& stage) {
+                                      const Stage& stage, const ChooseRenames& chooseRenames) {
     stage(fmt::format("reading {} and {}", inputs[0].name(), inputs[1].name()));
     auto drafts = onBothSides([&](std::size_t side) { return readDraft(inputs[side], options); });
     stage("building the graphs");
-    return buildGraphs(std::move(drafts), options);
+    return buildGraphs(std::move(drafts), options, chooseRenames);
 }
 
 LoadedGraph loadGraph(Input input, const ReadOptions& options, const Stage& stage) {

@@ -15,11 +15,12 @@ using Stage = std::function<void(std::string_view)>;
 
 /// Reads and builds both graphs at the same time.
 ///
-/// Requires: two inputs of which nothing was read yet.
+/// Requires: two inputs of which nothing was read yet; of `chooseRenames` what `buildGraphs` does.
 /// Returns:  left, right.
-/// Throws:   `InputError`, of the left input if both are faulty.
+/// Throws:   `InputError`, of the left input if both are faulty, and what `chooseRenames` throws.
 [[nodiscard]] std::array<LoadedGraph, 2> loadGraphs(std::array<Input, 2> inputs,
-                                                    const ReadOptions& options, const Stage& stage);
+                                                    const ReadOptions& options, const Stage& stage,
+                                                    const ChooseRenames& chooseRenames = {});
 
 /// Reads and builds one graph in the same way.
 ///

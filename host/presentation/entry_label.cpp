@@ -54,6 +54,7 @@ EntryLabel labelOf(const PresentedTree& tree, PresentedTree::Match match) {
     label.edit = match->getEditTypes().front();
     label.kind = kindOf(item);
     label.moved = PresentedTree::isMoved(match);
+    label.oldID = tree.oldID(match);
     // A group also compares its end nodes, which have no row.
     label.onlyEndsChanged = label.kind == EntryKind::group && tree.changedWithoutRow(match);
     std::visit(LabelMaker(label), item);

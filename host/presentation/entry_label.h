@@ -21,6 +21,7 @@ struct EntryLabel {
     std::optional<std::u16string> downstreamType;  ///< of a group that does not lead to a file
     bool onlyEndsChanged = false;                  ///< a changed group without a changed row
     bool moved = false;
+    std::optional<std::u16string> oldID;  ///< of a file that was renamed, on the left
 
     /// Returns: the reason for the edit if no row shows it, and whether the entry has moved.
     [[nodiscard]] std::vector<std::string_view> remarks() const;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <limits>
+#include <memory>
 #include <set>
 #include <string_view>
 
@@ -50,22 +51,21 @@ bool haveSoftTypes(const LoadedPair& inputs) {
                                [](const LoadedGraph& input) { return !input.softTypes.empty(); });
 }
 
-LinkGraph linkGraph(const LoadedPair& inputs, const InsightOptions& options) {
-    insight::LinkOptions linkOptions{.displayedID = displayedID, .isSelected = {}, .isSoft = {}};
-    if (!options.linkTypes.empty()) {
-        linkOptions.isSelected = [&](std::u16string_view type) {
-            return isSelected(options.linkTypes, ustring_to_utf8(type));
-        };
+/// Returns: the IDs of all types of dependencies.
+std::set<std::string> dependencyTypes(const LoadedPair& inputs) {
+    std::set<std::string> types;
+    std::shared_ptr<const dependency::graph::Type> last;
+    for (const LoadedGraph& input : inputs) {
+        for (const auto& node : input.graph->getNodes()) {
+            for (const auto& dependency : input.graph->getDownstreamDependencies(node)) {
+                if (auto type = dependency->getType(); type != last) {
+                    types.insert(ustring_to_utf8(type->getID()));
+                    last = std::move(type);
+                }
+            }
+        }
     }
-    if (haveSoftTypes(inputs)) {
-        linkOptions.isSoft = [&](std::u16string_view type) {
-            const std::string text = ustring_to_utf8(type);
-            return std::ranges::any_of(inputs, [&](const LoadedGraph& input) {
-                return matchesAnyGlob(input.softTypes, text);
-            });
-        };
-    }
-    return {inputs[0].graph, inputs[1].graph, linkOptions};
+    return types;
 }
 
 /// Turns IDs of stated and forbidden pairs into numbers.
@@ -156,14 +156,78 @@ std::vector<NodePair> probablePairs(const std::vector<ListedRename>& renames) {
     return pairs;
 }
 
+/// Throws: `InputError` if no node has the property.
+void requireProperty(const std::u16string& key, const LoadedPair& inputs) {
+    for (const LoadedGraph& input : inputs) {
+        for (const auto& node : input.graph->getNodes()) {
+            const auto keys = node->getPropertyKeys();
+            if (std::ranges::find(keys, key) != keys.end()) {
+                return;
+            }
+        }
+    }
+    throw InputError(inputs[1].source, 0,
+                     fmt::format("no node has the property {}, here or in the other graph (--area)",
+                                 inQuotes(ustring_to_utf8(key))));
+}
+
 }  // namespace
+
+LinkGraph linkGraph(const LoadedPair& inputs, const InsightOptions& options) {
+    insight::LinkOptions linkOptions{.displayedID = displayedID, .isSelected = {}, .isSoft = {}};
+    if (!options.linkTypes.empty()) {
+        linkOptions.isSelected = [&](std::u16string_view type) {
+            return isSelected(options.linkTypes, ustring_to_utf8(type));
+        };
+    }
+    if (haveSoftTypes(inputs)) {
+        linkOptions.isSoft = [&](std::u16string_view type) {
+            const std::string text = ustring_to_utf8(type);
+            return std::ranges::any_of(inputs, [&](const LoadedGraph& input) {
+                return matchesAnyGlob(input.softTypes, text);
+            });
+        };
+    }
+    return {inputs[0].graph, inputs[1].graph, linkOptions};
+}
+
+std::vector<std::string> unmatchedLinkTypes(const LoadedPair& inputs,
+                                            const InsightOptions& options) {
+    std::vector<std::string> unmatched;
+    if (options.linkTypes.empty()) {
+        return unmatched;
+    }
+    const auto types = dependencyTypes(inputs);
+    for (const std::string& glob : options.linkTypes) {
+        const std::string pattern = glob.substr(glob.starts_with('!') ? 1 : 0);
+        if (std::ranges::none_of(
+                types, [&](const std::string& type) { return matchesGlob(pattern, type); })) {
+            unmatched.push_back(glob);
+        }
+    }
+    return unmatched;
+}
 
 std::vector<ListedRename> listRenames(const LoadedPair& inputs, const InsightOptions& options) {
     return listRenames(linkGraph(inputs, options), inputs, options);
 }
 
+std::vector<NodeIDs> applyRenames(std::vector<ListedRename>& renames) {
+    std::vector<NodeIDs> applied;
+    for (ListedRename& rename : renames) {
+        rename.applied = rename.found.probable() && !rename.found.ambiguous;
+        if (rename.applied) {
+            applied.push_back(rename.ids);
+        }
+    }
+    return applied;
+}
+
 Insights findInsights(const LoadedPair& inputs, const InsightOptions& options,
                       std::optional<std::vector<ListedRename>> renames) {
+    if (options.areas.property) {
+        requireProperty(*options.areas.property, inputs);
+    }
     Insights insights{.graph = linkGraph(inputs, options),
                       .cycles = {},
                       .hardCycles = {},
@@ -194,6 +258,13 @@ Insights findInsights(const LoadedPair& inputs, const InsightOptions& options,
     }
     insights.causes = insight::findCauses(graph, probablePairs(insights.renames));
     return insights;
+}
+
+bool haveNewCycles(const Insights& insights) {
+    const insight::Cycles& cycles = insights.hardCycles ? *insights.hardCycles : insights.cycles;
+    return std::ranges::any_of(cycles.families, [](const insight::CycleFamily& family) {
+        return family.edit == insight::CycleEdit::added || !family.closing.empty();
+    });
 }
 
 }  // namespace depcompare

@@ -25,12 +25,6 @@ enum class InsightDetail : std::uint8_t { off, shortened, full };
 /// Whether probable renames are looked for, and whether the comparison takes them as given.
 enum class RenameMode : std::uint8_t { off, report, apply };
 
-/// The IDs of a node of the left file and of one of the right file.
-struct NodeIDs {
-    std::u16string left;
-    std::u16string right;
-};
-
 struct InsightOptions {
     InsightDetail detail = InsightDetail::shortened;
     /// Their separator is that of the components of IDs everywhere.
@@ -44,7 +38,7 @@ struct InsightOptions {
 };
 
 struct ListedRename {
-    NodeIDs ids;  ///< as the files have them
+    NodeIDs ids;
     /// Its nodes are those of `Insights::graph`; both are the same if the rename was applied.
     insight::Rename found;
     bool applied = false;  ///< the compared left node has the right one's ID
@@ -67,6 +61,14 @@ struct Insights {
 /// Two graphs as they were loaded: left, right.
 using LoadedPair = std::array<LoadedGraph, 2>;
 
+/// Returns: the links that count; the graph displays IDs as the files have them.
+[[nodiscard]] insight::LinkGraph linkGraph(const LoadedPair& inputs, const InsightOptions& options);
+
+/// Returns: those of `options.linkTypes` that match no type of a dependency.
+/// Complexity: linear in dependencies, unless there are none to match.
+[[nodiscard]] std::vector<std::string> unmatchedLinkTypes(const LoadedPair& inputs,
+                                                          const InsightOptions& options);
+
 /// Finds the renames between two graphs as their files have them.
 ///
 /// Returns: by left ID, with nothing applied; empty if the mode is `off`.
@@ -75,15 +77,24 @@ using LoadedPair = std::array<LoadedGraph, 2>;
 [[nodiscard]] std::vector<ListedRename> listRenames(const LoadedPair& inputs,
                                                     const InsightOptions& options);
 
+/// Marks those that are probable and not ambiguous as applied.
+///
+/// Returns: them.
+[[nodiscard]] std::vector<NodeIDs> applyRenames(std::vector<ListedRename>& renames);
+
 /// Finds what the differences between two graphs mean.
 ///
-/// `renames` is what `listRenames` returned before some were applied to the left graph, which are
-/// marked; without it they are looked for here.
+/// `renames` is what `listRenames` returned before the left graph was built with those that are
+/// marked as applied; without it they are looked for here.
 ///
 /// Requires: a detail other than `off`.
-/// Throws:   as `listRenames`.
+/// Throws:   as `listRenames`, and `InputError` if areas are made by a property that no node has.
 [[nodiscard]] Insights findInsights(
     const LoadedPair& inputs, const InsightOptions& options,
     std::optional<std::vector<ListedRename>> renames = std::nullopt);
+
+/// Returns: whether a cycle was added, or changed by a link that was added; of hard links alone if a
+///          side has soft ones.
+[[nodiscard]] bool haveNewCycles(const Insights& insights);
 
 }  // namespace depcompare

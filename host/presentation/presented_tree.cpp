@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "draft/marked_id.h"
+
 namespace depcompare {
 
 using ::comparisons::DiffMetrics;
@@ -43,10 +45,11 @@ void EntryCounts::count(const Item& item) {
 }
 
 PresentedTree::PresentedTree(std::shared_ptr<const GraphComparison> comparison,
-                             EnabledFilters filters)
+                             EnabledFilters filters, OldIDs oldIDs)
     : FilteredGraphTree(*comparison),
       comparison_(std::move(comparison)),
       filters_(std::move(filters)),
+      oldIDs_(std::move(oldIDs)),
       numbers_(entries().size()) {
     if (filters_.size() > maxFilters) {
         throw std::logic_error("a filter is enabled twice");
@@ -56,6 +59,16 @@ PresentedTree::PresentedTree(std::shared_ptr<const GraphComparison> comparison,
 
 bool PresentedTree::isMoved(Match match) {
     return match->getIsOrderMove().any() || match->getIsHierMove().any();
+}
+
+std::optional<std::u16string> PresentedTree::oldID(Match match) const {
+    if (oldIDs_.empty()) {
+        return std::nullopt;
+    }
+    const auto* const file =
+        std::get_if<std::shared_ptr<dependency::graph::Node>>(&anySide(compared(match).edit));
+    const auto found = file == nullptr ? oldIDs_.end() : oldIDs_.find(idAsRead((*file)->getID()));
+    return found == oldIDs_.end() ? std::nullopt : std::optional(found->second);
 }
 
 std::optional<DiffMetrics<2>> PresentedTree::metrics(Match match) const {

@@ -6,8 +6,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
+#include <string>
 #include <variant>
 #include <vector>
 
@@ -56,11 +59,17 @@ class PresentedTree final : public dependency::comparisons::FilteredGraphTree {
     using ViewModel = dependency::comparisons::FilteredViewModel;
     using ComparedEntry = ::comparisons::TreeEntry<dependency::comparisons::ItemEdit>;
 
+    /// Which IDs left nodes have in their file, by the others that they were given instead.
+    using OldIDs = std::map<std::u16string, std::u16string, std::less<>>;
+
     /// Requires: `comparison` non-null, `filters` in order.
     PresentedTree(std::shared_ptr<const dependency::comparisons::GraphComparison> comparison,
-                  EnabledFilters filters);
+                  EnabledFilters filters, OldIDs oldIDs = {});
 
     [[nodiscard]] static bool isMoved(Match match);
+
+    /// Returns: for a file that was renamed, its ID in the left file.
+    [[nodiscard]] std::optional<std::u16string> oldID(Match match) const;
 
     [[nodiscard]] const EnabledFilters& filters() const { return filters_; }
     [[nodiscard]] const ComparedEntry& compared(Match match) const {
@@ -111,6 +120,7 @@ class PresentedTree final : public dependency::comparisons::FilteredGraphTree {
 
     std::shared_ptr<const dependency::comparisons::GraphComparison> comparison_;
     EnabledFilters filters_;
+    OldIDs oldIDs_;
     ::comparisons::FilteredVMFactoryRegistry<Filters, 2> registry_ =
         dependency::comparisons::getTwoFilteredVMFactoryRegistry();
     std::vector<std::uint8_t> hiddenBy_;  // by entry: the filter's place, or one after the last

@@ -2,8 +2,10 @@
 // What every form of report is written from.
 #include <array>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <dependency/comparisons/compare_graphs.h>
 
@@ -31,10 +33,12 @@ struct Report {
     [[nodiscard]] std::string_view verdict() const;
 };
 
-/// Compares two graphs and computes summary, ledger and insights.
+/// Compares two graphs and computes summary, ledger and insights, for which `renames` is as in
+/// `findInsights`.
 ///
 /// Throws: `LedgerError`, and what the comparison and `findInsights` throw.
 [[nodiscard]] Report makeReport(Inputs inputs, std::array<std::string, 2> arguments,
-                                EnabledFilters filters, const InsightOptions& options = {});
+                                EnabledFilters filters, const InsightOptions& options = {},
+                                std::optional<std::vector<ListedRename>> renames = std::nullopt);
 
 }  // namespace depcompare

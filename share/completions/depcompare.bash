@@ -11,20 +11,22 @@ _depcompare() {
         -f | --format) choices='text json html markdown summary' ;;
         --color | --progress) choices='auto always never' ;;
         --filter) choices='nonstructural unchanged' ;;
-        --fail-on) choices='any structural none' ;;
+        --fail-on) choices='any structural cycles none' ;;
+        --insights) choices='off short full' ;;
         --input-format) choices='auto cyclonedx graphml spdx dependency-cruiser madge esbuild nx npm-ls package-lock cargo pipdeptree
                 conan maven-json maven-tree gradle node-link jgf dot csv tsv list' ;;
         --convert) choices='csv jgf' ;;
         --node-id) choices='auto id name' ;;
         --report)
-            choices='text= json= html= markdown= summary='
+            choices='text= json= html= markdown= summary= renames='
             compopt -o nospace
             ;;
-        --locale | --file-type | --max-*) return ;;
+        --locale | --file-type | --max-* | --area* | --link-type | --rename | --why) return ;;
         *)
             [[ $word == -* ]] || return
             choices='-f --format -o --output --report --max-bytes -q --quiet --locale --color
-                --progress --no-pager --filter --no-filter --fail-on --input-format --list-formats --node-id
+                --progress --no-pager --filter --no-filter --fail-on --insights --area-depth --area
+                --area-separator --link-type --renames --rename --why --input-format --list-formats --node-id
                 --file-type --allow-empty --max-input-bytes --max-nesting --max-nodes --max-edges
                 --max-text-bytes --convert --textconv --git -h --help --help-all --version'
             ;;

@@ -14,7 +14,7 @@ choices=$(sed -nE 's/^(-[a-z], )?(--[a-z-]+) ([a-z-]+(\|[a-z-]+)*)$/\2 \3/p' <<<
 # "--option  its description", without what the list adds of repetition and default
 described=$("$program" --help-all | sed -nE '/^ {2,6}-/ {
     /-.*  /!{ N; s/\n +/  /; }
-    s/^ +(-[a-z], )?(--[a-z-]+)( [^ ]+)? +/\2  /; s/ \[[^]]*\]$//; s/; may be repeated$//; p; }')
+    s/^ +(-[a-z], )?(--[a-z-]+)( [^ ]+)?( [A-Z])? +/\2  /; s/ \[[^]]*\]$//; s/; may be repeated$//; p; }')
 failed=0
 
 # same NAME EXPECTED GOT: sets of lines, told apart

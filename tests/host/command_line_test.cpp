@@ -125,7 +125,7 @@ TEST(ParseCommandLine, mistakesAreToldInOneLine) {
         {"l --git l r", "--git must be the last option, followed only by what git appends"},
         {"--git l r -q",
          "--git: expected 1, 2, 7 or 9 arguments from git, got 3; --git must be the last option"},
-        {"l r --fail-on all", "--fail-on: all not in {any,structural,none}"},
+        {"l r --fail-on all", "--fail-on: all not in {any,structural,cycles,none}"},
         {"l r --max-nodes 0", "--max-nodes: Value 0 not in range 1 to 2000000000"},
         {"l r --filter", "--filter: 1 required NAME missing"},
     };

@@ -33,13 +33,19 @@ TEST_F(Program, theTrueNumbersOfAllSamplePairsComeOut) {
                                         (samples / pair["new"].get<std::string>()).string() + "'");
             ASSERT_EQ(outcome.status, 1) << about << outcome.error;
             EXPECT_EQ(outcome.error, "") << about;
-            const json summary = json::parse(outcome.output)["summary"];
+            const json report = json::parse(outcome.output);
+            const json& summary = report["summary"];
             for (const char* kind : {"files", "groups"}) {
                 json counted = summary[kind];
                 counted["common"] = counted["changed"].get<int>() + counted["unchanged"].get<int>();
                 for (const auto& [number, expected] : pair[kind].items()) {
                     EXPECT_EQ(counted[number], expected) << about << ' ' << kind << ' ' << number;
                 }
+            }
+            const json insights = pair.value("insights", json::object());
+            for (const auto& [place, expected] : insights.items()) {
+                const json& found = report["insights"][json::json_pointer(place)];
+                EXPECT_EQ(found.is_array() ? json(found.size()) : found, expected) << place;
             }
         }
     }
@@ -77,6 +83,129 @@ TEST_F(Program, errorsAreOneLineAndStatusTwo) {
     // A reader that has seen enough ends the process as the signal would.
     EXPECT_EQ(shell("{ sleep 0.2; $P " + both + "; echo $? >status; } | true; sleep 1").error, "");
     EXPECT_EQ(contentOf(folder_ / "status"), "141\n");
+}
+
+TEST_F(Program, optionsOfInsightsAreCheckedBeforeAnythingIsWritten) {
+    write("old", "a x\na y/x\n");
+    write("new", "a b\na y/x\n");
+    write("bad", "x\ta\n\nx a\n");
+    const std::pair<const char*, const char*> cases[] = {
+        {"--insights all", "--insights: all not in {off,short,full}"},
+        {"--area-depth 0", "--area-depth: Value 0 not in range 1 to 1000"},
+        {"--area p --area-depth 2", "--area-depth excludes --area"},
+        {"--area p", "new: no node has the property \"p\", here or in the other graph (--area)"},
+        {"--area-separator ''", "--area-separator: the text is empty"},
+        {"--link-type '!'", "--link-type: \"!\" names no type"},
+        {"--fail-on cycles --insights off", "--fail-on cycles excludes --insights off"},
+        {"--report renames=r --renames off",
+         "a report of renames excludes --insights off and --renames off"},
+        {"--rename x", "--rename: x is not OLD=NEW; IDs with a = can be in a file for --renames"},
+        {"--rename x=b --renames off", "stated renames exclude --renames off"},
+        {"--rename z=b", "old: node \"z\" of a stated rename does not exist"},
+        {"--rename a=b", "new: node \"a\" of a stated rename was not removed"},
+        {"--rename x=a", "old: node \"a\" of a stated rename was not added"},
+        {"--rename x=b --rename x=b", "old: node \"x\" of a stated rename has two new IDs"},
+        {"--renames nowhere", "nowhere: No such file or directory"},
+        {"--renames bad", "bad:3: not OLD<TAB>NEW"},
+        {"--why a b -f json", "--why excludes --format, --report, --convert and --textconv"},
+        {"--why a", "RIGHT is required"},
+        {"--why a z", "--why: no node has an ID that ends in z"},
+        {"--why a /y", "--why: no node has an ID that ends in /y"},
+    };
+    for (const auto& [words, expected] : cases) {
+        const Outcome outcome = run(std::string("--input-format list ") + words + " old new");
+        EXPECT_EQ(outcome.status, 2) << words;
+        EXPECT_EQ(outcome.output, "") << words;
+        EXPECT_EQ(outcome.error, std::string("depcompare: ") + expected + "\n");
+    }
+    EXPECT_EQ(run("-q --input-format list --insights short --link-type no* old new").error,
+              "depcompare: warning: --link-type no*: no dependency has such a type\n");
+}
+
+TEST_F(Program, newCyclesAndPathsAreAskedFor) {
+    const auto modules = [&](const char* name, const char* edge) {
+        write(name,
+              std::string(R"({"modules": [{"source": "a", "dependencies": [{"resolved": "b"}]},
+            {"source": "b", "dependencies": [)") +
+                  edge + R"(]}], "summary": {}})");
+    };
+    modules("none", "");
+    modules("soft", R"({"resolved": "a", "dependencyTypes": ["type-only"], "circular": true})");
+    modules("hard", R"({"resolved": "a", "dependencyTypes": ["import"], "circular": true})");
+    const std::pair<const char*, int> cases[] = {{"none none", 0},
+                                                 {"none soft", 0},
+                                                 {"none hard", 1},
+                                                 {"soft hard", 1},
+                                                 {"hard hard", 0},
+                                                 {"hard none", 0},
+                                                 {"none hard --link-type circular", 0}};
+    for (const auto& [words, status] : cases) {
+        EXPECT_EQ(run(std::string("-q --fail-on cycles ") + words).status, status) << words;
+        EXPECT_EQ(run(std::string("-f summary --fail-on cycles ") + words).status, status) << words;
+    }
+    const json insights = json::parse(run("-f json none soft").output)["insights"];
+    EXPECT_EQ(insights["cycles"]["families"], json::parse(R"([{"edit": "added", "left": [],
+        "right": [["a", "b"]], "closing": [["b", "a"]], "opened": [], "cycle": ["a", "b"]}])"));
+    EXPECT_EQ(insights["hardCycles"]["right"], 0);
+
+    write("old", "m/a m/b\nm/b m/c\n");
+    write("new", "m/a m/b\nm/b m/c\nm/a m/c\n");
+    const std::tuple<const char*, const char*, int> questions[] = {
+        {"a c", "old: 2 links\n  m/a\n  -> m/b\n  -> m/c\nnew: 1 link\n  m/a\n+ -> m/c\n", 1},
+        {"m/a b", "old: 1 link\n  m/a\n  -> m/b\nnew: 1 link\n  m/a\n  -> m/b\n", 0},
+        {"c a", "old: no path\nnew: no path\n", 0}};
+    for (const auto& [ends, expected, status] : questions) {
+        const Outcome outcome = run(std::string("--input-format list --why ") + ends + " old new");
+        EXPECT_EQ(outcome.output, expected) << outcome.error;
+        EXPECT_EQ(outcome.status, status);
+    }
+}
+
+TEST_F(Program, appliedRenamesAreSeenInEveryReport) {
+    const auto graph = [&](const char* name, const std::string& id, const char* size) {
+        write(name, R"({"graph": {"nodes": {"m": {}, ")" + id + R"(": {"metadata": {"sum": "1",
+            "checksum": "77", "size": ")" +
+                        size + R"("}}}, "edges": [
+            {"source": "m", "target": ")" +
+                        id + R"("}]}})");
+    };
+    graph("old", "src/a.c", "1");
+    graph("new", "lib/b.c", "2");
+    EXPECT_EQ(run("-q old new").status, 1);
+    EXPECT_EQ(run("-q --renames apply old new").status, 0);
+    const std::pair<const char*, const char*> forms[] = {
+        {"text", "lib/b.c \u2190 src/a.c"},
+        {"markdown", "`lib/b.c` \u2190 `src/a.c`"},
+        {"html", "<bdi>lib/b.c</bdi> \u2190 <bdi>src/a.c</bdi>"},
+        {"json", R"("renamedFrom":"src/a.c")"}};
+    for (const auto& [form, expected] : forms) {
+        const auto words = std::string("--no-filter --renames apply old new -f ") + form;
+        EXPECT_NE(run(words).output.find(expected), std::string::npos) << form;
+    }
+    // The list of renames can be read again, and says the same.
+    const Outcome outcome = run("-f json --renames apply --report renames=list old new");
+    const json renames = json::parse(outcome.output)["insights"]["renames"];
+    EXPECT_EQ(renames[0]["applied"], true);
+    EXPECT_EQ(renames[0]["evidence"]["digest"], "checksum");
+    EXPECT_TRUE(contentOf(folder_ / "list").starts_with("src/a.c\tlib/b.c\tprobable "));
+    EXPECT_EQ(run("-q --renames list --renames apply old new").status, 0);
+    write("list", "!src/a.c\tlib/b.c\n");
+    EXPECT_EQ(run("-q --renames list --renames apply old new").status, 1);
+    const auto causes = [&](const std::string& options) {
+        return json::parse(run("-f json old new " + options).output)["insights"]["causes"]["added"];
+    };
+    EXPECT_EQ(causes("")["rename"], 1);
+    EXPECT_EQ(causes("--renames off")["target"], 1);
+}
+
+TEST_F(Program, aGraphComparedWithItselfHasNoInsightsButCounts) {
+    const json report = json::parse(run("-f json " + newer + ' ' + newer).output);
+    for (const char* place :
+         {"/cycles/families", "/reach/files", "/reach/links", "/areas/links", "/others/added",
+          "/others/removed", "/renames", "/causes/targets", "/causes/rewired"}) {
+        EXPECT_EQ(report["insights"][json::json_pointer(place)], json::array()) << place;
+    }
+    EXPECT_FALSE(json::parse(run("-f json --insights off " + both).output).contains("insights"));
 }
 
 TEST_F(Program, nothingToCompareIsNeverTakenForNoDifference) {

@@ -23,7 +23,7 @@ validator = jsonschema.Draft202012Validator(schema)
 
 def report(left, right, *options):
     words = [program, "-f", "json", *options]
-    done = subprocess.run([*words, f"{examples}/{left}.graphml", f"{examples}/{right}.graphml"],
+    done = subprocess.run([*words, f"{examples}/{left}", f"{examples}/{right}"],
                           capture_output=True, check=False)
     assert done.returncode in (0, 1), done.stderr
     return json.loads(done.stdout)
@@ -34,14 +34,17 @@ def fault_in(value):
     return f"{list(errors[0].path)}: {errors[0].message[:300]}" if errors else None
 
 
-notes = "notes-1.0", "notes-1.1"
-ninja = "ninja-v1.8.2", "ninja-v1.12.1"
+notes = "notes-1.0.graphml", "notes-1.1.graphml"
+ninja = "ninja-v1.8.2.graphml", "ninja-v1.12.1.graphml"
+axios = "axios-0.27.2.json", "axios-1.7.9.json"
 reports = {
     "ninja": report(*ninja),
     "ninja, everything": report(*ninja, "--no-filter"),
     "ninja, both filters": report(*ninja, "--filter", "unchanged", "--filter", "nonstructural"),
     "notes, everything": report(*notes, "--no-filter"),
     "the same twice": report(notes[0], notes[0]),
+    "ninja, no insights": report(*ninja, "--insights", "off"),
+    "axios, renames applied": report(*axios, "--renames", "apply"),
     "in German": report(*notes, "--locale", "de_DE", "--no-filter"),
 }
 failures = 0
@@ -73,6 +76,8 @@ faults = [
     ([*file, "position"], [0]), ([*file, "left", "id"], None), ([*file, "metrics"], [0, 0, 0]),
     ([*file, "detail", "rows", 0, "right"], {"name": "lines"}), ([*file, "kind"], "group"),
     ([*group, "edit"], "added"), ([*group, "detail", "type"], "table"),
+    (["insights", "cycles"], None), (["insights", "areas", "depth"], 0),
+    (["insights", "reach", "left", "cost"], 2), (["insights", "causes", "added", "file"], -1),
     ([*group, "detail", "parts", 0, "columns"], ["one"]), ([*group, "children"], [{}]),
 ]
 for path, value in faults:

@@ -14,6 +14,7 @@
 #include "output/json_writer.h"
 #include "presentation/account_json.h"
 #include "presentation/entry_label.h"
+#include "presentation/insights_json.h"
 
 namespace depcompare {
 
@@ -117,6 +118,10 @@ class JsonReport {
         }
         json_.endArray();
         writeAccount(report_, json_);
+        if (report_.insights) {
+            json_.key("insights");
+            writeInsights(*report_.insights, json_);
+        }
         json_.key("tree");
         writeEntry(0);
         json_.endObject();
@@ -151,6 +156,9 @@ class JsonReport {
         if (PresentedTree::isMoved(match)) {
             json_.key("moved");
             json_.boolean(true);
+        }
+        if (const auto oldID = report_.tree->oldID(match)) {
+            json_.member("renamedFrom", *oldID);
         }
         writePosition(compared.positions);
         for (const Side side : sides) {

@@ -112,6 +112,9 @@ std::string titleOf(const EntryLabel& label) {
             notes.push_back(codeOf(*label.downstreamType));
         }
     }
+    if (label.oldID) {
+        title += fmt::format(" \u2190 {}", codeOf(*label.oldID));
+    }
     for (const std::string_view remark : label.remarks()) {
         notes.emplace_back(remark);
     }

@@ -89,6 +89,9 @@ class Changes {
         if (label.downstreamType) {
             output_.print(" <small><bdi>{}</bdi></small>", htmlText(*label.downstreamType));
         }
+        if (label.oldID) {
+            output_.print(" \u2190 <bdi>{}</bdi>", htmlText(*label.oldID));
+        }
         for (const std::string_view remark : label.remarks()) {
             output_.print(" <small>{}</small>", remark);
         }

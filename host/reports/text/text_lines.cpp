@@ -50,7 +50,7 @@ std::u16string nameIn(const EntryLabel& label) {
         case EntryKind::graph:
             return u"graph";
         case EntryKind::file:
-            return visible(label.id);
+            return visible(label.id) + (label.oldID ? u" \u2190 " + visible(*label.oldID) : u"");
         case EntryKind::group:
             break;
     }
