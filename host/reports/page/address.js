@@ -1,31 +1,17 @@
 // The address's fragment: which entry, and how the reader sees it.
 import { Comparison } from "./data.js";
 import { edits } from "./edits.js";
+import { longID, partsOf } from "./guide.js";
 import { View } from "./view.js";
-
-/** Longer IDs are not written out. */
-const longID = 500;
 
 /**
  * @param {Comparison} data
  * @param {View} view
- * @param {number} entry
+ * @param {number} place an entry or folder
  * @returns {string}
  */
-export function addressOf(data, view, entry) {
-  const parts = new URLSearchParams();
-  if (entry !== 0) {
-    const file = data.id(data.fileOfEntry[entry]);
-    const target = data.isGroup(entry) ? data.id(data.targetOfEntry[entry]) : "";
-    if (file.length + target.length > longID) {
-      parts.set("entry", String(entry));
-    } else {
-      parts.set("file", file);
-      if (data.isGroup(entry)) {
-        parts.set("needs", target);
-      }
-    }
-  }
+export function addressOf(data, view, place) {
+  const parts = new URLSearchParams(place < 0 ? { folder: view.folders.paths[~place].slice(0, longID) } : partsOf(data, place));
   if (view.choice !== data.head.choice) {
     parts.set("hide", listOf(data.filters, view.choice));
   }
@@ -61,7 +47,8 @@ function bitsOf(all, list) {
  * @param {string} address
  * @param {Comparison} data
  * @param {View} view
- * @returns {number} the entry; 0 if it does not exist
+ * @returns {{place: number, missing: string[]}} the entry or folder, the nearest one if it does not
+ *          exist, and then what the address asks for: a node or folder, or both ends of a link
  */
 export function openAddress(address, data, view) {
   const parts = new URLSearchParams(address.replace(/^#/, ""));
@@ -69,21 +56,26 @@ export function openAddress(address, data, view) {
   view.only = bitsOf(edits, parts.get("only"));
   view.search(parts.get("search") ?? "");
   view.update();
-  const number = Number(parts.get("entry"));
-  if (Number.isInteger(number) && number > 0 && number < data.count) {
-    return number;
+  const number = parts.get("entry");
+  if (number !== null) {
+    const exists = /^\d+$/.test(number) && Number(number) < data.count;
+    return { place: exists ? Number(number) : 0, missing: exists ? [] : [`entry ${number}`] };
+  }
+  const path = parts.get("folder");
+  if (path !== null) {
+    const folder = view.folders.byPath.get(path);
+    return { place: folder === undefined ? 0 : ~folder, missing: folder === undefined ? [path] : [] };
   }
   const id = parts.get("file");
-  const file = id === null ? -1 : data.fileWithID(id);
+  if (id === null) {
+    return { place: 0, missing: [] };
+  }
+  const file = data.fileWithID(id);
   if (file < 0) {
-    return 0;
+    return { place: 0, missing: [id] };
   }
-  const entry = data.entryOfFile[file];
   const needs = parts.get("needs");
-  for (let each = entry + 1; needs !== null && each < data.after(entry); ++each) {
-    if (data.id(data.targetOfEntry[each]) === needs) {
-      return each;
-    }
-  }
-  return entry;
+  const entry = needs === null ? -1 : data.entryOfLink(id, needs);
+  return needs === null || entry >= 0 ? { place: entry < 0 ? data.entryOfFile[file] : entry, missing: [] }
+                                      : { place: data.entryOfFile[file], missing: [id, needs] };
 }

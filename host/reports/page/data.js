@@ -11,6 +11,14 @@ import { decoded, numbersIn, Texts, unpack } from "./packed.js";
 /** @typedef {{name: string, type: string}} End */
 /** @typedef {{ends: End[][] | null, tables: Table[]}} Detail */
 
+/**
+ * What the differences mean, as in the JSON report.
+ * @returns {Promise<any>} null if the page does not have it
+ */
+export async function loadInsights() {
+  return document.getElementById("data-insights") ? JSON.parse(decoded(await unpack("insights"))) : null;
+}
+
 export class Comparison {
   /** @returns {Promise<Comparison>} */
   static async load() {
@@ -50,7 +58,7 @@ export class Comparison {
     /** @type {string[] | null} */
     this.lowered = null;
     /** @type {Map<string, number> | null} */
-    this.filesByID = null;
+    this.nodesByID = null;
   }
 
   /** @param {Int32Array} targets by group */
@@ -140,16 +148,41 @@ export class Comparison {
 
   /**
    * @param {string} id
+   * @returns {number} the node, of several the one that is a file; or -1
+   */
+  nodeWithID(id) {
+    if (!this.nodesByID) {
+      this.nodesByID = new Map();
+      for (let node = this.head.nodes - 1; node >= 0; --node) {
+        this.nodesByID.set(this.id(node), node);
+      }
+    }
+    return this.nodesByID.get(id) ?? -1;
+  }
+
+  /**
+   * @param {string} id
    * @returns {number} the file, or -1
    */
   fileWithID(id) {
-    if (!this.filesByID) {
-      this.filesByID = new Map();
-      for (let file = 0; file < this.files; ++file) {
-        this.filesByID.set(this.id(file), file);
-      }
+    const node = this.nodeWithID(id);
+    return this.isFile(node) ? node : -1;
+  }
+
+  /**
+   * @param {string} upstream
+   * @param {string} downstream
+   * @returns {number} the group of the dependencies between two nodes, or -1
+   */
+  entryOfLink(upstream, downstream) {
+    const file = this.fileWithID(upstream);
+    const target = this.nodeWithID(downstream);
+    if (file >= 0 && target >= 0) {
+      const own = this.entryOfFile[file];
+      const place = this.targetOfEntry.subarray(own + 1, this.after(own)).indexOf(target);
+      return place < 0 ? -1 : own + 1 + place;
     }
-    return this.filesByID.get(id) ?? -1;
+    return -1;
   }
 
   /**

@@ -1,9 +1,10 @@
 // One entry in full: its name and edit, its tables with both sides, and a file's neighbourhood.
 import { Comparison } from "./data.js";
-import { badgeOf, edits, signOf } from "./edits.js";
-import { overviewOf } from "./overview.js";
+import { badgeOf, edits, signOf, tallyOf, unchangedEdit } from "./edits.js";
+import { cutList, Guide } from "./guide.js";
+import { mostChanged } from "./overview.js";
 import { legend, neighboursOf, pictureOf } from "./picture.js";
-import { counted, element, graphText, pathText, plainNumber, wholeText } from "./text.js";
+import { clipped, counted, element, graphText, pathText, plainNumber, wholeText } from "./text.js";
 import { View } from "./view.js";
 
 /** @typedef {import("./data.js").Row} Row */
@@ -12,54 +13,92 @@ import { View } from "./view.js";
 
 const longList = 60;
 const longTable = 500;
+const mostChangedLinks = 12;
 
 export class DetailPane {
   /**
    * @param {HTMLElement} box
    * @param {Comparison} data
    * @param {View} view
-   * @param {(entry: number) => void} follow
+   * @param {Guide} guide
    * @param {() => void} unfilter
    */
-  constructor(box, data, view, follow, unfilter) {
+  constructor(box, data, view, guide, unfilter) {
     this.box = box;
     this.data = data;
     this.view = view;
-    this.follow = follow;
+    this.guide = guide;
     this.unfilter = unfilter;
-    this.entry = -1;
+    this.place = -1;
   }
 
-  /** @param {number} entry */
-  async show(entry) {
-    const isNew = entry !== this.entry;
-    this.entry = entry;
-    const detail = await this.data.detail(entry);
-    if (entry !== this.entry) {
+  /** @param {number} place an entry or folder */
+  async show(place) {
+    this.place = place;
+    if (place < 0) {
+      this.box.replaceChildren(...this.folder(~place));
+      return;
+    }
+    const detail = await this.data.detail(place);
+    if (place !== this.place) {
       return;  // the reader has gone on
     }
-    const file = this.data.fileOfEntry[entry];
-    const parts = [this.heading(entry), ...this.ends(entry, detail.ends)];
-    if (entry === 0) {
-      parts.push(...overviewOf(this.data, this.follow));
+    const parts = place === 0 ? [] : [this.heading(place), ...this.ends(place, detail.ends)];
+    if (place !== 0 && !this.data.isGroup(place)) {
+      parts.push(...this.neighbourhood(this.data.fileOfEntry[place]), ...this.changedLinks(place));
     }
-    parts.push(...this.tables(entry, detail.tables));
-    if (entry !== 0 && !this.data.isGroup(entry)) {
-      parts.push(...this.neighbourhood(file));
+    this.box.replaceChildren(...parts, ...this.tables(place, detail.tables));
+    const frame = this.box.querySelector(".frame");
+    if (frame) {
+      frame.scrollLeft = (frame.scrollWidth - frame.clientWidth) / 2;
     }
-    this.box.replaceChildren(...parts);
-    if (isNew) {
-      this.box.scrollTop = 0;
+  }
+
+  /** @param {number} folder */
+  folder(folder) {
+    const { folders } = this.view;
+    const [added, removed, ...links] = folders.tallies[folder];
+    const most = mostChanged(this.data, this.guide, folders.filesIn(folder));
+    const about = element("p", { class: "about" }, element("span", { class: "fact" }, counted(folders.files[folder], "file")),
+                          tallyOf([added, removed], "Files"));
+    if (links.some((count) => count > 0)) {
+      about.append(element("span", { class: "fact" }, "links of its files"), tallyOf(links, "Links") ?? "");
     }
+    return [element("header", { class: "of" }, element("h2", {}, wholeText(folders.paths[folder], pathText)), about),
+            most ?? element("p", { class: "note" }, "No link of its files was added, removed or changed.")];
+  }
+
+  /**
+   * What differs in each link of a file.
+   * @param {number} own the file's entry
+   * @returns {Node[]}
+   */
+  changedLinks(own) {
+    const { data } = this;
+    const entries = Array.from({ length: data.after(own) - own - 1 }, (_, i) => own + 1 + i)
+        .filter((entry) => data.edit(entry) !== unchangedEdit).sort((a, b) => data.edit(a) - data.edit(b) || a - b);
+    if (entries.length === 0) {
+      return [];
+    }
+    const parts = cutList(entries, mostChangedLinks, (entry) => {
+      const item = element("li", {}, this.guide.to(entry, { class: "edge-link" }, signOf(data.edit(entry)),
+                                                   pathText(data.id(data.targetOfEntry[entry]), 80)));
+      data.detail(entry).then(({ tables }) => {
+        const rows = tables.flatMap(({ labels, rows: some }) => some.filter((row) => row.edit !== unchangedEdit)
+            .map((row) => rowInWords(row, labels[0].includes("\n") ? labels[0].split("\n")[0] : "")));
+        item.append(...cutList(rows, 4, (row) => row, element("ul", { class: "link-rows" }), "dependency", "dependencies"));
+      });
+      return item;
+    }, element("ul", { class: "plain-list changed-links" }), "link");
+    return [element("section", {}, element("h3", {}, "What changed in its links ", element("span", { class: "count" }, plainNumber(entries.length))),
+                    ...parts)];
   }
 
   /** @param {number} entry */
   heading(entry) {
     const { data, view } = this;
     const about = element("p", { class: "about" });
-    if (entry !== 0 || data.edit(0) !== 3) {
-      about.append(badgeOf(data.edit(entry)));
-    }
+    about.append(badgeOf(data.edit(entry), data.isGroup(entry) ? "" : "properties "));
     if (data.isMoved(entry)) {
       about.append(element("span", { class: "tag" }, "moved"));
     }
@@ -67,9 +106,6 @@ export class DetailPane {
       about.append(element("span", { class: "tag" }, "hidden by the filters"));
     }
     const file = data.fileOfEntry[entry];
-    if (entry === 0) {
-      return element("header", { class: "of" }, element("h2", {}, "Whole graph"), about);
-    }
     if (!data.isGroup(entry)) {
       about.append(...this.nameAndType(file));
       return element("header", { class: "of" },
@@ -110,13 +146,7 @@ export class DetailPane {
     if (!data.isFile(node) || data.entryOfFile[node] === from) {
       return pathText(data.id(node));
     }
-    return element("a", {
-      href: `#file=${encodeURIComponent(data.id(node).slice(0, 2000))}`,
-      onclick: (/** @type {Event} */ event) => {
-        event.preventDefault();
-        this.follow(data.entryOfFile[node]);
-      },
-    }, pathText(data.id(node)));
+    return this.guide.to(data.entryOfFile[node], {}, pathText(data.id(node)));
   }
 
   /**
@@ -191,18 +221,9 @@ export class DetailPane {
         ? ["", nameLabel, of(valueLabel, "Old"), of(valueLabel, "New")]
         : ["", of(nameLabel, "Old"), of(valueLabel, "Old"), of(nameLabel, "New"), of(valueLabel, "New")];
     const box = element("section", {}, caption && element("h3", {}, graphText(caption)));
-    const drawn = rows.slice(0, longTable).map((row) => tableRow(row, sameNames));
-    const made = table(heads, drawn);
-    box.append(made);
-    if (rows.length > longTable) {
-      const more = element("button", { type: "button", class: "quiet" },
-                           `Show ${counted(rows.length - longTable, "more row", "more rows")}`);
-      more.addEventListener("click", () => {
-        made.tBodies[0].append(...rows.slice(longTable).map((row) => tableRow(row, sameNames)));
-        more.remove();
-      });
-      box.append(more);
-    }
+    const made = table(heads, []);
+    const [, ...more] = cutList(rows, longTable, (row) => tableRow(row, sameNames), made.tBodies[0], "row");
+    box.append(made, ...more);
     return box;
   }
 
@@ -213,7 +234,7 @@ export class DetailPane {
     return [element("section", { class: "neighbourhood" },
                     element("h3", {}, "Neighbourhood"),
                     element("div", { class: "frame" },
-                            pictureOf(this.data, file, neighbours, this.follow), legend()),
+                            pictureOf(this.data, file, neighbours, this.guide.follow), legend()),
                     element("div", { class: "lists" },
                             this.list("Needs it", "Nothing needs it.", needsIt),
                             this.list("It needs", "It needs nothing.", itNeeds)))];
@@ -232,27 +253,25 @@ export class DetailPane {
       box.append(element("p", { class: "note" }, none));
       return box;
     }
-    const items = (/** @type {Neighbour[]} */ some) => some.map(({ entry, node, edit }) => element(
-        "li", {}, element("a", {
-          class: "edge-link", href: "#", title: "Show the dependencies",
-          onclick: (/** @type {Event} */ event) => {
-            event.preventDefault();
-            this.follow(entry);
-          },
-        }, signOf(edit), pathText(this.data.id(node), 80))));
-    const list = element("ul", {}, ...items(neighbours.slice(0, longList)));
-    box.append(list);
-    if (neighbours.length > longList) {
-      const more = element("button", { type: "button", class: "quiet" },
-                           `Show all ${plainNumber(neighbours.length)}`);
-      more.addEventListener("click", () => {
-        list.append(...items(neighbours.slice(longList)));
-        more.remove();
-      });
-      box.append(more);
-    }
+    box.append(...cutList(neighbours, longList, ({ entry, node, edit }) => element("li", {}, this.guide.to(
+        entry, { class: "edge-link", title: "Show the dependencies" }, signOf(edit), pathText(this.data.id(node), 80))),
+                          element("ul"), "link"));
     return box;
   }
+}
+
+/**
+ * A row of a link's table on one line.
+ * @param {Row} row
+ * @param {string} caption
+ */
+function rowInWords({ edit, sides: [left, right] }, caption) {
+  const text = (/** @type {import("./data.js").Parameter | null} */ side) => side &&
+      [side.name, side.value].filter(Boolean).map((part) => clipped(part, 80)).join(" \u2192 ");
+  const [before, after] = [text(left), text(right)];
+  return element("li", {}, signOf(edit), caption && element("span", { class: "caption" }, graphText(caption), " "),
+                 ...(before && after && before !== after ? [graphText(before), element("b", {}, " \u21d2 "), graphText(after)]
+                                                         : [graphText(after ?? before ?? "")]));
 }
 
 /**

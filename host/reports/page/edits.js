@@ -12,6 +12,14 @@ export const edits = [
 export const unchangedEdit = 3;
 
 /**
+ * @param {string} name
+ * @returns {number} the edit of this name
+ */
+export function editOf(name) {
+  return edits.findIndex((edit) => edit.name === name);
+}
+
+/**
  * @param {number} edit
  * @returns {HTMLElement}
  */
@@ -24,11 +32,12 @@ export function signOf(edit) {
 
 /**
  * @param {number} edit
+ * @param {string} what is changed, if not all of it can be
  * @returns {HTMLElement}
  */
-export function badgeOf(edit) {
+export function badgeOf(edit, what = "") {
   const { name, sign, words } = edits[edit];
-  return element("span", { class: `badge ${name}`, title: words }, `${sign} ${name}`);
+  return element("span", { class: `badge ${name}`, title: words }, `${sign} ${name === "changed" ? what : ""}${name}`);
 }
 
 /**

@@ -1,10 +1,11 @@
 // Puts the page together.
 import { addressOf, openAddress } from "./address.js";
-import { Comparison } from "./data.js";
+import { Comparison, loadInsights } from "./data.js";
 import { DetailPane } from "./detail.js";
 import { edits, signOf } from "./edits.js";
-import { hiddenBy, talliesOf } from "./overview.js";
-import { counted, element, plainNumber } from "./text.js";
+import { Guide } from "./guide.js";
+import { hiddenBy, overviewOf, talliesOf } from "./overview.js";
+import { clipped, counted, cutFromLeft, element, graphText, plainNumber, visibleText } from "./text.js";
 import { setUpTheme } from "./theme.js";
 import { Tree } from "./tree.js";
 import { View } from "./view.js";
@@ -18,8 +19,11 @@ function byID(id) {
 }
 
 class Page {
-  /** @param {Comparison} data */
-  constructor(data) {
+  /**
+   * @param {Comparison} data
+   * @param {any} insights
+   */
+  constructor(data, insights) {
     this.data = data;
     this.view = new View(data);
     if (data.count < fewEntries) {
@@ -33,8 +37,9 @@ class Page {
     byID("switches").append(...this.switches.map(({ box }) => box));
     byID("app").hidden = false;
     document.documentElement.classList.add("scripted");
-    const follow = (/** @type {number} */ entry) => this.follow(entry);
-    this.detail = new DetailPane(byID("detail"), data, this.view, follow, () => this.filter(0));
+    const guide = new Guide(data, (place) => this.follow(place));
+    byID("overview").append(...overviewOf(data, insights, guide));
+    this.detail = new DetailPane(byID("detail"), data, this.view, guide, () => this.filter(0));
     this.tree = new Tree(byID("tree"), data, this.view, (entry) => this.select(entry),
                          (entry) => this.follow(data.isGroup(entry) && data.isFile(data.targetOfEntry[entry])
                              ? data.entryOfFile[data.targetOfEntry[entry]] : entry));
@@ -69,18 +74,62 @@ class Page {
       this.view.setAllOpen(false);
       this.refresh();
     });
+    for (const name of ["files", "details"]) {
+      byID(`show-${name}`).addEventListener("click", () => this.showPane(name));
+    }
     window.addEventListener("hashchange", () => this.open());
     window.addEventListener("popstate", () => this.open());
   }
 
   /** Goes to where the address says. */
   open() {
-    const entry = openAddress(location.hash, this.data, this.view);
+    const { place, missing } = openAddress(location.hash, this.data, this.view);
     this.query.value = this.view.query;
-    this.view.reveal(entry);
-    this.tree.active = entry;
+    this.view.reveal(place);
+    this.tree.active = place;
     this.refresh();
-    this.tree.show(entry);
+    this.tree.show(place);
+    this.showPane("details");
+    const [from, to] = missing.map((id) => graphText(clipped(id)));
+    byID("notice").replaceChildren(...(to ? ["The address leads to a link from ", from, " to ", to] : ["The address leads to ", from ?? ""]),
+                                   ", which this comparison does not have.");
+    byID("notice").hidden = missing.length === 0;
+    const section = new URLSearchParams(location.hash.slice(1)).get("at");
+    if (section !== null) {
+      document.getElementById(`at-${section}`)?.scrollIntoView();
+    }
+  }
+
+  /**
+   * Where there is room for one half of the page only.
+   * @param {string} name "files" or "details"
+   */
+  showPane(name) {
+    document.documentElement.dataset.pane = name;
+    for (const each of ["files", "details"]) {
+      byID(`show-${each}`).setAttribute("aria-pressed", String(each === name));
+    }
+    if (name === "files") {
+      this.tree.show(this.tree.active);
+    }
+  }
+
+  /**
+   * Shows an entry or folder in the other half.
+   * @param {number} place
+   */
+  show(place) {
+    const { data, view } = this;
+    if (place !== this.detail.place) {
+      byID("pane").scrollTop = 0;
+      byID("notice").hidden = true;
+    }
+    byID("overview").hidden = place !== 0;
+    this.detail.show(place);
+    const id = place < 0 ? view.folders.nameOf(~place) : place === 0 ? ""
+        : data.isGroup(place) ? data.id(data.targetOfEntry[place]) : view.folders.nameOfFile(data.fileOfEntry[place]);
+    byID("show-details").textContent = place === 0 ? "Overview"
+        : `Details: ${place > 0 && data.isGroup(place) ? "\u2192 " : ""}${visibleText(cutFromLeft(id, 24))}`;
   }
 
   /** @param {number} edit */
@@ -132,29 +181,45 @@ class Page {
     const shown = view.counts.reduce((sum, count, edit) =>
         sum + (view.only === 0 || (view.only >> edit) & 1 ? count : 0), 0);
     const hidden = hiddenBy(data, view.choice);
-    byID("state").replaceChildren(
-        element("b", {}, plainNumber(shown)), ` of ${counted(data.count - 1, "file or group", "files and groups")}`,
-        hidden && element("span", { class: "hidden-by", title: `Hidden by the filters: ${hidden}` },
-                          `Hidden by filter: ${hidden}`));
+    const state = view.query !== "" ? this.matches(shown)
+        : [element("b", {}, plainNumber(shown)), ` of ${counted(data.count - 1, "file or link", "files and links")}`,
+           hidden && element("span", { class: "hidden-by", title: `Hidden by the filters: ${hidden}` },
+                             `Hidden by filter: ${hidden}`)];
+    byID("state").replaceChildren(...state.filter((part) => part !== ""));
     this.tree.show(this.tree.active);
-    this.detail.show(this.tree.active);
-    this.writeAddress(false);
-  }
-
-  /** @param {number} entry */
-  select(entry) {
-    this.detail.show(entry);
+    this.show(this.tree.active);
     this.writeAddress(false);
   }
 
   /**
-   * Goes to an entry as a link does, with a step in the history.
-   * @param {number} entry
+   * How many entries have the words that are searched for, and how many of them are hidden.
+   * @param {number} shown
    */
-  follow(entry) {
-    this.view.reveal(entry);
-    this.tree.show(entry);
-    this.detail.show(entry);
+  matches(shown) {
+    const hidden = this.view.hiddenHits;
+    return [element("b", {}, plainNumber(shown)), shown === 1 ? " match" : " matches",
+            hidden > 0 ? element("span", { class: "hidden-by" }, `${plainNumber(hidden)} more ${hidden === 1 ? "is" : "are"} hidden by the filters. `,
+                                 element("button", { type: "button", class: "quiet", id: "show-hidden", onclick: () => {
+                                   this.view.only = 0;
+                                   this.filter(0);
+                                 } }, "Show them")) : ""];
+  }
+
+  /** @param {number} place */
+  select(place) {
+    this.show(place);
+    this.writeAddress(false);
+  }
+
+  /**
+   * Goes to an entry or folder as a link does, with a step in the history.
+   * @param {number} place
+   */
+  follow(place) {
+    this.view.reveal(place);
+    this.tree.show(place);
+    this.show(place);
+    this.showPane("details");
     this.writeAddress(true);
   }
 
@@ -172,7 +237,8 @@ async function start() {
   const began = performance.now();
   setUpTheme();
   try {
-    new Page(await Comparison.load());
+    const [data, insights] = await Promise.all([Comparison.load(), loadInsights()]);
+    new Page(data, insights);
     document.documentElement.dataset.ready = String(Math.round(performance.now() - began));
   } catch (error) {
     byID("plain").prepend(element("p", { class: "trouble", role: "alert" },

@@ -1,16 +1,18 @@
 // The neighbourhood of a file as a picture: what needs it, the file, what it needs.
 import { Comparison } from "./data.js";
 import { edits, unchangedEdit } from "./edits.js";
-import { clipped, counted, element, visibleText } from "./text.js";
+import { beginOfName } from "./folders.js";
+import { clipped, cutFromLeft, element, plainNumber, visibleText } from "./text.js";
 
 /** @typedef {{entry: number, node: number, edit: number}} Neighbour a group and its other end */
 
 const width = 760;
-const boxWidth = 184;
-const boxHeight = 28;
+export const boxWidth = 184;
+export const boxHeight = 28;
 const step = 36;
 const margin = 26;  // above the boxes, for headings
 const mostBoxes = 10;
+const fewOfEdit = 3;
 const roomInBox = 25;
 
 /**
@@ -19,7 +21,7 @@ const roomInBox = 25;
  * @param {...(Node | string)} content
  * @returns {SVGElement}
  */
-function shape(name, attributes, ...content) {
+export function shape(name, attributes, ...content) {
   const made = document.createElementNS("http://www.w3.org/2000/svg", name);
   for (const [key, value] of Object.entries(attributes)) {
     if (value !== undefined) {
@@ -31,14 +33,28 @@ function shape(name, attributes, ...content) {
 }
 
 /**
- * Changes first, then by ID.
+ * By edit, then by ID: what did not change comes last.
  * @param {Comparison} data
  * @param {Neighbour[]} neighbours
  */
 function sorted(data, neighbours) {
-  return neighbours.sort((a, b) =>
-      Number(a.edit === unchangedEdit) - Number(b.edit === unchangedEdit) ||
-      (data.id(a.node) < data.id(b.node) ? -1 : 1));
+  return neighbours.sort((a, b) => a.edit - b.edit || (data.id(a.node) < data.id(b.node) ? -1 : 1));
+}
+
+/**
+ * Those that the picture has room for: of each edit a few, so that no edit hides another, and then the
+ * first ones.
+ * @param {Neighbour[]} neighbours
+ * @param {number} room
+ */
+function chosen(neighbours, room) {
+  const ranks = [0, 0, 0, 0];
+  const ranked = neighbours.map((each) => {
+    const rank = ranks[each.edit]++;
+    return { each, late: each.edit === unchangedEdit ? 2 : rank < fewOfEdit ? 0 : 1 };
+  });
+  const some = new Set(ranked.sort((a, b) => a.late - b.late).slice(0, room).map(({ each }) => each));
+  return neighbours.filter((each) => some.has(each));
 }
 
 /**
@@ -58,6 +74,14 @@ export function neighboursOf(data, file) {
 }
 
 /**
+ * @param {string} id
+ * @returns {string} its name, or all of an ID in `<` and `>`
+ */
+function labelOfNode(id) {
+  return cutFromLeft(id.startsWith("<") ? id : id.slice(beginOfName(id)), roomInBox);
+}
+
+/**
  * The edit of a node, which only files have.
  * @param {Comparison} data
  * @param {number} node
@@ -74,10 +98,9 @@ function editOfNode(data, node) {
  * @param {boolean} middle
  * @param {(() => void) | null} go
  */
-function nodeBox(data, node, x, y, middle, go) {
+export function nodeBox(data, node, x, y, middle, go) {
   const edit = editOfNode(data, node);
   const id = data.id(node);
-  const base = id.slice(id.lastIndexOf("/", id.length - 2) + 1);
   const sign = edit === null || edit === unchangedEdit ? "" : `${edits[edit].sign} `;
   const words = edit === null ? data.typeName(node) : edits[edit].name;
   const box = shape("g", {
@@ -88,7 +111,7 @@ function nodeBox(data, node, x, y, middle, go) {
   box.append(shape("rect", { width: boxWidth, height: boxHeight, rx: edit === null ? 14 : 5 }));
   box.append(shape("text", { x: boxWidth / 2, y: boxHeight / 2 + 4.5, "text-anchor": "middle" },
                    sign && shape("tspan", { class: "box-sign" }, sign),
-                   shape("tspan", {}, visibleText(clipped(base, roomInBox)))));
+                   shape("tspan", {}, visibleText(labelOfNode(id)))));
   if (go) {
     box.addEventListener("click", go);
   }
@@ -131,6 +154,17 @@ function column(count, height) {
 }
 
 /**
+ * How many of each edit are not drawn.
+ * @param {Neighbour[]} all
+ * @param {Neighbour[]} drawn
+ */
+function restOf(all, drawn) {
+  const left = edits.map((_, edit) => [all, drawn].map((some) => some.filter((each) => each.edit === edit).length))
+      .map(([every, shown], edit) => every > shown && `${edits[edit].sign}${plainNumber(every - shown)}`);
+  return `and ${left.filter(Boolean).join("  ")} more`;
+}
+
+/**
  * Hidden from screen readers, since the lists beside it say the same.
  * @param {Comparison} data
  * @param {number} file
@@ -156,15 +190,16 @@ export function pictureOf(data, file, neighbours, follow) {
   for (const [list, x, inward] of /** @type {[Neighbour[], number, boolean][]} */ (
       [[needsIt, 0, true], [itNeeds, width - boxWidth, false]])) {
     const { boxes: count, drawn, top } = column(list.length, height);
+    const some = chosen(list, drawn);
     for (let i = 0; i < count; ++i) {
       const y = top + i * step;
       const port = middleY + boxHeight / 2 + (i - (count - 1) / 2) * Math.min(2.2, 20 / count);
       if (i === drawn) {
         boxes.append(shape("text", { class: "more", x: x + boxWidth / 2, y: y + boxHeight / 2 + 4, "text-anchor": "middle" },
-                           `and ${counted(list.length - drawn, "other", "others")}`));
+                           restOf(list, some)));
         continue;
       }
-      const { node, edit } = list[i];
+      const { node, edit } = some[i];
       const outer = y + boxHeight / 2;
       lines.prepend(inward ? edge(edit, [boxWidth, outer], [middleX, port], true)
                            : edge(edit, [middleX + boxWidth, port], [x, outer], false));

@@ -33,8 +33,7 @@ export function visibleText(text) {
 }
 
 /**
- * The text, or its beginning and end if it is longer than `room`; the end of a path says more than
- * its beginning.
+ * The text, or its beginning and end if it is longer than `room`.
  * @param {string} text
  * @param {number} room in UTF-16 units
  * @returns {string}
@@ -44,8 +43,30 @@ export function clipped(text, room = longText) {
     return text;
   }
   const head = Math.floor(room / 3);
-  const clip = text.slice(0, head) + "\u2026" + text.slice(text.length - (room - head - 1));
-  return clip.replace(/[\ud800-\udbff](?![\udc00-\udfff])/g, "")
+  return wholeLetters(text.slice(0, head) + "\u2026" + text.slice(text.length - (room - head - 1)));
+}
+
+/**
+ * The text, or its end if it is longer than `room`, since the end of a path says more than its
+ * beginning; a text that begins with `<` still does.
+ * @param {string} text
+ * @param {number} room in UTF-16 units
+ * @returns {string}
+ */
+export function cutFromLeft(text, room = longText) {
+  if (text.length <= room) {
+    return text;
+  }
+  const bracket = text.startsWith("<") ? "<" : "";
+  return wholeLetters(`${bracket}\u2026${text.slice(text.length - room + bracket.length + 1)}`);
+}
+
+/**
+ * @param {string} text
+ * @returns {string} without halves of letters
+ */
+function wholeLetters(text) {
+  return text.replace(/[\ud800-\udbff](?![\udc00-\udfff])/g, "")
       .replace(/(?<![\ud800-\udbff])[\udc00-\udfff]/g, "");
 }
 
@@ -91,17 +112,20 @@ export function graphText(text, kind = "text") {
 }
 
 /**
- * A path whose name is more prominent than its folders.
+ * A path whose name is more prominent than its folders. Where it has too little room the style sheet
+ * cuts it from the left, but for a `<` at its beginning.
  * @param {string} path
  * @param {number} room
  * @returns {HTMLElement}
  */
 export function pathText(path, room = longText) {
-  const shown = visibleText(clipped(path, room));
-  const end = shown.lastIndexOf("/", shown.length - 2) + 1;
-  return element("bdi", { class: "path" },
-                 end > 0 && element("span", { class: "folder" }, shown.slice(0, end)),
-                 element("span", { class: "base" }, shown.slice(end) || "\u00a0"));
+  const shown = visibleText(cutFromLeft(path, room));
+  const begin = shown.startsWith("<") ? 1 : 0;
+  const end = Math.max(begin, shown.lastIndexOf("/", shown.length - 2) + 1);
+  return element("span", { class: "path" }, begin > 0 && element("span", { class: "bracket" }, "<"),
+                 element("span", { class: "cut" }, element("bdi", {},
+                     end > begin && element("span", { class: "folder" }, shown.slice(begin, end)),
+                     element("span", { class: "base" }, shown.slice(end) || "\u00a0"))));
 }
 
 /**

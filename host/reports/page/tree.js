@@ -1,7 +1,9 @@
 // The tree of entries. Only visible lines are in the document; the focus stays on the tree, whose
 // active descendant is the active line.
 import { Comparison } from "./data.js";
+import { beginOfName } from "./folders.js";
 import { lineElement } from "./line.js";
+import { verdictOf } from "./overview.js";
 import { element } from "./text.js";
 import { View } from "./view.js";
 
@@ -16,7 +18,7 @@ export class Tree {
    * @param {HTMLElement} box
    * @param {Comparison} data
    * @param {View} view
-   * @param {(entry: number) => void} select
+   * @param {(place: number) => void} select
    * @param {(entry: number) => void} follow
    */
   constructor(box, data, view, select, follow) {
@@ -25,7 +27,7 @@ export class Tree {
     this.view = view;
     this.select = select;
     this.follow = follow;
-    this.active = 0;  // entry
+    this.active = 0;  // an entry or folder
     this.word = "";
     this.wordTime = 0;
     this.layer = element("div", { class: "lines", role: "none" });
@@ -65,9 +67,9 @@ export class Tree {
     }
     this.layer.replaceChildren(...lines);
     if (count === 1) {
-      this.layer.append(element("p", { class: "none" },
-                                view.query || view.only ? "Nothing matches."
-                                                        : "The filters hide everything."));
+      this.layer.append(element("p", { class: "none" }, verdictOf(this.data) ||
+                                (view.query || view.only ? "Nothing matches."
+                                                         : "The filters hide everything.")));
     }
     const activeLine = view.lineOf(this.active);
     if (activeLine >= first && activeLine < last) {
@@ -78,12 +80,12 @@ export class Tree {
   }
 
   /**
-   * Makes the entry active and scrolls to it.
-   * @param {number} entry
+   * Makes the entry or folder active and scrolls to it.
+   * @param {number} place
    */
-  show(entry) {
-    this.active = entry;
-    const line = this.view.lineOf(entry);
+  show(place) {
+    this.active = place;
+    const line = this.view.lineOf(place);
     if (line >= 0) {
       const top = line * lineHeight * this.scale;
       const { scrollTop, clientHeight } = this.box;
@@ -112,19 +114,18 @@ export class Tree {
     const line = /** @type {HTMLElement | null} */ (target.closest(".line"));
     if (line) {
       const entry = this.view.lines[Number(line.dataset.line)];
-      if (target.closest(".twisty") || entry === this.active) {
+      if (entry < 0 || target.closest(".twisty") || entry === this.active) {
         this.toggle(entry);
       }
       this.go(this.view.lineOf(entry));
     }
   }
 
-  /** @param {number} entry */
-  toggle(entry) {
-    if (entry !== 0 && !this.data.isGroup(entry)) {
-      const file = this.data.fileOfEntry[entry];
-      this.view.setOpen(file, this.view.open[file] === 0);
-      this.show(entry);
+  /** @param {number} place */
+  toggle(place) {
+    if (this.view.below(place) > 0) {
+      this.view.setOpen(place, !this.view.isOpen(place));
+      this.show(place);
     }
   }
 
@@ -144,7 +145,7 @@ export class Tree {
       Home: () => this.go(0),
       End: () => this.go(this.view.lines.length - 1),
       ArrowRight: () => this.inward(line),
-      ArrowLeft: () => this.outward(line),
+      ArrowLeft: () => this.outward(),
       Enter: () => this.enter(),
       " ": () => this.enter(),
       "*": () => {
@@ -162,7 +163,7 @@ export class Tree {
   }
 
   enter() {
-    if (this.data.isGroup(this.active)) {
+    if (this.active > 0 && this.data.isGroup(this.active)) {
       this.follow(this.active);
     } else {
       this.toggle(this.active);
@@ -171,33 +172,18 @@ export class Tree {
 
   /** @param {number} line */
   inward(line) {
-    if (this.active === 0) {
-      this.go(1);
-    } else if (!this.data.isGroup(this.active)) {
-      const file = this.data.fileOfEntry[this.active];
-      if (this.view.shownGroups(file) === 0) {
-        return;
-      }
-      if (this.view.open[file]) {
-        this.go(line + 1);
-      } else {
-        this.toggle(this.active);
-      }
+    if (this.active === 0 || (this.view.below(this.active) > 0 && this.view.isOpen(this.active))) {
+      this.go(line + 1);
+    } else {
+      this.toggle(this.active);
     }
   }
 
-  /** @param {number} line */
-  outward(line) {
-    if (this.active === 0) {
-      return;
-    }
-    const file = this.data.fileOfEntry[this.active];
-    if (this.data.isGroup(this.active)) {
-      this.go(this.view.lineOfFile[file]);
-    } else if (this.view.open[file] && this.view.shownGroups(file) > 0) {
+  outward() {
+    if (this.view.below(this.active) > 0 && this.view.isOpen(this.active)) {
       this.toggle(this.active);
     } else {
-      this.go(0);
+      this.go(this.view.lineOf(this.view.parentOf(this.active)));
     }
   }
 
@@ -224,16 +210,15 @@ export class Tree {
   }
 
   /**
-   * @param {number} entry
+   * @param {number} place
    * @param {string} word
    */
-  beginsWith(entry, word) {
-    if (entry === 0) {
-      return "whole graph".startsWith(word);
+  beginsWith(place, word) {
+    if (place === 0) {
+      return "overview".startsWith(word);
     }
-    const group = this.data.isGroup(entry);
-    const id = this.data.id(group ? this.data.targetOfEntry[entry] : this.data.fileOfEntry[entry]);
-    return id.slice(0, word.length).toLowerCase() === word ||
-        id.slice(id.lastIndexOf("/") + 1).slice(0, word.length).toLowerCase() === word;
+    const id = place < 0 ? this.view.folders.nameOf(~place)
+        : this.data.id(this.data.isGroup(place) ? this.data.targetOfEntry[place] : this.data.fileOfEntry[place]);
+    return [0, beginOfName(id)].some((begin) => id.slice(begin, begin + word.length).toLowerCase() === word);
   }
 }
