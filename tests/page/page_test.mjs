@@ -26,6 +26,19 @@ function run(...words) {
   return stdout;
 }
 
+/** Writes a graph, given as "a -> b" and "a" on lines; what begins with "<" is no file. */
+function graph(name, text) {
+  const escaped = (id) => id.replace(/[&<>"']/gu, (letter) => `&#${letter.charCodeAt(0)};`);
+  const links = text.split("\n").map((line) => line.trim().split(" -> "));
+  const nodes = [...new Set(links.flat())].filter(Boolean).map((id) => `<node id="${escaped(id)}"><data key="type">` +
+      `${id.startsWith("<") ? "header" : "file"}</data><data key="note">${escaped(id.slice(0, 99))}</data></node>`);
+  const edges = links.filter(([, to]) => to).map((ends) => `<edge source="${escaped(ends[0])}" target="${escaped(ends[1])}"/>`);
+  const path = join(folder, name);
+  writeFileSync(path, "<graphml xmlns='http://graphml.graphdrawing.org/xmlns'><key id='type' for='node' attr.name='type'/>" +
+      `<key id='note' for='node' attr.name='note'/><graph edgedefault='directed'>${nodes.join("")}${edges.join("")}</graph></graphml>`);
+  return path;
+}
+
 function written(name, graphs, ...options) {
   const path = join(folder, name);
   run("-f", "html", "-o", path, ...options, ...graphs);
@@ -60,10 +73,31 @@ function lines(page) {
   ].filter(Boolean).join(" ")));
 }
 
-const active = (page) => page.$eval("[aria-selected=true]", (line) =>
-    (line.querySelector(".path") ?? line).textContent);
+const active = (page) => page.$eval("[aria-selected=true]", (line) => (line.querySelector(".path") ?? line).textContent);
 const heading = (page) => page.textContent("#detail h2");
 const texts = (page, selector) => page.$$eval(selector, (all) => all.map((each) => each.textContent));
+const go = (page, hash) => page.evaluate((address) => new Promise((done) => {
+  window.addEventListener("hashchange", () => setTimeout(done), { once: true });
+  location.hash = address;
+}), hash);
+
+// Two small graphs with a bit of everything.
+const many = Array.from({ length: 12 }, (_, i) => `lib/hub.c -> lib/part${i}.c`).join("\n");
+const before_ = `app/main.c -> lib/log.c
+  app/main.c -> lib/gone.c
+  app/ui/view.c -> app/main.c
+  lib/hub.c -> <old/api.h>
+  lib/log.c -> lib/hub.c
+  net/tcp.c -> lib/log.c
+  ${many}`;
+const after_ = `app/main.c -> lib/log.c
+  app/ui/view.c -> app/main.c
+  lib/hub.c -> lib/log.c
+  lib/hub.c -> <a/very/long/way/to/the/new/api.h>
+  lib/log.c -> lib/hub.c
+  lib/log.c -> net/tcp.c
+  net/udp/send.c -> lib/hub.c
+  ${many}`;
 
 before(async () => {
   context = await chromium.launchPersistentContext(join(folder, "profile"), {
@@ -71,6 +105,9 @@ before(async () => {
     viewport: { width: 1280, height: 900 },
     args: browserOptions,
   });
+  written("ninja.html", ninja);
+  written("notes.html", notes);
+  written("small.html", [graph("old.graphml", before_), graph("new.graphml", after_)]);
 });
 
 after(async () => {
@@ -79,60 +116,119 @@ after(async () => {
 });
 
 test("under every choice of filters the tree shows what the JSON report has", async () => {
-  const page = await open(written("ninja.html", ninja));
+  const page = await open(join(folder, "ninja.html"));
   for (const filters of [[], ["unchanged"], ["nonstructural"], ["unchanged", "nonstructural"]]) {
     const options = filters.length ? filters.flatMap((name) => ["--filter", name]) : ["--no-filter"];
     const { tree } = JSON.parse(run("-f", "json", ...options, ...ninja));
     const entries = tree.children.flatMap((file) => [file, ...file.children]);
     const visible = entries.filter((entry) => entry.visible);
-    for (const name of ["unchanged", "nonstructural"]) {
-      await page.setChecked(`[data-filter=${name}]`, filters.includes(name));
+    for (const { kind, left, right, detail } of entries.slice(0, 12)) {
+      const { id, upstream, downstream } = right ?? left;
+      await go(page, `#${new URLSearchParams({ file: id ?? upstream, ...(kind === "group" && { needs: downstream }), hide: filters.join(",") })}`);
+      const rows = (detail.parts ?? [detail]).flatMap((part) => part.rows ?? []).length;
+      await page.waitForFunction(([end, count]) => document.querySelector("#detail h2")?.textContent.endsWith(end) &&
+          document.querySelectorAll("#detail .rows tbody tr").length === count, [downstream ?? id, rows]);
     }
     for (const edit of ["added", "removed", "changed", "unchanged"]) {
       assert.equal(await page.textContent(`[data-edit=${edit}] .count`),
                    String(visible.filter((entry) => entry.edit === edit).length), `${edit}, ${filters}`);
     }
-    await page.click("#open-all");
     assert.match(await page.textContent("#state"), new RegExp(`^${visible.length} of `));
-    // The rows of the first entries.
-    await page.focus("#tree");
-    await page.keyboard.press("Home");
-    for (const { detail } of entries.slice(0, 15)) {
-      await page.keyboard.press("ArrowDown");
-      const name = await active(page);
-      await page.waitForFunction((end) => document.querySelector("#detail h2").textContent.endsWith(end), name);
-      assert.equal(await page.locator("#detail .rows tbody tr").count(),
-                   (detail.parts ?? [detail]).flatMap(({ rows }) => rows ?? []).length, `${name}, ${filters}`);
-    }
   }
   await close(page);
 });
 
-test("the small pair opens with every line, and a group's table has both sides", async () => {
-  const page = await open(written("notes.html", notes));
+test("the small pair opens with every line, and a link's table has both sides", async () => {
+  const page = await open(join(folder, "notes.html"));
   assert.deepEqual(await lines(page), [
-    "Whole graph", "app.cc", "\u2212 -> log.h", "+ -> net.h", "\u2212 log.h", "+ net.cc",
+    "Overview", "app.cc", "\u2212 -> log.h", "+ -> net.h", "\u2212 log.h", "+ net.cc",
     "+ -> net.h", "+ net.h", "store.cc", "~ -> sqlite3.h"]);
-  await page.click("text=sqlite3.h");
-  assert.equal(await heading(page), "store.cc needs sqlite3.h");
-  assert.deepEqual(await texts(page, "#detail .rows tbody tr:nth-child(1) td"),
-                   ["\u2212removed ", "store.cc", "sqlite3.h", ""]);
-  await page.click("text=log.h >> nth=1");
-  assert.deepEqual(await texts(page, "#detail .rows tbody td"), ["\u2212removed ", "lines", "40", ""]);
+  for (const [place, name, row] of [
+    [".line >> text=sqlite3.h", "store.cc needs sqlite3.h", ["\u2212removed ", "store.cc", "sqlite3.h", ""]],
+    [".line >> text=log.h >> nth=1", "log.h", ["\u2212removed ", "lines", "40", ""]]]) {
+    await page.click(place);
+    assert.equal(await heading(page), name);
+    assert.deepEqual(await texts(page, "#detail .rows tbody tr:nth-child(1) td"), row);
+  }
   await close(page);
 });
 
-test("chips and words narrow the tree, words open what they find below", async () => {
-  const page = await open(join(folder, "ninja.html"), "#hide=");
+test("the overview has the insights of the JSON report, and each leads to its entries", async () => {
+  const page = await open(join(folder, "small.html"));
+  const { insights } = JSON.parse(run("-f", "json", join(folder, "old.graphml"), join(folder, "new.graphml")));
+  const cards = Object.fromEntries(await page.$$eval(".card", (all) => all.map((card) =>
+      [".card-title", ".figure"].map((part) => card.querySelector(part).textContent))));
+  const { areas, causes, cycles, others, reach } = insights;
+  assert.deepEqual(cards, {
+    "Areas": `+${areas.links.filter(({ left }) => left === 0).length} \u2212${areas.links.filter(({ right }) => right === 0).length}`,
+    "Rewired links": `+${causes.added.rewiring} \u2212${causes.removed.rewiring}`,
+    "Cycles": `${cycles.left} \u2192 ${cycles.right}`,
+    "Reach": `${reach.right.pairs < reach.left.pairs ? "\u2212" : "+"}${Math.abs(Math.round(100 * (reach.right.pairs / reach.left.pairs - 1)))} %`,
+    "Other nodes": `+${others.added.length} \u2212${others.removed.length}`,
+    ...(insights.renames.length > 0 && { Renames: cards.Renames }),
+  });
+  // Areas: a cell opens its links; the keyboard goes from one to the next.
+  await page.focus(".matrix button[tabindex='0']");
+  await page.keyboard.press("ArrowDown");
+  assert.equal(await page.evaluate(() => document.activeElement.closest(".matrix") !== null), true);
+  await page.click(".matrix button[title^='lib \u2192 net']");
+  assert.deepEqual(await texts(page, ".panel li .link-text"), ["lib/log.c \u2192 net/tcp.c"]);
+  assert.equal(await page.textContent(".pairs li >> nth=0"), "+lib \u2192 net1 new");
+  // Cycles: drawn, and in words.
+  const closing = await page.$$eval(".ring .edge", (all) => all.map((edge) => edge.classList[1]).sort());
+  assert.ok(closing.includes("added") && closing.includes("unchanged"), String(closing));
+  assert.match((await texts(page, ".family .chain"))[0], /lib\/hub\.c\+ \u2192 by the added link lib\/log\.c\u2192 lib\/hub\.c/);
+  // Reach: the first one's path is there, a click shows another's.
+  assert.equal(await page.textContent(".path-of h4"), reach.files[0].file);
+  await page.click(".reaches button >> nth=1");
+  assert.equal(await page.textContent(".path-of h4"), reach.files[1].file);
+  await page.click("#at-others summary >> nth=0");
+  assert.deepEqual(await texts(page, "#at-others details[open] li .path"), ["lib/hub.c", "<a/very/long/way/to/the/new/api.h>"]);
+  // Each leads on.
+  await page.click(".panel li a");
+  assert.equal(await heading(page), "lib/log.c needs net/tcp.c");
+  await page.goBack();
+  await page.click(".headline button.removed >> nth=0");
+  assert.deepEqual(await texts(page, ".chip[aria-pressed=true] [aria-hidden]:not(.sign *)"), ["removed"]);
+  await close(page);
+});
+
+test("folders open and close like files, have counts, and a view of their own", async () => {
+  const page = await open(join(folder, "small.html"), "#folder=net%2F");
+  assert.equal(await heading(page), "net/");
+  await page.click("#close-all");
+  const counts = await page.$$eval(".folder-line", (all) => all.map((line) => line.querySelector(".path").textContent + " " +
+      [...line.querySelectorAll(".tallies-of")].map((each) => each.title).join("; ")));
+  assert.deepEqual(counts.map((line) => line.trim()), ["app/ Links: 1 removed", "lib/ Files: 1 removed; Links: 3 added, 1 removed",
+                                                      "net/ Files: 1 added; Links: 1 added, 1 removed"]);
+  await page.focus("#tree");
+  for (const [key, expected] of [
+    ["Home", "Overview"], ["ArrowDown", "app/"], ["ArrowRight", "app/"], ["ArrowRight", "main.c"], ["ArrowLeft", "app/"],
+    ["ArrowLeft", "app/"], ["ArrowDown", "lib/"], ["End", "net/"], ["Enter", "net/"], ["ArrowRight", "tcp.c"],
+    ["ArrowDown", "udp/"], ["ArrowRight", "udp/"], ["ArrowRight", "send.c"], ["ArrowRight", "send.c"], ["ArrowRight", "lib/hub.c"],
+    ["ArrowLeft", "send.c"], ["ArrowLeft", "send.c"], ["ArrowLeft", "udp/"]]) {
+    await page.keyboard.press(key);
+    assert.equal(await active(page), expected, key);
+  }
+  await go(page, "#file=net%2Fudp%2Fsend.c");
+  assert.deepEqual(await page.$eval("[aria-selected=true]", (line) => ["level", "posinset", "setsize"].map((name) => line.getAttribute(`aria-${name}`))),
+                   ["4", "1", "1"]);
+  await close(page);
+});
+
+test("chips and words narrow the tree, and what the filters hide can be had", async () => {
+  const page = await open(join(folder, "ninja.html"));
   await page.fill("#query", "Graph.H");
+  const few = (await lines(page)).length;
+  const hidden = Number((await page.textContent("#state")).match(/(\d+) more are hidden/)[1]);
+  const [shown] = (await page.textContent("#state")).match(/^\d+/);
+  await page.click("#show-hidden");
+  assert.equal(await page.textContent("#state"), `${Number(shown) + hidden} matches`);
   const found = await lines(page);
-  assert.ok(found.length > 3);
-  assert.ok(found.slice(1).every((line) => !line.includes("->") || line.includes("graph.h") ||
-      found.includes("~ src/graph.h")));
-  assert.ok(found.some((line) => line === "= -> src/graph.h"), String(found));
+  assert.ok(found.length > few && found.includes("= -> src/graph.h"), String(found));
+  assert.ok(found.slice(2).every((line) => !line.includes("->") || line.includes("graph.h") || found.includes("~ graph.h")));
   await page.click("[data-edit=added]");
-  const added = await lines(page);
-  assert.ok(added.slice(1).every((line) => !/^[=~\u2212]/.test(line)), String(added));
+  assert.ok((await lines(page)).slice(1).every((line) => !/^[=~\u2212]/.test(line)));
   await page.fill("#query", "no such file");
   assert.deepEqual(await texts(page, ".tree .none"), ["Nothing matches."]);
   await close(page);
@@ -152,12 +248,12 @@ test("the keyboard reaches everything", async () => {
   await expect([
     ["ArrowDown", "app.cc"], ["ArrowRight", "log.h"], ["ArrowLeft", "app.cc"], ["ArrowLeft", "app.cc"],
     ["ArrowDown", "log.h"], ["ArrowUp", "app.cc"], ["ArrowRight", "app.cc"], ["End", "sqlite3.h"],
-    ["Home", "Whole graph"], ["s", "store.cc"]]);
+    ["Home", "Overview"], ["s", "store.cc"]]);
   await page.waitForTimeout(800);  // or the next letter would belong to the same word
   await expect([
-    ["n", "net.h"], ["e", "net.h"], ["t", "net.h"], [".", "net.h"], ["c", "net.cc"], ["Home", "Whole graph"],
-    ["ArrowRight", "app.cc"], ["ArrowRight", "log.h"], ["Enter", "log.h"], ["PageUp", "Whole graph"],
-    ["PageDown", "sqlite3.h"], ["Home", "Whole graph"], ["ArrowDown", "app.cc"], ["Enter", "app.cc"]]);
+    ["n", "net.h"], ["e", "net.h"], ["t", "net.h"], [".", "net.h"], ["c", "net.cc"], ["Home", "Overview"],
+    ["ArrowRight", "app.cc"], ["ArrowRight", "log.h"], ["Enter", "log.h"], ["PageUp", "Overview"],
+    ["PageDown", "sqlite3.h"], ["Home", "Overview"], ["ArrowDown", "app.cc"], ["Enter", "app.cc"]]);
   assert.equal(await page.getAttribute("[aria-selected=true]", "aria-expanded"), "false");
   await page.keyboard.press("*");
   assert.deepEqual(await page.$$eval(".line", (all) => all.slice(0, 4).map((line) => ["level", "posinset", "setsize", "expanded"]
@@ -168,7 +264,7 @@ test("the keyboard reaches everything", async () => {
   await close(page);
 });
 
-test("the address leads back to the same view", async () => {
+test("the address leads back to the same view, and says what is not there", async () => {
   const path = join(folder, "ninja.html");
   const page = await open(path, "#file=src%2Fbuild.cc&hide=unchanged&only=added,changed&search=build");
   assert.equal(await heading(page), "src/build.cc");
@@ -182,58 +278,85 @@ test("the address leads back to the same view", async () => {
   assert.notEqual(there, "src/build.cc");
   const copy = await open(path, new URL(page.url()).hash);
   assert.equal(await heading(copy), there);
-  assert.deepEqual(await lines(copy), await lines(page));
   assert.deepEqual(await texts(copy, ".chip[aria-pressed=true] .count"),
                    await texts(page, ".chip[aria-pressed=true] .count"));
-  assert.equal(await copy.locator(".chip[aria-pressed=true]").count(), 2);
-  await close(copy);
   await page.goBack();
   await page.waitForFunction(() => document.querySelector("#detail h2").textContent === "src/build.cc");
+  for (const [hash, notice] of [
+    ["#file=src%2Fnone.cc", "The address leads to src/none.cc, which this comparison does not have."],
+    ["#folder=none%2F", "The address leads to none/, which this comparison does not have."],
+    ["#entry=99999999", "The address leads to entry 99999999, which this comparison does not have."],
+    ["#file=src%2Fbuild.cc&needs=x.h", "The address leads to a link from src/build.cc to x.h, which this comparison does not have."],
+    ["#file=src%2Fbuild.cc", null]]) {
+    await go(copy, hash);
+    await copy.waitForFunction((words) => (document.querySelector("#notice").hidden ? null : document.querySelector("#notice").textContent) === words, notice);
+  }
+  await close(copy);
   await close(page);
 });
 
-test("the picture marks every edge, and the lists beside it say the same", async () => {
+test("a file's picture marks every edge, and shows what differs before what does not", async () => {
   const page = await open(join(folder, "notes.html"), "#file=app.cc&hide=");
   const lists = await page.$$eval(".list", (all) => all.map((list) => [...list.querySelectorAll("li")].map((item) =>
       item.querySelector(".sign").title.split(":")[0] + " " + item.querySelector(".path").textContent)));
-  assert.deepEqual(lists, [[], ["removed log.h", "added net.h", "unchanged store.h"]]);
+  assert.deepEqual(lists, [[], ["added net.h", "removed log.h", "unchanged store.h"]]);
   assert.deepEqual(await texts(page, ".picture .more"), ["nothing needs it"]);
-  const drawn = await page.$$eval(".picture .edge", (all) => all.map((edge) => edge.classList[1]).sort());
-  assert.deepEqual(drawn, lists[1].map((line) => line.split(" ")[0]).sort());
+  const edges = () => page.$$eval("#detail .picture .edge", (all) => all.map((edge) => edge.classList[1]).sort());
+  assert.deepEqual(await edges(), ["added", "removed", "unchanged"]);
+  assert.deepEqual(await page.$$eval(".changed-links > li", (all) => all.map((item) => item.querySelector(".path").textContent)), ["net.h", "log.h"]);
+  await page.waitForSelector(".link-rows");
   assert.equal(new Set(await page.$$eval(".legend .curve", (all) => all.map((curve) => {
     const { strokeDasharray, strokeWidth } = getComputedStyle(curve);
     return `${strokeDasharray} ${strokeWidth}`;
   }))).size, 4);
   await close(page);
+  const narrow = await open(join(folder, "small.html"), "#file=lib%2Fhub.c");
+  assert.deepEqual((await texts(narrow, "#detail .box text")).filter((text) => text.includes("<")), ["<\u2026g/way/to/the/new/api.h>", "<old/api.h>"]);
+  assert.deepEqual(await texts(narrow, ".picture .more"), ["and =6 more"]);
+  await close(narrow);
+});
+
+test("on a phone the details are one tap away, and nothing is wider than the screen", async () => {
+  const page = await open(join(folder, "small.html"));
+  await page.setViewportSize({ width: 390, height: 844 });
+  const isNarrow = () => page.evaluate(() => document.documentElement.scrollWidth <= innerWidth);
+  assert.equal(await page.isVisible("#overview") && await isNarrow(), true);
+  await page.click("#show-files");
+  await page.click(".folder-line >> text=lib/");
+  await page.click(".file-line >> text=hub.c");
+  assert.equal(await page.textContent("#show-details"), "Details: hub.c");
+  await page.click("#show-details");
+  assert.equal(await heading(page), "lib/hub.c");
+  await go(page, "#file=lib%2Flog.c");
+  await page.waitForFunction(() => document.querySelector("#detail h2").textContent === "lib/log.c");
+  assert.ok(await page.$eval("#detail .scroll", (box) => Math.abs(box.scrollLeft - (box.scrollWidth - box.clientWidth) / 2) < 2 && box.scrollLeft > 20));
+  assert.equal(await isNarrow(), true);
+  await close(page);
 });
 
 test("hostile text is shown and does nothing", async () => {
-  const names = ["</script><script>alert(1)</script>", "<img src=x onerror=alert(2)>",
+  const names = ["</script><script>alert(1)</script>", "x<img src=x onerror=alert(2)>",
                  "a\u202e\u200b\u2060\u180e\u00ad\u{e0041}txt", "--><!--", "\"'&amp;{{data}}", "very/" + "long".repeat(250000)];
-  const escaped = (text) => text.replace(/[&<>"']/g, (letter) => `&#${letter.charCodeAt(0)};`);
-  const graph = (content) => "<graphml xmlns='http://graphml.graphdrawing.org/xmlns'><graph edgedefault='directed'>" +
-      content + "</graph></graphml>";
-  writeFileSync(join(folder, "old.graphml"), graph(""));
-  writeFileSync(join(folder, "<b>&new.graphml"), graph(names.map((name) => `<node id="${escaped(name)}">` +
-      `<data key="${escaped(name.slice(0, 99))}">${escaped(name)}</data></node>` +
-      `<edge source="${escaped(name)}" target="${escaped(names[0])}"/>`).join("")));
-  const path = written("hostile.html", [join(folder, "old.graphml"), join(folder, "<b>&new.graphml")], "--no-filter");
+  const visible = (name) => name.replace(/[^ -~]/gu, (letter) => {
+    const digits = letter.codePointAt(0).toString(16);
+    return digits.length < 3 ? `\\x${digits}` : digits.length < 5 ? `\\u${digits}` : `\\u{${digits}}`;
+  });
+  // Renamed at the left, in areas and in a ring at the right.
+  const ring = names.map((name, i) => `${name} -> ${names[(i + 1) % names.length]}`).join("\n");
+  const areas = names.map((name) => `${name}/b.c -> ${names[1]}/c.c\n${name} -> ${name}/b.c`).join("\n");
+  const old = graph("hostile-old.graphml", `${names[1]} -> ${names[2]}/old.c\n${names[2]}/old.c -> ${names[1]}`);
+  const path = written("hostile.html", [old, graph("<b>&new.graphml", `${ring}\n${areas}`)], "--no-filter", "--file-type", "file", "--file-type", "header");
   assert.equal((readFileSync(path, "utf8").match(/<script>/g) ?? []).length, 1);
   const page = await open(path);
-  assert.equal(await page.title(), "old.graphml \u2192 <b>&new.graphml");
-  const shown = await lines(page);
-  const plain = await page.textContent("#plain");
+  assert.equal(await page.title(), "hostile-old.graphml \u2192 <b>&new.graphml");
+  const shown = [await texts(page, "#overview"), await texts(page, "#plain")].map(String);
   for (const name of names.slice(0, 5)) {
-    const visible = name.replace(/[^ -~]/gu, (letter) => {
-      const digits = letter.codePointAt(0).toString(16);
-      return digits.length < 3 ? `\\x${digits}` : digits.length < 5 ? `\\u${digits}` : `\\u{${digits}}`;
-    });
-    assert.ok(shown.includes(`+ ${visible}`), `${visible} in ${shown}`);
-    assert.ok(plain.includes(visible), `${visible} in ${plain}`);
+    shown.forEach((text) => assert.ok(text.includes(visible(name)), `${visible(name)} in ${text}`));
   }
-  await page.click(".line .path >> text=very/");
-  await page.waitForSelector("#detail .long");
+  await page.click("#open-all");
   assert.ok((await page.$$eval(".line", (all) => Math.max(...all.map((line) => line.textContent.length)))) < 1000);
+  await go(page, `#entry=${await page.$$eval(".file-line", (all) => all.find((line) => line.textContent.includes("longlong")).id.slice(5))}`);
+  await page.waitForSelector("#detail h2 .long");
   await page.click("#detail .long summary >> nth=0");
   assert.equal((await page.textContent("#detail .long .whole")).length, names[5].length);
   assert.equal(await page.locator("img").count(), 0);
@@ -241,6 +364,15 @@ test("hostile text is shown and does nothing", async () => {
   await page.click("#close-all");
   assert.ok(Date.now() - start < 2000);
   await close(page);
+});
+
+test("graphs without a difference, and without a file, say so", async () => {
+  const empty = graph("empty.graphml", "");
+  for (const [graphs, words] of [[[notes[0], notes[0]], "The graphs are the same."], [[empty, empty], "Nothing to compare: no files."]]) {
+    const page = await open(written("same.html", graphs));
+    assert.deepEqual([await page.textContent(".verdict"), await page.textContent(".tree .none")], [words, words]);
+    await close(page);
+  }
 });
 
 test("colours follow the system and the button; the signs stay", async () => {
@@ -264,11 +396,12 @@ test("colours follow the system and the button; the signs stay", async () => {
 
 test("in print, and without scripts, the changes are there as text", async () => {
   const shown = (page) => page.evaluate(() => document.querySelector("#plain").innerText.replace(/\s+/g, " "));
-  const printed = await open(join(folder, "notes.html"), "", { media: "print" });
+  const printed = await open(join(folder, "notes.html"), "#file=app.cc", { media: "print" });
   const text = await shown(printed);
   assert.match(text, /Files 2 1 1 2 Groups 2 1 1 2 Dependencies 3 2 0 2/);
   assert.match(text, /app\.cc .* \u2192 log\.h .* include .*\u2212 log\.h .* lines: 40 .*\+ net\.cc/);
-  assert.equal(await printed.isVisible("#app"), false);
+  assert.match(await printed.textContent("#overview"), /Links: 2 added, 1 removed, 1 changed/);
+  assert.deepEqual([await printed.isVisible("#overview"), await printed.isVisible("#tree")], [true, false]);
   await close(printed);
 
   const withoutScripts = await chromium.launch({ executablePath: BROWSER, args: browserOptions });
@@ -280,7 +413,7 @@ test("in print, and without scripts, the changes are there as text", async () =>
   await withoutScripts.close();
 });
 
-test("100,000 files and 300,000 groups open and answer at once", async () => {
+test("100,000 files and 300,000 links open and answer at once", async () => {
   const count = 100000;
   const ids = Array.from({ length: count }, (_, i) => `src/part${Math.floor(i / 50)}/file${i}.cc`);
   const edges = ids.flatMap((source, i) => [0, 1, 2].map(
@@ -295,7 +428,7 @@ test("100,000 files and 300,000 groups open and answer at once", async () => {
   const ready = Number(await page.getAttribute("html", "data-ready"));
   console.log(`open after ${ready} ms of script`);
   assert.ok(ready < 2000, `${ready} ms`);
-  assert.match(await page.textContent("#state"), /^400,000 of 400,000 files and groups/);
+  assert.match(await page.textContent("#state"), /^400,000 of 400,000 files and links/);
   const took = await page.evaluate(async () => {
     const times = {};
     const time = async (name, act) => {

@@ -31,9 +31,18 @@ function shiftOf(left, right) {
 
 /** @param {AreaLink} link */
 function wordsOf({ left, right, added, removed }) {
-  const now = { new: `${plainNumber(right)} new`, gone: `all ${plainNumber(left)} gone` };
-  return now[/** @type {"new"} */ (shiftOf(left, right))] ??
-      `${plainNumber(left)} \u2192 ${plainNumber(right)} (+${plainNumber(added)} \u2212${plainNumber(removed)})`;
+  const shift = shiftOf(left, right);
+  return shift === "new" ? `${plainNumber(right)} new` : shift === "gone" ? `${plainNumber(left)} gone`
+      : `${plainNumber(left)} \u2192 ${plainNumber(right)} (${[added && `+${plainNumber(added)}`,
+                                                               removed && `\u2212${plainNumber(removed)}`].filter(Boolean).join(" ")})`;
+}
+
+/**
+ * @param {AreaLink[]} links
+ * @returns {AreaLink[]} new pairs first, then gone ones, each by how much they differ
+ */
+export function byWeight(links) {
+  return links.slice().sort((a, b) => rankOf(a) - rankOf(b) || b.added + b.removed - a.added - a.removed);
 }
 
 export class AreaSection {
@@ -48,9 +57,7 @@ export class AreaSection {
     this.depth = /** @type {number | null} */ (areas.depth);
     this.property = /** @type {string | null} */ (areas.property);
     this.areas = /** @type {Area[]} */ (areas.areas);
-    /** New pairs first, then gone ones, then by how much they differ. */
-    this.links = /** @type {AreaLink[]} */ (areas.links).slice().sort((a, b) =>
-        rankOf(a) - rankOf(b) || b.added + b.removed - a.added - a.removed);
+    this.links = byWeight(areas.links);
     this.panel = element("div", { class: "panel", "aria-live": "polite", hidden: true });
     /** @type {HTMLElement[]} */
     this.cells = [];
@@ -108,8 +115,8 @@ export class AreaSection {
         element("span", {}, element("span", { class: `shift ${name} ${edit}` }, sign), ` ${words}`)));
     const left = this.areas.length - axis.length;
     return element("div", { class: "frame areas" }, element("div", { class: "scroll" }, table), legend,
-                   left > 0 && element("p", { class: "legend" },
-                       `Not drawn: ${counted(left, "area")}${new Set(this.links.flatMap((l) => [l.from, l.to])).size > axis.length ? "" : " whose links to others did not change"}.`));
+                   left > 0 && element("p", { class: "legend" }, `Not drawn: ${counted(left, "area")} with ` +
+                       `${axis.length === mostAreas ? "fewer" : "no"} changes in links to others.`));
   }
 
   /** @param {AreaLink | undefined} link */

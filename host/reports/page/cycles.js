@@ -60,7 +60,7 @@ function familyOf(family, data, guide) {
   if (family.cycle.length > 0) {
     const marked = edit === 1 ? { links: family.opened, edit: 1 } : { links: family.closing, edit: 0 };
     if (family.cycle.length <= mostInRing) {
-      box.append(element("div", { class: "frame" }, ringOf(family.cycle, marked, data, guide)));
+      box.append(element("div", { class: "frame" }, element("div", { class: "scroll" }, ringOf(family.cycle, marked, data, guide))));
     }
     box.append(chainOf([...family.cycle, family.cycle[0]], marked, guide));
   }
@@ -122,13 +122,14 @@ export function chainOf(ids, marked, guide) {
 function ringOf(cycle, marked, data, guide) {
   const count = cycle.length;
   const width = 640;
-  const [rx, ry] = [count < 3 ? 200 : 215, count < 3 ? 0 : 34 + 15 * count];
-  const height = 2 * ry + boxHeight + 60;
-  const svg = shape("svg", { class: "picture ring", viewBox: `0 0 ${width} ${height}`, width, height, "aria-hidden": "true" });
+  const [rx, ry] = [count === 1 ? 0 : 205, count < 3 ? 0 : 34 + 15 * count];
   const centres = cycle.map((_, i) => {
     const angle = 2 * Math.PI * i / count - (count < 3 ? Math.PI : Math.PI / 2);
-    return { x: width / 2 + rx * Math.cos(angle) * (count === 1 ? 0 : 1), y: height / 2 + ry * Math.sin(angle) };
+    return { x: width / 2 + rx * Math.cos(angle), y: ry * Math.sin(angle) };
   });
+  const top = Math.min(...centres.map(({ y }) => y)) - boxHeight / 2 - 34;
+  const height = Math.max(...centres.map(({ y }) => y)) + boxHeight / 2 + 34 - top;
+  const svg = shape("svg", { class: "picture ring", viewBox: `0 ${top} ${width} ${height}`, width, height, "aria-hidden": "true" });
   cycle.forEach((id, i) => {
     const next = cycle[(i + 1) % count];
     const edit = isMarked(marked, id, next) ? marked.edit : 3;

@@ -11,7 +11,7 @@ import { View } from "./view.js";
 /** @typedef {import("./data.js").Table} Table */
 /** @typedef {import("./picture.js").Neighbour} Neighbour */
 
-const longList = 60;
+const longList = 24;
 const longTable = 500;
 const mostChangedLinks = 12;
 
@@ -45,12 +45,12 @@ export class DetailPane {
     }
     const parts = place === 0 ? [] : [this.heading(place), ...this.ends(place, detail.ends)];
     if (place !== 0 && !this.data.isGroup(place)) {
-      parts.push(...this.neighbourhood(this.data.fileOfEntry[place]), ...this.changedLinks(place));
+      parts.push(...this.neighbourhood(place));
     }
     this.box.replaceChildren(...parts, ...this.tables(place, detail.tables));
-    const frame = this.box.querySelector(".frame");
-    if (frame) {
-      frame.scrollLeft = (frame.scrollWidth - frame.clientWidth) / 2;
+    const picture = this.box.querySelector(".frame .scroll");
+    if (picture) {
+      picture.scrollLeft = (picture.scrollWidth - picture.clientWidth) / 2;
     }
   }
 
@@ -227,17 +227,18 @@ export class DetailPane {
     return box;
   }
 
-  /** @param {number} file */
-  neighbourhood(file) {
+  /** @param {number} own a file's entry */
+  neighbourhood(own) {
+    const file = this.data.fileOfEntry[own];
     const neighbours = neighboursOf(this.data, file);
     const { needsIt, itNeeds } = neighbours;
     return [element("section", { class: "neighbourhood" },
                     element("h3", {}, "Neighbourhood"),
-                    element("div", { class: "frame" },
-                            pictureOf(this.data, file, neighbours, this.guide.follow), legend()),
-                    element("div", { class: "lists" },
-                            this.list("Needs it", "Nothing needs it.", needsIt),
-                            this.list("It needs", "It needs nothing.", itNeeds)))];
+                    element("div", { class: "frame" }, element("div", { class: "scroll" },
+                            pictureOf(this.data, file, neighbours, this.guide.follow)), legend())),
+            ...this.changedLinks(own),
+            element("section", { class: "lists" }, this.list("Needs it", "Nothing needs it.", needsIt),
+                    this.list("It needs", "It needs nothing.", itNeeds))];
   }
 
   /**

@@ -5,7 +5,7 @@ import { element } from "./text.js";
 export const edits = [
   { name: "added", sign: "+", words: "only in the new graph" },
   { name: "removed", sign: "\u2212", words: "only in the old graph" },
-  { name: "changed", sign: "~", words: "in both graphs, changed" },
+  { name: "changed", sign: "~", words: "a link in both graphs with other dependencies, a file with other properties" },
   { name: "unchanged", sign: "=", words: "in both graphs, unchanged" },
 ];
 

@@ -1,6 +1,6 @@
 // Ways from one place of the page to another: links to entries and to nodes by ID, and long lists.
 import { Comparison } from "./data.js";
-import { signOf } from "./edits.js";
+import { edits, signOf } from "./edits.js";
 import { counted, element, pathText } from "./text.js";
 
 /** Longer IDs are not written into addresses. */
@@ -10,10 +10,25 @@ export class Guide {
   /**
    * @param {Comparison} data
    * @param {(place: number) => void} follow goes to an entry or a folder
+   * @param {(edit: number, all: boolean) => void} showOnly shows entries of one edit, under no filter
+   *        if all are wanted
    */
-  constructor(data, follow) {
+  constructor(data, follow, showOnly) {
     this.data = data;
     this.follow = follow;
+    this.showOnly = showOnly;
+  }
+
+  /**
+   * Words that lead to all entries of an edit.
+   * @param {number} edit
+   * @param {string} words
+   * @param {boolean} all
+   */
+  toEdit(edit, words, all = false) {
+    const { name } = edits[edit];
+    return element("button", { type: "button", class: `edit-words ${name}`, title: `Show only what is ${name}`,
+                               onclick: () => this.showOnly(edit, all) }, words);
   }
 
   /**

@@ -37,7 +37,11 @@ class Page {
     byID("switches").append(...this.switches.map(({ box }) => box));
     byID("app").hidden = false;
     document.documentElement.classList.add("scripted");
-    const guide = new Guide(data, (place) => this.follow(place));
+    const guide = new Guide(data, (place) => this.follow(place), (edit, all) => {
+      this.view.only = 1 << edit;
+      this.filter(all ? 0 : this.view.choice);
+      this.showPane("files");
+    });
     byID("overview").append(...overviewOf(data, insights, guide));
     this.detail = new DetailPane(byID("detail"), data, this.view, guide, () => this.filter(0));
     this.tree = new Tree(byID("tree"), data, this.view, (entry) => this.select(entry),
@@ -174,6 +178,7 @@ class Page {
       count.textContent = plainNumber(view.counts[edit]);
       chip.setAttribute("aria-pressed", String(((view.only >> edit) & 1) === 1));
       chip.classList.toggle("zero", view.counts[edit] === 0);
+      chip.title = `Show only what is ${edits[edit].name}: ${edits[edit].words}`;
     });
     this.switches.forEach(({ input, bit }) => {
       input.checked = ((view.choice >> bit) & 1) === 1;

@@ -1,6 +1,6 @@
 // The comparison at large: what happened in words and numbers, each of which leads to where it can be
 // explored, and then section by section.
-import { AreaSection } from "./areas.js";
+import { AreaSection, byWeight } from "./areas.js";
 import { chainOf, cyclesOf, cycleWords } from "./cycles.js";
 import { Comparison } from "./data.js";
 import { edits, editOf, signOf, tallyOf } from "./edits.js";
@@ -48,7 +48,7 @@ export function overviewOf(data, insights, guide) {
   if (verdict !== "") {
     made.push(element("p", { class: "verdict" }, verdict));
   } else {
-    made.push(headline(data, insights));
+    made.push(headline(data, insights, guide));
     const sections = insights ? sectionsOf(data, insights, guide) : [];
     if (sections.length > 0) {
       made.push(element("nav", { class: "cards", "aria-label": "What happened" }, ...sections.map(cardOf)));
@@ -66,12 +66,13 @@ export function overviewOf(data, insights, guide) {
  * One sentence on what matters most.
  * @param {Comparison} data
  * @param {any} insights
+ * @param {Guide} guide
  */
-function headline(data, insights) {
+function headline(data, insights, guide) {
   const { files, groups } = data.head.summary;
   const tally = (/** @type {any} */ counts, /** @type {string} */ one, /** @type {string} */ several) => {
-    const parts = edits.slice(0, 3).filter(({ name }) => counts[name] > 0).map(({ name }, i) =>
-        element("span", { class: `edit-words ${name}` }, `${plainNumber(counts[name])} ${name}`));
+    const parts = edits.slice(0, 3).filter(({ name }) => counts[name] > 0).map(({ name }) =>
+        guide.toEdit(editOf(name), `${plainNumber(counts[name])} ${name}`));
     return parts.length === 0 ? [`No ${one} differs`]
         : [`${several} `, ...parts.flatMap((part, i) => [i > 0 ? ", " : "", part])];
   };
@@ -85,7 +86,7 @@ function headline(data, insights) {
                 "the others came or went with a file, a target or a rename.");
   }
   if (files.changed > 0) {
-    made.append(` ${counted(files.changed, "file has", "files have")} other properties.`);
+    made.append(" ", guide.toEdit(2, counted(files.changed, "file"), true), ` ${files.changed === 1 ? "has" : "have"} other properties.`);
   }
   return made;
 }
@@ -139,7 +140,7 @@ function sectionsOf(data, insights, guide) {
   const fresh = areas.links.filter((/** @type {any} */ link) => link.left === 0);
   const gone = areas.links.filter((/** @type {any} */ link) => link.right === 0);
   if (areas.areas.length > 1) {
-    const shown = [...fresh, ...gone][0];
+    const [shown] = byWeight([...fresh, ...gone]);
     add("areas", "Areas", [figureOf(0, fresh.length), " ", figureOf(1, gone.length)],
         shown ? [shown.left === 0 ? "now needs: " : "no longer needs: ", pathText(shown.from, 40), " \u2192 ", pathText(shown.to, 40)]
               : areas.links.length > 0 ? [`no new pair; ${counted(areas.links.length, "pair")} grew or shrank`]
@@ -149,7 +150,7 @@ function sectionsOf(data, insights, guide) {
   const rewired = causes.added.rewiring + causes.removed.rewiring;
   if (causes.added.rewiring + causes.added.file + causes.added.target + causes.added.rename + causes.removed.rewiring +
       causes.removed.file + causes.removed.target + causes.removed.rename + data.head.summary.groups.changed > 0) {
-    add("why", "Rewired", [figureOf(0, causes.added.rewiring), " ", figureOf(1, causes.removed.rewiring)],
+    add("why", "Rewired links", [figureOf(0, causes.added.rewiring), " ", figureOf(1, causes.removed.rewiring)],
         [rewired === 0 ? "no link between nodes of both graphs" : "links between nodes of both graphs"],
         causesOf(causes, data, guide));
   }
@@ -226,7 +227,7 @@ function causesOf(causes, data, guide) {
   const files = [...byFile].sort((a, b) => b[1].length - a[1].length);
   const made = [bars];
   if (files.length > 0) {
-    made.push(element("h4", {}, "Links between nodes of both graphs ",
+    made.push(element("h4", {}, "Links that came or went between nodes of both graphs ",
                       element("span", { class: "count" }, `by ${counted(files.length, "file")}`)),
               ...cutList(files, mostItems, ([file, links]) => element("li", {}, guide.node(file, 60),
                   ...cutList(links, 6, (link) => element("li", {}, guide.link(link.upstream, link.downstream, editOf(link.edit), false)),

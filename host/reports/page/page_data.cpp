@@ -1,8 +1,11 @@
 #include "reports/page/page_data.h"
 
 #include <array>
+#include <functional>
 #include <map>
 #include <memory>
+#include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -13,6 +16,7 @@
 
 #include "output/json_writer.h"
 #include "presentation/account_json.h"
+#include "presentation/insights_json.h"
 #include "presentation/switched_trees.h"
 #include "reports/page/packed_bytes.h"
 #include "reports/page/page_details.h"
@@ -227,6 +231,16 @@ void writeHead(const Report& report, const SwitchedTrees& trees, const EntryColu
     json.endObject();
 }
 
+void writeJson(std::string_view name, Output& output,
+               const std::function<void(JsonWriter&)>& write) {
+    PackedBytes packed;
+    Output packing(packed);
+    JsonWriter json(packing);
+    write(json);
+    packing.flush();
+    writePacked(name, packed, output);
+}
+
 }  // namespace
 
 void writePageData(const Report& report, Output& output) {
@@ -238,12 +252,13 @@ void writePageData(const Report& report, Output& output) {
     details.finish();
     EntryColumns entries(trees);
     entries.write(output);
-    PackedBytes head;
-    Output headOutput(head);
-    JsonWriter json(headOutput);
-    writeHead(report, trees, entries, details.firstEntries(), json);
-    headOutput.flush();
-    writePacked("head", head, output);
+    writeJson("head", output, [&](JsonWriter& json) {
+        writeHead(report, trees, entries, details.firstEntries(), json);
+    });
+    if (report.insights) {
+        writeJson("insights", output,
+                  [&](JsonWriter& json) { writeInsights(*report.insights, json); });
+    }
 }
 
 }  // namespace depcompare
