@@ -81,7 +81,7 @@ class Page {
     for (const name of ["files", "details"]) {
       byID(`show-${name}`).addEventListener("click", () => this.showPane(name));
     }
-    window.addEventListener("hashchange", () => this.open());
+    // Of fragments, too; a second event would open the address that this one has put right.
     window.addEventListener("popstate", () => this.open());
   }
 
