@@ -289,7 +289,7 @@ test("the address leads back to the same view, and says what is not there", asyn
     ["#folder=none%2F", "The address leads to none/, which this comparison does not have."],
     ["#entry=99999999", "The address leads to entry 99999999, which this comparison does not have."],
     ["#file=src%2Fbuild.cc&needs=x.h", "The address leads to a link from src/build.cc to x.h, which this comparison does not have."],
-    ["#file=src%2Fbuild.cc", null]]) {
+    ["#file=src%2Fgraph.cc", null]]) {
     await go(copy, hash);
     await copy.waitForFunction((words) => (document.querySelector("#notice").hidden ? null : document.querySelector("#notice").textContent) === words, notice);
   }

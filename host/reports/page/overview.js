@@ -104,7 +104,7 @@ function cardOf({ name, title, figure, words, content }) {
                  element("span", { class: "card-words" }, ...words)];
   return content.length === 0 ? element("span", { class: "card still" }, ...parts)
       : element("a", {
-        class: "card", href: `#at-${name}`,
+        class: "card", href: `#at=${name}`,
         onclick: (/** @type {Event} */ event) => {
           event.preventDefault();
           const section = document.getElementById(`at-${name}`);
