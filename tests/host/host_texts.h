@@ -38,7 +38,7 @@ namespace depcompare::test {
 ///     version=1.0
 ///     @ 2024-05-06 07:08:09
 ///     a "a.cc" [file] size=3
-///     0000000 a/from -> b/to [include]        component types, where there are, behind a colon
+///     0000000 a/from -> b/to [include]        component types, if any, after a colon
 ///
 /// A component without a name is left out with its slash.
 [[nodiscard]] std::string textOf(const LoadedGraph& loaded);
