@@ -30,78 +30,66 @@ class FailingQuery {
     [[nodiscard]] static bool happened() noexcept;
 };
 
+/// Every query passes here, with its answer.
+void mayFail();
+template <class Answer>
+const Answer& query(const Answer& answer) {
+    mayFail();
+    return answer;
+}
+
 using Property = std::pair<std::u16string, std::u16string>;
 
-class Type {
-  public:
-    Type(std::u16string id, std::u16string name) : id_(std::move(id)), name_(std::move(name)) {}
+struct WithProperties {
+    std::vector<Property> properties;
 
-    [[nodiscard]] const std::u16string& getID() const;
-    [[nodiscard]] const std::u16string& getName() const;
-    [[nodiscard]] static const std::shared_ptr<const Type>& FILE();
-
-  private:
-    std::u16string id_;
-    std::u16string name_;
-};
-
-class Component {
-  public:
-    Component(std::u16string name, std::shared_ptr<const Type> type)
-        : name_(std::move(name)), type_(std::move(type)) {}
-
-    [[nodiscard]] std::u16string getName() const;
-    [[nodiscard]] std::shared_ptr<const Type> getType() const;
-
-  private:
-    std::u16string name_;
-    std::shared_ptr<const Type> type_;
-};
-
-class Node {
-  public:
-    Node(std::u16string id, std::u16string name, std::shared_ptr<const Type> type,
-         std::vector<Property> properties)
-        : id_(std::move(id)),
-          name_(std::move(name)),
-          type_(std::move(type)),
-          properties_(std::move(properties)) {}
-
-    [[nodiscard]] const std::u16string& getID() const;
-    [[nodiscard]] std::u16string getName() const;
-    [[nodiscard]] std::shared_ptr<const Type> getType() const;
     [[nodiscard]] std::vector<std::u16string> getPropertyKeys() const;
     [[nodiscard]] std::u16string getProperty(const std::u16string& key) const;
-
-  private:
-    std::u16string id_;
-    std::u16string name_;
-    std::shared_ptr<const Type> type_;
-    std::vector<Property> properties_;
 };
 
-class Dependency {
-  public:
-    Dependency(std::u16string id, std::shared_ptr<Node> upstream, std::shared_ptr<Node> downstream,
-               std::shared_ptr<const Type> type, std::shared_ptr<const Component> from,
-               std::shared_ptr<const Component> to)
-        : id_(std::move(id)),
-          nodes_(std::move(upstream), std::move(downstream)),
-          type_(std::move(type)),
-          components_(std::move(from), std::move(to)) {}
+struct Type {
+    std::u16string id;
+    std::u16string name;
 
-    [[nodiscard]] const std::u16string& getID() const;
-    [[nodiscard]] std::shared_ptr<Node> getUpstreamNode() const;
-    [[nodiscard]] std::shared_ptr<Node> getDownstreamNode() const;
-    [[nodiscard]] std::shared_ptr<const Type> getType() const;
-    [[nodiscard]] std::shared_ptr<const Component> getUpstreamComponent() const;
-    [[nodiscard]] std::shared_ptr<const Component> getDownstreamComponent() const;
+    [[nodiscard]] const std::u16string& getID() const { return query(id); }
+    [[nodiscard]] const std::u16string& getName() const { return query(name); }
+    [[nodiscard]] static const std::shared_ptr<const Type>& FILE();
+};
+using TypePointer = std::shared_ptr<const Type>;
 
-  private:
-    std::u16string id_;
-    std::pair<std::shared_ptr<Node>, std::shared_ptr<Node>> nodes_;
-    std::shared_ptr<const Type> type_;
-    std::pair<std::shared_ptr<const Component>, std::shared_ptr<const Component>> components_;
+struct Component {
+    std::u16string name;
+    TypePointer type;
+
+    [[nodiscard]] std::u16string getName() const { return query(name); }
+    [[nodiscard]] TypePointer getType() const { return query(type); }
+};
+using ComponentPointer = std::shared_ptr<const Component>;
+
+struct Node : WithProperties {
+    std::u16string id;
+    std::u16string name;
+    TypePointer type;
+
+    [[nodiscard]] const std::u16string& getID() const { return query(id); }
+    [[nodiscard]] std::u16string getName() const { return query(name); }
+    [[nodiscard]] TypePointer getType() const { return query(type); }
+};
+
+struct Dependency {
+    std::u16string id;
+    std::shared_ptr<Node> upstream;
+    std::shared_ptr<Node> downstream;
+    TypePointer type;
+    ComponentPointer from;
+    ComponentPointer to;
+
+    [[nodiscard]] const std::u16string& getID() const { return query(id); }
+    [[nodiscard]] std::shared_ptr<Node> getUpstreamNode() const { return query(upstream); }
+    [[nodiscard]] std::shared_ptr<Node> getDownstreamNode() const { return query(downstream); }
+    [[nodiscard]] TypePointer getType() const { return query(type); }
+    [[nodiscard]] ComponentPointer getUpstreamComponent() const { return query(from); }
+    [[nodiscard]] ComponentPointer getDownstreamComponent() const { return query(to); }
 };
 
 struct CompareByID {
@@ -123,24 +111,18 @@ using NodeRange = boost::any_range<const std::shared_ptr<Node>, boost::forward_t
 using DependencyRange =
     boost::any_range<const std::shared_ptr<Dependency>, boost::forward_traversal_tag>;
 
-class Graph {
-  public:
+struct Graph : WithProperties {
+    std::vector<std::shared_ptr<Node>> nodes;
+    std::map<std::shared_ptr<Node>, std::vector<std::shared_ptr<Dependency>>> dependencies;
+    boost::posix_time::ptime timeStamp;
+
     [[nodiscard]] NodeRange getNodes() const;
     [[nodiscard]] DependencyRange getDownstreamDependencies(
         const std::shared_ptr<Node>& upstream) const;
-    [[nodiscard]] std::vector<std::u16string> getPropertyKeys() const;
-    [[nodiscard]] std::u16string getProperty(const std::u16string& key) const;
-
-  private:
-    friend class GraphBuilder;
-    friend boost::posix_time::ptime getTimeStamp(const Graph& graph);
-
-    std::vector<std::shared_ptr<Node>> nodes_;
-    std::map<std::shared_ptr<Node>, std::vector<std::shared_ptr<Dependency>>> dependencies_;
-    std::vector<Property> properties_;
-    boost::posix_time::ptime timeStamp_;
 };
 
-[[nodiscard]] boost::posix_time::ptime getTimeStamp(const Graph& graph);
+[[nodiscard]] inline boost::posix_time::ptime getTimeStamp(const Graph& graph) {
+    return query(graph.timeStamp);
+}
 
 }  // namespace dependency::graph

@@ -8,21 +8,34 @@ namespace dependency::graph {
 
 class GraphBuilder {
   public:
-    static std::shared_ptr<const Type> type(std::u16string_view id, std::u16string_view name);
-    static std::shared_ptr<const Component> component(std::u16string_view name,
-                                                      const std::shared_ptr<const Type>& type);
-    std::shared_ptr<Node> addNode(std::u16string id, std::u16string name,
-                                  const std::shared_ptr<const Type>& type,
-                                  std::vector<Property> properties = {});
+    static TypePointer type(std::u16string_view id, std::u16string_view name) {
+        return std::make_shared<Type>(Type{std::u16string(id), std::u16string(name)});
+    }
+    static ComponentPointer component(std::u16string_view name, const TypePointer& type) {
+        return std::make_shared<Component>(Component{std::u16string(name), type});
+    }
+    std::shared_ptr<Node> addNode(std::u16string id, std::u16string name, const TypePointer& type,
+                                  std::vector<Property> properties = {}) {
+        return graph_->nodes.emplace_back(std::make_shared<Node>(
+            Node{{std::move(properties)}, std::move(id), std::move(name), type}));
+    }
     std::shared_ptr<Dependency> addDependency(std::u16string id,
                                               const std::shared_ptr<Node>& upstream,
                                               const std::shared_ptr<Node>& downstream,
-                                              const std::shared_ptr<const Type>& type,
-                                              const std::shared_ptr<const Component>& from,
-                                              const std::shared_ptr<const Component>& to);
-    void setProperty(std::u16string_view key, std::u16string value);
-    void setTimeStamp(const boost::posix_time::ptime& timeStamp);
-    [[nodiscard]] std::shared_ptr<const Graph> finish();
+                                              const TypePointer& type, const ComponentPointer& from,
+                                              const ComponentPointer& to) {
+        return graph_->dependencies[upstream].emplace_back(std::make_shared<Dependency>(
+            Dependency{std::move(id), upstream, downstream, type, from, to}));
+    }
+    void setProperty(std::u16string_view key, std::u16string value) {
+        std::erase_if(graph_->properties,
+                      [&](const Property& known) { return known.first == key; });
+        graph_->properties.emplace_back(key, std::move(value));
+    }
+    void setTimeStamp(const boost::posix_time::ptime& time) { graph_->timeStamp = time; }
+    [[nodiscard]] std::shared_ptr<const Graph> finish() {
+        return std::exchange(graph_, std::make_shared<Graph>());
+    }
 
   private:
     std::shared_ptr<Graph> graph_ = std::make_shared<Graph>();
