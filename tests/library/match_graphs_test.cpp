@@ -10,7 +10,7 @@
 namespace dependency::comparisons {
 namespace {
 
-// The edits behind the pair of graphs, in alphabetical order.
+// The edits after the pair of graphs, in alphabetical order.
 std::string matched(std::string_view left, std::string_view right) {
     std::multiset<std::string> texts;
     const auto edits = matchGraphs(test::graphOf(left), test::graphOf(right));

@@ -40,7 +40,7 @@ std::string joined(const std::string& left, const std::string& right) {
     return left == right ? left : left + " | " + right;
 }
 
-// Renders the sides of an edit with `text`, once where both sides have the same text.
+// Renders the sides of an edit with `text`, once if both sides have the same text.
 template <class T, class Text>
 std::string sidesOf(const ::comparisons::StatefulEdit<std::optional<T>, 2>& edit, Text text) {
     return hasBothSides(edit) ? joined(text(*edit[Side::left]), text(*edit[Side::right]))

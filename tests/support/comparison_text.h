@@ -1,5 +1,5 @@
 #pragma once
-// Comparisons rendered as text, one line an entry or a row.
+// Comparisons rendered as text, one line per entry or row.
 //
 // Marks: = equal, ~ changed, < left only, > right only.
 #include <string>
@@ -10,7 +10,7 @@
 
 namespace dependency::test {
 
-/// "graph", a node's ID, or "A -> B"; an empty ID is `""`. Where the sides differ: "left | right".
+/// "graph", a node's ID, or "A -> B"; an empty ID is `""`. If the sides differ: "left | right".
 [[nodiscard]] std::string labelOf(const comparisons::Item& item);
 [[nodiscard]] std::string labelOf(const comparisons::ItemEdit& edit);
 
@@ -24,7 +24,7 @@ namespace dependency::test {
 /// `treeOf` the comparison of two graphs.
 [[nodiscard]] std::string compared(std::string_view left, std::string_view right);
 
-/// One line an edit: a property as "~ name: left | right", a dependency as "~ 1 x -> y | 2 x -> z"
+/// One line per edit: a property as "~ name: left | right", a dependency as "~ 1 x -> y | 2 x -> z"
 /// (its ID and its components) below a line with the IDs and names of its types.
 [[nodiscard]] std::string rowsOf(const ::comparisons::ComparisonValue& detail);
 

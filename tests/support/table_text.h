@@ -15,8 +15,8 @@ namespace dependency::test {
 /// "1 0 2 0": the four counters in their order.
 [[nodiscard]] std::string textOf(const ::comparisons::DiffMetrics<2>& metrics);
 
-/// A line of column labels, "Name | Value" with line feeds as "\n", then a line an entry: its edit
-/// type, both sides as "name=value" or "-", and the submetrics in parentheses where it has any.
+/// A line of column labels, "Name | Value" with line feeds as "\n", then one line per entry: its edit
+/// type, both sides as "name=value" or "-", and the submetrics, if any, in parentheses.
 [[nodiscard]] std::string textOf(
     const ::comparisons::viewmodel::parameter::tessel::ParameterTable& table);
 

@@ -17,7 +17,7 @@ namespace dependency::test {
 ///     graph [license=MIT]                   properties of the graph
 ///     @ 2024-05-06 07:08:09                 its analysis time
 ///
-/// A word stands bare or in double quotes. A type is `ID` or `ID:name`. Components have the names
+/// A word is bare or in double quotes. A type is `ID` or `ID:name`. Components have the names
 /// `from` and `to` ("" by default) and the types `fromType` and `toType`. Dependencies without an
 /// ID are numbered. Of several declarations of a node the last counts.
 ///
@@ -25,11 +25,11 @@ namespace dependency::test {
 /// Throws: `std::invalid_argument` for a line of another shape, and what the builder throws.
 [[nodiscard]] std::shared_ptr<const graph::Graph> graphOf(std::string_view text);
 
-/// Throws: `std::out_of_range` where there is none.
+/// Throws: `std::out_of_range` if there is none.
 [[nodiscard]] std::shared_ptr<graph::Node> nodeOf(const std::shared_ptr<const graph::Graph>& graph,
                                                   std::string_view id);
 
-/// Throws: `std::out_of_range` where there is none.
+/// Throws: `std::out_of_range` if there is none.
 [[nodiscard]] comparisons::ParallelDependencies groupOf(
     const std::shared_ptr<const graph::Graph>& graph, std::string_view upstream,
     std::string_view downstream);

@@ -90,7 +90,7 @@ inline std::string text(const Book& book) {
     return result + "]";
 }
 
-/// Returns: a shelf's content, a line a book.
+/// Returns: a shelf's content, one line per book.
 inline std::string text(const Shelf& shelf) {
     std::string result;
     for (const auto& label : shelf->labels) {
