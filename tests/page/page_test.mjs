@@ -57,6 +57,7 @@ async function open(path, hash = "", options = {}) {
   await page.emulateMedia({ colorScheme: "light", media: "screen", ...options });
   await page.goto(`file://${path}${hash}`);
   await page.waitForSelector("html[data-ready]");
+  await page.waitForSelector("#overview h2", { state: "attached" });
   return page;
 }
 

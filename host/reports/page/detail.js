@@ -85,7 +85,7 @@ export class DetailPane {
                                                    pathText(data.id(data.targetOfEntry[entry]), 80)));
       data.detail(entry).then(({ tables }) => {
         const rows = tables.flatMap(({ labels, rows: some }) => some.filter((row) => row.edit !== unchangedEdit)
-            .map((row) => rowInWords(row, labels[0].includes("\n") ? labels[0].split("\n")[0] : "")));
+            .map((row) => rowInWords(row, data.edit(entry), labels[0].includes("\n") ? labels[0].split("\n")[0] : "")));
         item.append(...cutList(rows, 4, (row) => row, element("ul", { class: "link-rows" }), "dependency", "dependencies"));
       });
       return item;
@@ -264,13 +264,14 @@ export class DetailPane {
 /**
  * A row of a link's table on one line.
  * @param {Row} row
+ * @param {number} linkEdit
  * @param {string} caption
  */
-function rowInWords({ edit, sides: [left, right] }, caption) {
+function rowInWords({ edit, sides: [left, right] }, linkEdit, caption) {
   const text = (/** @type {import("./data.js").Parameter | null} */ side) => side &&
       [side.name, side.value].filter(Boolean).map((part) => clipped(part, 80)).join(" \u2192 ");
   const [before, after] = [text(left), text(right)];
-  return element("li", {}, signOf(edit), caption && element("span", { class: "caption" }, graphText(caption), " "),
+  return element("li", {}, edit !== linkEdit && signOf(edit), caption && element("span", { class: "caption" }, graphText(caption), " "),
                  ...(before && after && before !== after ? [graphText(before), element("b", {}, " \u21d2 "), graphText(after)]
                                                          : [graphText(after ?? before ?? "")]));
 }

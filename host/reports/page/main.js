@@ -19,16 +19,15 @@ function byID(id) {
 }
 
 class Page {
-  /**
-   * @param {Comparison} data
-   * @param {any} insights
-   */
-  constructor(data, insights) {
+  /** @param {Comparison} data */
+  constructor(data) {
     this.data = data;
     this.view = new View(data);
     if (data.count < fewEntries) {
       this.view.setAllOpen(true);
     }
+    /** The section of the overview that the address leads to. @type {string | null} */
+    this.section = null;
     this.query = /** @type {HTMLInputElement} */ (byID("query"));
     byID("tallies").append(...talliesOf(data));
     this.chips = edits.map((_, edit) => this.chip(edit));
@@ -37,13 +36,12 @@ class Page {
     byID("switches").append(...this.switches.map(({ box }) => box));
     byID("app").hidden = false;
     document.documentElement.classList.add("scripted");
-    const guide = new Guide(data, (place) => this.follow(place), (edit, all) => {
+    this.guide = new Guide(data, (place) => this.follow(place), (edit, all) => {
       this.view.only = 1 << edit;
       this.filter(all ? 0 : this.view.choice);
       this.showPane("files");
     });
-    byID("overview").append(...overviewOf(data, insights, guide));
-    this.detail = new DetailPane(byID("detail"), data, this.view, guide, () => this.filter(0));
+    this.detail = new DetailPane(byID("detail"), data, this.view, this.guide, () => this.filter(0));
     this.tree = new Tree(byID("tree"), data, this.view, (entry) => this.select(entry),
                          (entry) => this.follow(data.isGroup(entry) && data.isFile(data.targetOfEntry[entry])
                              ? data.entryOfFile[data.targetOfEntry[entry]] : entry));
@@ -87,6 +85,7 @@ class Page {
 
   /** Goes to where the address says. */
   open() {
+    this.section = new URLSearchParams(location.hash.slice(1)).get("at");
     const { place, missing } = openAddress(location.hash, this.data, this.view);
     this.query.value = this.view.query;
     this.view.reveal(place);
@@ -98,10 +97,20 @@ class Page {
     byID("notice").replaceChildren(...(to ? ["The address leads to a link from ", from, " to ", to] : ["The address leads to ", from ?? ""]),
                                    ", which this comparison does not have.");
     byID("notice").hidden = missing.length === 0;
-    const section = new URLSearchParams(location.hash.slice(1)).get("at");
+    this.scrollToSection(this.section);
+  }
+
+  /** @param {string | null} section of the overview */
+  scrollToSection(section) {
     if (section !== null) {
       document.getElementById(`at-${section}`)?.scrollIntoView();
     }
+  }
+
+  /** @param {any} insights */
+  showOverview(insights) {
+    byID("overview").append(...overviewOf(this.data, insights, this.guide));
+    this.scrollToSection(this.section);
   }
 
   /**
@@ -242,9 +251,10 @@ async function start() {
   const began = performance.now();
   setUpTheme();
   try {
-    const [data, insights] = await Promise.all([Comparison.load(), loadInsights()]);
-    new Page(data, insights);
+    const insights = loadInsights();
+    const page = new Page(await Comparison.load());
     document.documentElement.dataset.ready = String(Math.round(performance.now() - began));
+    page.showOverview(await insights);
   } catch (error) {
     byID("plain").prepend(element("p", { class: "trouble", role: "alert" },
                                   `The interactive part could not start (${error}). The changes are listed below.`));

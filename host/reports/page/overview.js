@@ -222,7 +222,9 @@ function causesOf(causes, data, guide) {
   /** @type {Map<string, any[]>} */
   const byFile = new Map();
   for (const link of causes.rewired) {
-    byFile.set(link.upstream, [...(byFile.get(link.upstream) ?? []), link]);
+    const links = byFile.get(link.upstream) ?? [];
+    links.push(link);
+    byFile.set(link.upstream, links);
   }
   const files = [...byFile].sort((a, b) => b[1].length - a[1].length);
   const made = [bars];
