@@ -22,6 +22,7 @@
 #include "reports/markdown/markdown_report.h"
 #include "reports/page/page_report.h"
 #include "reports/renames/renames_report.h"
+#include "reports/table/table_report.h"
 #include "reports/text/text_report.h"
 
 namespace depcompare {
@@ -35,6 +36,15 @@ TextStyle styleOfOutput(const Options& options) {
     const bool toScreen = !options.outputFile && isTerminal(STDOUT_FILENO);
     return {.colours = wantsColours(options.colour, toScreen),
             .columns = toScreen ? terminalColumns(STDOUT_FILENO) : std::nullopt};
+}
+
+TableForm tableForm(Format format, const Options& options) {
+    TableForm form{.guarded = !options.rawCells};
+    if (format == Format::tsv) {
+        form.separator = '\t';
+        form.endOfLine = "\n";
+    }
+    return form;
 }
 
 void writeReport(const Report& report, Format format, const Options& options,
@@ -57,6 +67,10 @@ void writeReport(const Report& report, Format format, const Options& options,
             break;
         case Format::renames:
             writeRenames(report, output);
+            break;
+        case Format::csv:
+        case Format::tsv:
+            writeTableReport(report, tableForm(format, options), output);
             break;
     }
 }

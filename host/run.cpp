@@ -129,6 +129,10 @@ const Value& keepToTheEnd(Value value) {
     return kept.emplace_back(std::move(value));
 }
 
+TellingKeys tellingKeysFor(const Inputs& inputs, const Options& options) {
+    return options.showsTelling ? tellingKeysOf(inputs) : TellingKeys();
+}
+
 bool compareQuietly(const Inputs& inputs, std::optional<std::vector<ListedRename>> renames,
                     const Options& options) {
     const bool asksForCycles = options.failOn == FailOn::cycles;
@@ -140,7 +144,8 @@ bool compareQuietly(const Inputs& inputs, std::optional<std::vector<ListedRename
         return haveNewCycles(*insights);
     }
     const auto& tree = keepToTheEnd(std::make_unique<PresentedTree>(
-        dependency::comparisons::compareGraphs(inputs[0].graph, inputs[1].graph), options.filters));
+        dependency::comparisons::compareGraphs(inputs[0].graph, inputs[1].graph), options.filters,
+        inputs[0].oldIDs, tellingKeysFor(inputs, options)));
     return differs(*tree, insights, options.failOn);
 }
 
@@ -170,8 +175,10 @@ bool compare(const Options& options, Progress& progress) {
     if (options.quiet) {
         return compareQuietly(inputs, std::move(renames), options);
     }
-    const Report& report = keepToTheEnd(makeReport(
-        std::move(inputs), options.names, options.filters, options.insights, std::move(renames)));
+    TellingKeys telling = tellingKeysFor(inputs, options);
+    const Report& report =
+        keepToTheEnd(makeReport(std::move(inputs), options.names, options.filters, options.insights,
+                                std::move(renames), std::move(telling)));
     deliverReports(report, options, progress);
     return differs(*report.tree, report.insights.get(), options.failOn);
 }

@@ -28,11 +28,10 @@ struct Choice {
     Value value;
 };
 
-constexpr Choice<Format> formats[] = {{"text", Format::text},
-                                      {"json", Format::json},
-                                      {"html", Format::html},
-                                      {"markdown", Format::markdown},
-                                      {"summary", Format::summary}};
+constexpr Choice<Format> formats[] = {{"text", Format::text},       {"json", Format::json},
+                                      {"html", Format::html},       {"markdown", Format::markdown},
+                                      {"summary", Format::summary}, {"csv", Format::csv},
+                                      {"tsv", Format::tsv}};
 constexpr Choice<When> occasions[] = {
     {"auto", When::automatic}, {"always", When::always}, {"never", When::never}};
 constexpr Choice<FailOn> causes[] = {{"any", FailOn::any},
@@ -80,6 +79,11 @@ auto store(Member Options::*member) {
     return [member](Options& options, const Arguments& arguments) {
         options.*member = arguments.back();
     };
+}
+
+void showOnly(Options& options, EnabledFilters filters) {
+    options.filters = std::move(filters);
+    options.showsTelling = false;
 }
 
 /// Returns: the format of a further report; nothing if there is none of this name.
@@ -205,6 +209,9 @@ OptionGroup reportOptions() {
                   [](Options& options, const Arguments& arguments) {
                       options.mostBytes = std::stoull(arguments.back());
                   }},
+             {.names = "--raw",
+              .description = "Write cells of a table even if they look like formulas",
+              .take = set(&Options::rawCells, true)},
              {.names = "-q,--quiet",
               .description = "Print nothing; report through the exit status only",
               .inShortHelp = true,
@@ -241,12 +248,12 @@ OptionGroup filterOptions() {
               .repeats = true,
               .inShortHelp = true,
               .take = [](Options& options,
-                         const Arguments& names) { options.filters = filtersNamed(names); }},
+                         const Arguments& names) { showOnly(options, filtersNamed(names)); }},
              {.names = "--no-filter",
               .description = "Show everything",
               .inShortHelp = true,
               .excludes = "--filter",
-              .take = set(&Options::filters, EnabledFilters())},
+              .take = [](Options& options, const Arguments&) { showOnly(options, {}); }},
              {.names = "--fail-on",
               .argument = "WHICH",
               .choices = namesOf(causes),

@@ -16,7 +16,7 @@
 namespace depcompare {
 
 /// Renames are a list that can be read again, and only a further report.
-enum class Format : std::uint8_t { text, json, html, markdown, summary, renames };
+enum class Format : std::uint8_t { text, json, html, markdown, summary, csv, tsv, renames };
 /// Which visible differences make the exit status 1; of cycles those that were added or closed.
 enum class FailOn : std::uint8_t { any, structural, none, cycles };
 /// What a graph can be written as, instead of comparing it.
@@ -41,7 +41,10 @@ struct Options {
     std::optional<std::string> outputFile;
     std::vector<FurtherReport> reports;
     std::optional<std::size_t> mostBytes;  ///< of a Markdown report
+    bool rawCells = false;  ///< whether a table may have cells that look like formulas
     EnabledFilters filters = defaultFilters();
+    /// Whether telling properties are shown besides what the filters leave.
+    bool showsTelling = true;
     ReadOptions reading;
     InsightOptions insights;
     bool asksForInsights =

@@ -167,7 +167,8 @@ class DraftBuilder {
                 .analysisTime = draft_.analysisTime,
                 .warnings = std::move(draft_.warnings),
                 .alarms = alarms,
-                .softTypes = std::move(draft_.softTypes)};
+                .softTypes = std::move(draft_.softTypes),
+                .tellingKeys = {}};
     }
 
   private:

@@ -32,8 +32,9 @@ struct LoadedGraph {
     std::size_t dependencies = 0;
     boost::posix_time::ptime analysisTime;
     std::vector<std::string> warnings;
-    std::size_t alarms = 0;              ///< how many of them, the first ones, nothing may hide
-    std::vector<std::string> softTypes;  ///< patterns, as in `GraphDraft`
+    std::size_t alarms = 0;                ///< how many of them, the first ones, nothing may hide
+    std::vector<std::string> softTypes;    ///< patterns, as in `GraphDraft`
+    std::vector<std::string> tellingKeys;  ///< as the input's format declares them
     /// Which IDs nodes have in the file, by the others that they were given instead.
     std::map<std::u16string, std::u16string, std::less<>> oldIDs = {};
 };

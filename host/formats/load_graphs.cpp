@@ -22,15 +22,21 @@ void warnOfEmptiness(GraphDraft& draft) {
     }
 }
 
-GraphDraft readDraft(Input& input, const ReadOptions& options) {
+struct ReadInput {
+    GraphDraft draft;
+    std::vector<std::string> tellingKeys;
+};
+
+ReadInput readInput(Input& input, const ReadOptions& options) {
+    ReadInput read;
     if (options.emptyInputs && input.peek().empty()) {
-        GraphDraft draft;
-        draft.source = input.name();
-        return draft;
+        read.draft.source = input.name();
+        return read;
     }
-    GraphDraft draft = readGraph(input, options.format);
-    warnOfEmptiness(draft);
-    return draft;
+    read.tellingKeys = tellingKeysOf(input, options.format);
+    read.draft = readGraph(input, options.format);
+    warnOfEmptiness(read.draft);
+    return read;
 }
 
 }  // namespace
@@ -38,15 +44,20 @@ GraphDraft readDraft(Input& input, const ReadOptions& options) {
 std::array<LoadedGraph, 2> loadGraphs(std::array<Input, 2> inputs, const ReadOptions& options,
                                       const Stage& stage, const ChooseRenames& chooseRenames) {
     stage(fmt::format("reading {} and {}", inputs[0].name(), inputs[1].name()));
-    auto drafts = onBothSides([&](std::size_t side) { return readDraft(inputs[side], options); });
+    auto [left, right] =
+        onBothSides([&](std::size_t side) { return readInput(inputs[side], options); });
     stage("building the graphs");
-    return buildGraphs(std::move(drafts), options, chooseRenames);
+    auto graphs =
+        buildGraphs({std::move(left.draft), std::move(right.draft)}, options, chooseRenames);
+    graphs[0].tellingKeys = std::move(left.tellingKeys);
+    graphs[1].tellingKeys = std::move(right.tellingKeys);
+    return graphs;
 }
 
 LoadedGraph loadGraph(Input input, const ReadOptions& options, const Stage& stage) {
     stage(fmt::format("reading {}", input.name()));
     std::array<GraphDraft, 2> drafts;
-    drafts[0] = readDraft(input, options);
+    drafts[0] = readInput(input, options).draft;
     stage("building the graph");
     return std::move(buildGraphs(std::move(drafts), options)[0]);
 }

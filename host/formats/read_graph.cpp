@@ -24,7 +24,8 @@ struct InputFormat {
     bool (*isLikelyText)(std::string_view firstBytes) = nullptr;
     GraphDraft (*read)(Input& input);
     std::string_view description;
-    std::vector<std::string> softTypes = {};  // as in `GraphDraft`
+    std::vector<std::string> softTypes = {};                   // as in `GraphDraft`
+    std::initializer_list<std::string_view> tellingKeys = {};  // whose change is news
 };
 
 // Of several formats that a content may look like the first one counts: those that ask for less
@@ -37,7 +38,8 @@ const InputFormat formats[] = {
      .read = readCycloneDX,
      .description = "CycloneDX 1.4 to 1.6 in JSON or XML (npm sbom, syft, trivy, cdxgen and\n"
                     "others). Components are the files, known by their package URL without\n"
-                    "version."},
+                    "version.",
+     .tellingKeys = {"version"}},
     {.name = "graphml",
      .endings = {".graphml", ".xml"},
      .isLikelyText = looksLikeGraphML,
@@ -50,7 +52,8 @@ const InputFormat formats[] = {
      .read = readSPDX,
      .description = "SPDX 2 in JSON (GitHub, npm sbom, syft, trivy). Packages and files are the\n"
                     "files, known as in CycloneDX.",
-     .softTypes = {"DEV_DEPENDENCY", "OPTIONAL_DEPENDENCY", "TEST_DEPENDENCY"}},
+     .softTypes = {"DEV_DEPENDENCY", "OPTIONAL_DEPENDENCY", "TEST_DEPENDENCY"},
+     .tellingKeys = {"version"}},
     {.name = "dependency-cruiser",
      .isLikelyJson = looksLikeDependencyCruiser,
      .read = readDependencyCruiser,
@@ -70,46 +73,54 @@ const InputFormat formats[] = {
      .isLikelyJson = looksLikeNpmList,
      .read = readNpmList,
      .description = "What \"npm ls --json --all\" writes. Packages are the files, known by their\n"
-                    "name if that is unique."},
+                    "name if that is unique.",
+     .tellingKeys = {"version"}},
     {.name = "package-lock",
      .endings = {"package-lock.json", "npm-shrinkwrap.json"},
      .isLikelyJson = looksLikePackageLock,
      .read = readPackageLock,
      .description = "The lock file of npm, versions 2 and 3. Packages are the files, known by\n"
                     "their name if that is unique.",
-     .softTypes = {"dev", "optional", "peer"}},
+     .softTypes = {"dev", "optional", "peer"},
+     .tellingKeys = {"version"}},
     {.name = "cargo",
      .isLikelyJson = looksLikeCargo,
      .read = readCargo,
      .description = "What \"cargo metadata\" writes. Packages are the files, known by their name\n"
                     "if that is unique.",
-     .softTypes = {"dev"}},
+     .softTypes = {"dev"},
+     .tellingKeys = {"version"}},
     {.name = "pipdeptree",
      .isLikelyJson = looksLikePipdeptree,
      .read = readPipdeptree,
-     .description = "What \"pipdeptree --json\" writes. Packages are the files."},
+     .description = "What \"pipdeptree --json\" writes. Packages are the files.",
+     .tellingKeys = {"version"}},
     {.name = "conan",
      .isLikelyJson = looksLikeConan,
      .read = readConan,
      .description = "What \"conan graph info --format json\" of Conan 2 writes. Packages are the\n"
                     "files, known by their name if that is unique.",
-     .softTypes = {"test_requires"}},
+     .softTypes = {"test_requires"},
+     .tellingKeys = {"version"}},
     {.name = "maven-json",
      .isLikelyJson = looksLikeMavenJson,
      .read = readMavenJson,
      .description = "What \"mvn dependency:tree -DoutputType=json\" writes. Artifacts are the\n"
                     "files, known by group and name if that is unique.",
-     .softTypes = {"test", "test *", "* optional"}},
+     .softTypes = {"test", "test *", "* optional"},
+     .tellingKeys = {"version"}},
     {.name = "maven-tree",
      .isLikelyText = looksLikeMavenTree,
      .read = readMavenTree,
      .description = "What \"mvn dependency:tree\" prints. As maven-json.",
-     .softTypes = {"test", "test *", "* optional"}},
+     .softTypes = {"test", "test *", "* optional"},
+     .tellingKeys = {"version"}},
     {.name = "gradle",
      .isLikelyText = looksLikeGradle,
      .read = readGradle,
      .description = "What \"gradle dependencies\" prints. Projects and modules are the files.",
-     .softTypes = {"test*"}},
+     .softTypes = {"test*"},
+     .tellingKeys = {"version"}},
     {.name = "node-link",
      .isLikelyJson = looksLikeNodeLink,
      .read = readNodeLink,
@@ -147,7 +158,8 @@ const InputFormat formats[] = {
      .isLikelyText = looksLikeEdgeList,
      .read = readEdgeList,
      .description = "Two or three words on a line: source, target, type (go mod graph, tsort).\n"
-                    "Every node is a file."},
+                    "Every node is a file.",
+     .tellingKeys = {"version"}},
 };
 
 const InputFormat& likelyFormat(Input& input) {
@@ -201,6 +213,11 @@ std::string describedFormats() {
     return text +
            "\nAll of them may be compressed with gzip. Unless --input-format names it, the\n"
            "format is detected from the content, then from the file name.\n";
+}
+
+std::vector<std::string> tellingKeysOf(Input& input, std::string_view format) {
+    const auto keys = chosenFormat(input, format).tellingKeys;
+    return {keys.begin(), keys.end()};
 }
 
 GraphDraft readGraph(Input& input, std::string_view format) {

@@ -15,6 +15,13 @@ namespace depcompare {
 /// Returns: what each format is, for people, in lines that end in a line break.
 [[nodiscard]] std::string describedFormats();
 
+/// `format` is one of `inputFormats()`, or `auto`, as below.
+///
+/// Requires: an input of which nothing was read yet.
+/// Returns:  the keys of properties whose change is news, though not structural, to the format.
+/// Throws:   `InputError`.
+[[nodiscard]] std::vector<std::string> tellingKeysOf(Input& input, std::string_view format);
+
 /// `format` is one of `inputFormats()`, or `auto`: by the content, then by the file's name.
 ///
 /// Throws: `InputError`.

@@ -105,6 +105,21 @@ void writeLedger(const Ledger& ledger, JsonWriter& json) {
     json.endObject();
 }
 
+void writeTelling(const TellingKeys& keys, const VersionCounts& versions, JsonWriter& json) {
+    json.key("telling");
+    json.beginArray();
+    for (const std::u16string& key : keys) {
+        json.text(key);
+    }
+    json.endArray();
+    json.key("versions");
+    json.beginObject();
+    json.member("up", versions.up);
+    json.member("down", versions.down);
+    json.member("other", versions.other);
+    json.endObject();
+}
+
 }  // namespace
 
 std::string_view memberOf(Side side) {
@@ -124,6 +139,9 @@ void writeAccount(const Report& report, JsonWriter& json) {
     writeSummary(report.summary, json);
     json.key("ledger");
     writeLedger(report.ledger, json);
+    if (report.versions) {
+        writeTelling(report.tree->telling(), *report.versions, json);
+    }
 }
 
 }  // namespace depcompare

@@ -16,7 +16,8 @@ namespace depcompare {
 /// Returns: the node's ID as the file wrote it; valid as long as the node.
 [[nodiscard]] std::u16string_view idOf(const dependency::graph::Node& node);
 
-/// Writes the members `left`, `right`, `summary` and `ledger` of the open object.
+/// Writes the members `left`, `right`, `summary` and `ledger` of the open object, and `telling` and
+/// `versions` if telling properties are shown.
 void writeAccount(const Report& report, JsonWriter& json);
 
 }  // namespace depcompare

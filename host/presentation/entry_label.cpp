@@ -61,6 +61,18 @@ EntryLabel labelOf(const PresentedTree& tree, PresentedTree::Match match) {
     return label;
 }
 
+std::string_view nameOf(EntryKind kind) {
+    switch (kind) {
+        case EntryKind::graph:
+            return "graph";
+        case EntryKind::file:
+            return "file";
+        case EntryKind::group:
+            break;
+    }
+    return "group";
+}
+
 std::string_view nameOf(EditType type) {
     switch (type) {
         case EditType::rightOnly:

@@ -29,6 +29,9 @@ struct EntryLabel {
 
 [[nodiscard]] EntryLabel labelOf(const PresentedTree& tree, PresentedTree::Match match);
 
+/// Returns: "graph", "file" or "group".
+[[nodiscard]] std::string_view nameOf(EntryKind kind);
+
 /// Returns: "added", "removed", "changed" or "unchanged".
 [[nodiscard]] std::string_view nameOf(::comparisons::EditType type);
 

@@ -1,10 +1,16 @@
 #include "presentation/presented_tree.h"
 
 #include <algorithm>
+#include <iterator>
 #include <stdexcept>
+#include <type_traits>
 #include <utility>
 
+#include <comparisons/comparison_value.h>
+
 #include "draft/marked_id.h"
+#include "presentation/detail_edits.h"
+#include "presentation/shown_names.h"
 
 namespace depcompare {
 
@@ -13,12 +19,19 @@ using ::comparisons::EditType;
 using dependency::comparisons::FilteredGraphTree;
 using dependency::comparisons::GraphComparison;
 using dependency::comparisons::Item;
+using dependency::comparisons::NodePropertyComparison;
+using dependency::comparisons::NodePropertyEdit;
+using dependency::comparisons::NonstructuralFilter;
 using dependency::comparisons::ParallelDependencies;
 
 namespace {
 
 bool showDifference(const DiffMetrics<2>& metrics) {
     return metrics.leftOnly + metrics.rightOnly + metrics.changed != 0;
+}
+
+bool hidesProperties(const Filters& filter) {
+    return std::holds_alternative<NonstructuralFilter>(filter);
 }
 
 }  // namespace
@@ -45,15 +58,20 @@ void EntryCounts::count(const Item& item) {
 }
 
 PresentedTree::PresentedTree(std::shared_ptr<const GraphComparison> comparison,
-                             EnabledFilters filters, OldIDs oldIDs)
+                             EnabledFilters filters, OldIDs oldIDs, TellingKeys telling)
     : FilteredGraphTree(*comparison),
       comparison_(std::move(comparison)),
       filters_(std::move(filters)),
       oldIDs_(std::move(oldIDs)),
+      telling_(std::move(telling)),
+      keptToTell_(entries().size()),
       numbers_(entries().size()) {
     if (filters_.size() > maxFilters) {
         throw std::logic_error("a filter is enabled twice");
     }
+    std::ranges::transform(telling_, std::back_inserter(tellingNames_), shownNameOfFileProperty);
+    std::ranges::sort(tellingNames_);
+    findEntriesThatTell();
     hideEntries();
 }
 
@@ -88,7 +106,36 @@ bool PresentedTree::changedWithoutRow(Match match) const {
     return metrics && metrics->areZero();
 }
 
-std::unique_ptr<PresentedTree::ViewModel> PresentedTree::shownDetail(Match match) const {
+std::vector<NodePropertyEdit> PresentedTree::tellingEdits(Match match) const {
+    std::vector<NodePropertyEdit> telling;
+    const ComparedEntry& entry = compared(match);
+    if (!hasBothSides(entry.edit) || kindOf(anySide(entry.edit)) != EntryKind::file ||
+        !entry.detail.valid()) {
+        return telling;
+    }
+    forEachEdit(entry.detail.get(), [&](const auto& row) {
+        if constexpr (std::is_same_v<decltype(row), const NodePropertyEdit&>) {
+            if (::comparisons::editType(row) != EditType::unchanged &&
+                std::ranges::binary_search(tellingNames_, anySide(row).name)) {
+                telling.push_back(row);
+            }
+        }
+    });
+    return telling;
+}
+
+std::shared_ptr<PresentedTree::ViewModel> PresentedTree::wholeDetail(Match match) const {
+    auto viewModel = makeViewModel(match);
+    if (viewModel) {
+        viewModel->commit();
+    }
+    return viewModel;
+}
+
+std::shared_ptr<PresentedTree::ViewModel> PresentedTree::shownDetail(Match match) const {
+    if (isKeptToTell(match)) {
+        return tellingDetail(match);
+    }
     auto viewModel = makeViewModel(match);
     if (viewModel) {
         const ViewModel::FilterRange filters(filters_);
@@ -171,7 +218,28 @@ PresentedTree::Numbers PresentedTree::countNumbers(Match match) const {
         numbers.rows[i + 1] = static_cast<std::uint32_t>(viewModel->rowCount().visible);
     }
     numbers.metrics = viewModel->metrics();
+    if (isKeptToTell(match)) {
+        const auto shown = tellingDetail(match);
+        const auto from = std::ranges::find_if(filters_, hidesProperties) - filters_.begin();
+        std::fill(numbers.rows.begin() + from + 1, numbers.rows.end(),
+                  static_cast<std::uint32_t>(shown->rowCount().visible));
+        numbers.metrics = shown->metrics();
+    }
     return numbers;
+}
+
+std::shared_ptr<PresentedTree::ViewModel> PresentedTree::tellingDetail(Match match) const {
+    struct Detail {
+        explicit Detail(std::vector<NodePropertyEdit> edits)
+            : comparison(NodePropertyComparison(std::move(edits))) {}
+
+        ::comparisons::ComparisonValue comparison;
+        std::unique_ptr<ViewModel> viewModel;  // of the comparison
+    };
+    const auto detail = std::make_shared<Detail>(tellingEdits(match));
+    detail->viewModel = registry_.create(detail->comparison);
+    detail->viewModel->commit();
+    return {detail, detail->viewModel.get()};
 }
 
 bool PresentedTree::showsDifference(const Entry& entry) const {
@@ -185,12 +253,25 @@ bool PresentedTree::showsDifference(const Entry& entry) const {
     return metrics && showDifference(*metrics);
 }
 
+void PresentedTree::findEntriesThatTell() {
+    if (tellingNames_.empty() || std::ranges::none_of(filters_, hidesProperties)) {
+        return;
+    }
+    for (const Entry& entry : entries()) {
+        keptToTell_[entry.match->getIndex()] = !tellingEdits(entry.match).empty();
+    }
+}
+
 void PresentedTree::hideEntries() {
     hiddenBy_.assign(entries().size(), static_cast<std::uint8_t>(filters_.size()));
     for (std::size_t i = 0; i < filters_.size(); ++i) {
         applyFilter(filters_[i]);
-        for (const Entry& entry : entries()) {
+        for (Entry& entry : entries()) {
             auto& hiddenBy = hiddenBy_[entry.match->getIndex()];
+            if (hidesProperties(filters_[i]) && isKeptToTell(entry.match) &&
+                hiddenBy == filters_.size()) {
+                entry.visible = 1;
+            }
             if (entry.visible == 0 && hiddenBy == filters_.size()) {
                 hiddenBy = static_cast<std::uint8_t>(i);
             }

@@ -19,6 +19,7 @@
 #include <comparisons/viewmodel/match.h>
 #include <dependency/comparisons/compare_graphs.h>
 #include <dependency/comparisons/graph_tree_filter.h>
+#include <dependency/comparisons/node_subcomparator.h>
 #include <dependency/comparisons/view_model_factories.h>
 
 #include "presentation/enabled_filters.h"
@@ -53,6 +54,13 @@ struct Visibility {
     std::vector<HiddenByFilter> hidden;  ///< by filter, in the order of the filters
 };
 
+/// Properties of files that are part of what is shown even if the non-structural filter is on.
+///
+/// A changed file that this filter would hide stays visible if such a property differs between both
+/// sides. Of its rows, only those of such properties that differ are visible; the filter hides the
+/// others.
+using TellingKeys = std::vector<std::u16string>;
+
 class PresentedTree final : public dependency::comparisons::FilteredGraphTree {
   public:
     using Match = ::comparisons::viewmodel::tree::Match;
@@ -64,7 +72,7 @@ class PresentedTree final : public dependency::comparisons::FilteredGraphTree {
 
     /// Requires: `comparison` non-null, `filters` in order.
     PresentedTree(std::shared_ptr<const dependency::comparisons::GraphComparison> comparison,
-                  EnabledFilters filters, OldIDs oldIDs = {});
+                  EnabledFilters filters, OldIDs oldIDs = {}, TellingKeys telling = {});
 
     [[nodiscard]] static bool isMoved(Match match);
 
@@ -72,6 +80,7 @@ class PresentedTree final : public dependency::comparisons::FilteredGraphTree {
     [[nodiscard]] std::optional<std::u16string> oldID(Match match) const;
 
     [[nodiscard]] const EnabledFilters& filters() const { return filters_; }
+    [[nodiscard]] const TellingKeys& telling() const { return telling_; }
     [[nodiscard]] const ComparedEntry& compared(Match match) const {
         return (*comparison_)[vertex(match)];
     }
@@ -85,10 +94,20 @@ class PresentedTree final : public dependency::comparisons::FilteredGraphTree {
     /// Returns: true for a changed entry without a changed row among those that the filters leave.
     [[nodiscard]] bool changedWithoutRow(Match match) const;
 
+    /// Returns: whether the entry is visible for its telling properties only.
+    [[nodiscard]] bool isKeptToTell(Match match) const { return keptToTell_[match->getIndex()]; }
+
+    /// Returns: the edits of the telling properties of a file on both sides that differ.
+    [[nodiscard]] std::vector<dependency::comparisons::NodePropertyEdit> tellingEdits(
+        Match match) const;
+
     /// Returns: a view model whose table shows the rows that the filters leave; null if the entry
     ///          has no detail.
     /// Lifetime: that of the tree.
-    [[nodiscard]] std::unique_ptr<ViewModel> shownDetail(Match match) const;
+    [[nodiscard]] std::shared_ptr<ViewModel> shownDetail(Match match) const;
+
+    /// Returns: the same with all rows.
+    [[nodiscard]] std::shared_ptr<ViewModel> wholeDetail(Match match) const;
 
     /// Returns: true if a visible entry differs, or a visible row of a visible entry.
     [[nodiscard]] bool showsDifference() const;
@@ -115,14 +134,19 @@ class PresentedTree final : public dependency::comparisons::FilteredGraphTree {
     [[nodiscard]] std::unique_ptr<ViewModel> makeViewModel(Match match) const;
     [[nodiscard]] const Numbers& numbers(Match match) const;
     [[nodiscard]] Numbers countNumbers(Match match) const;
+    [[nodiscard]] std::shared_ptr<ViewModel> tellingDetail(Match match) const;
     [[nodiscard]] bool showsDifference(const Entry& entry) const;
+    void findEntriesThatTell();
     void hideEntries();
 
     std::shared_ptr<const dependency::comparisons::GraphComparison> comparison_;
     EnabledFilters filters_;
     OldIDs oldIDs_;
+    TellingKeys telling_;
+    std::vector<std::u16string> tellingNames_;  // as rows show them, sorted
     ::comparisons::FilteredVMFactoryRegistry<Filters, 2> registry_ =
         dependency::comparisons::getTwoFilteredVMFactoryRegistry();
+    std::vector<bool> keptToTell_;        // by entry
     std::vector<std::uint8_t> hiddenBy_;  // by entry: the filter's place, or one after the last
     mutable std::vector<std::optional<Numbers>> numbers_;  // by entry, if requested before
 };

@@ -1,6 +1,9 @@
 #include "presentation/report.h"
 
+#include <algorithm>
 #include <utility>
+
+#include <fl/i18n/ustring.h>
 
 namespace depcompare {
 
@@ -10,20 +13,34 @@ std::string_view Report::verdict() const {
                                      : "No differences.";
 }
 
+TellingKeys tellingKeysOf(const Inputs& inputs) {
+    TellingKeys keys;
+    for (const LoadedGraph& input : inputs) {
+        for (const std::string& key : input.tellingKeys) {
+            keys.push_back(fl::i18n::utf8_to_ustring(key));
+        }
+    }
+    std::ranges::sort(keys);
+    keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
+    return keys;
+}
+
 Report makeReport(Inputs inputs, std::array<std::string, 2> arguments, EnabledFilters filters,
-                  const InsightOptions& options, std::optional<std::vector<ListedRename>> renames) {
+                  const InsightOptions& options, std::optional<std::vector<ListedRename>> renames,
+                  TellingKeys telling) {
     Report report{.inputs = std::move(inputs),
                   .arguments = std::move(arguments),
                   .comparison = {},
                   .summary = {},
                   .tree = {},
                   .ledger = {},
-                  .insights = {}};
+                  .insights = {},
+                  .versions = {}};
     report.comparison =
         dependency::comparisons::compareGraphs(report.inputs[0].graph, report.inputs[1].graph);
     report.summary = summarize(*report.comparison);
     report.tree = std::make_unique<PresentedTree>(report.comparison, std::move(filters),
-                                                  report.inputs[0].oldIDs);
+                                                  report.inputs[0].oldIDs, std::move(telling));
     report.ledger = countLedger(report.inputs, *report.comparison, report.summary, *report.tree);
     checkLedger(report.ledger);
     if (options.detail != InsightDetail::off) {
@@ -32,6 +49,9 @@ Report makeReport(Inputs inputs, std::array<std::string, 2> arguments, EnabledFi
         if (options.linkTypes.empty()) {
             checkCauses(report.insights->causes, report.summary.groups);
         }
+    }
+    if (!report.tree->telling().empty()) {
+        report.versions = countVersions(*report.tree);
     }
     return report;
 }

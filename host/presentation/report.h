@@ -15,6 +15,7 @@
 #include "presentation/ledger.h"
 #include "presentation/presented_tree.h"
 #include "presentation/summary.h"
+#include "presentation/versions.h"
 
 namespace depcompare {
 
@@ -28,10 +29,14 @@ struct Report {
     std::unique_ptr<const PresentedTree> tree;
     Ledger ledger;
     std::shared_ptr<const Insights> insights;  ///< null if they are off
+    std::optional<VersionCounts> versions;     ///< if telling properties are shown
 
     /// Returns: "No differences." or "No visible differences."; nothing if there are some.
     [[nodiscard]] std::string_view verdict() const;
 };
+
+/// Returns: the keys that the format of either side declares telling, sorted.
+[[nodiscard]] TellingKeys tellingKeysOf(const Inputs& inputs);
 
 /// Compares two graphs and computes summary, ledger and insights, for which `renames` is as in
 /// `findInsights`.
@@ -39,6 +44,7 @@ struct Report {
 /// Throws: `LedgerError`, and what the comparison and `findInsights` throw.
 [[nodiscard]] Report makeReport(Inputs inputs, std::array<std::string, 2> arguments,
                                 EnabledFilters filters, const InsightOptions& options = {},
-                                std::optional<std::vector<ListedRename>> renames = std::nullopt);
+                                std::optional<std::vector<ListedRename>> renames = std::nullopt,
+                                TellingKeys telling = {});
 
 }  // namespace depcompare

@@ -1,58 +1,14 @@
 #include "presentation/summary.h"
 
-#include <boost/type_erasure/any_cast.hpp>
-
-#include <comparisons/combined_comparison.h>
-#include <dependency/comparisons/dependency_subcomparator.h>
-#include <dependency/comparisons/graph_subcomparator.h>
-#include <dependency/comparisons/node_subcomparator.h>
-
+#include "presentation/detail_edits.h"
 #include "presentation/presented_tree.h"
 
 namespace depcompare {
 
 namespace {
 
-using ::comparisons::CombinedComparison;
-using ::comparisons::ComparisonValue;
 using ::comparisons::EditType;
-using dependency::comparisons::DependencyComparison;
 using dependency::comparisons::GraphComparison;
-using dependency::comparisons::GraphPropertyComparison;
-using dependency::comparisons::NodePropertyComparison;
-
-template <class Comparison>
-const Comparison* held(const ComparisonValue& detail) {
-    return boost::type_erasure::any_cast<const Comparison*>(&detail);
-}
-
-template <class Comparison>
-EditCounts countEdits(const Comparison& comparison) {
-    EditCounts counts;
-    for (const auto& edit : comparison.edits()) {
-        counts.count(::comparisons::editType(edit));
-    }
-    return counts;
-}
-
-/// Returns: the rows of a detail comparison; those of all members for a combined one.
-EditCounts rowsOf(const ComparisonValue& detail) {
-    if (const auto* graph = held<GraphPropertyComparison>(detail)) {
-        return countEdits(*graph);
-    }
-    if (const auto* file = held<NodePropertyComparison>(detail)) {
-        return countEdits(*file);
-    }
-    if (const auto* dependencies = held<DependencyComparison>(detail)) {
-        return countEdits(*dependencies);
-    }
-    EditCounts counts;
-    for (const auto& member :
-         boost::type_erasure::any_cast<const CombinedComparison&>(detail).members()) {
-        counts += rowsOf(member);
-    }
-    return counts;
-}
 
 }  // namespace
 
@@ -97,7 +53,8 @@ Summary summarize(const GraphComparison& comparison) {
         summary.showsDifference |= type != EditType::unchanged;
         EditCounts rows;
         if (entry.detail.valid()) {
-            rows = rowsOf(entry.detail.get());
+            forEachEdit(entry.detail.get(),
+                        [&](const auto& edit) { rows.count(::comparisons::editType(edit)); });
             summary.showsDifference |= rows.showsDifference();
         }
         switch (kindOf(::comparisons::anySide(entry.edit))) {

@@ -21,7 +21,7 @@ struct SwitchedTable {
 
 /// Lifetime: the tables are valid as long as the view model.
 struct SwitchedDetail {
-    std::unique_ptr<PresentedTree::ViewModel> viewModel;
+    std::shared_ptr<PresentedTree::ViewModel> viewModel;
     std::vector<SwitchedTable> tables;  ///< in display order; several for a combined detail
 };
 

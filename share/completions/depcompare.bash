@@ -8,7 +8,7 @@ _depcompare() {
         option=${COMP_WORDS[COMP_CWORD - 2]}
     fi
     case $option in
-        -f | --format) choices='text json html markdown summary' ;;
+        -f | --format) choices='text json html markdown summary csv tsv' ;;
         --color | --progress) choices='auto always never' ;;
         --filter) choices='nonstructural unchanged' ;;
         --fail-on) choices='any structural cycles none' ;;
@@ -18,13 +18,13 @@ _depcompare() {
         --convert) choices='csv jgf' ;;
         --node-id) choices='auto id name' ;;
         --report)
-            choices='text= json= html= markdown= summary= renames='
+            choices='text= json= html= markdown= summary= csv= tsv= renames='
             compopt -o nospace
             ;;
         --locale | --file-type | --max-* | --area* | --link-type | --rename | --why) return ;;
         *)
             [[ $word == -* ]] || return
-            choices='-f --format -o --output --report --max-bytes -q --quiet --locale --color
+            choices='-f --format -o --output --report --max-bytes --raw -q --quiet --locale --color
                 --progress --no-pager --filter --no-filter --fail-on --insights --area-depth --area
                 --area-separator --link-type --renames --rename --why --input-format --list-formats --node-id
                 --file-type --allow-empty --max-input-bytes --max-nesting --max-nodes --max-edges

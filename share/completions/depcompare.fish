@@ -1,8 +1,9 @@
 # Completion of depcompare's command line, for fish.
-complete -c depcompare -s f -l format -x -a 'text json html markdown summary' -d 'What to write'
+complete -c depcompare -s f -l format -x -a 'text json html markdown summary csv tsv' -d 'What to write'
 complete -c depcompare -s o -l output -r -F -d 'Write to FILE instead of standard output (atomically)'
-complete -c depcompare -l report -r -a 'text= json= html= markdown= summary= renames=' -d 'Also write a report to FILE'
+complete -c depcompare -l report -r -a 'text= json= html= markdown= summary= csv= tsv= renames=' -d 'Also write a report to FILE'
 complete -c depcompare -l max-bytes -x -d 'Truncate a Markdown report at N bytes'
+complete -c depcompare -l raw -d 'Write cells of a table even if they look like formulas'
 complete -c depcompare -s q -l quiet -d 'Print nothing; report through the exit status only'
 complete -c depcompare -l locale -x -d 'Language of labels, letter case and dates'
 complete -c depcompare -l color -x -a 'auto always never' -d 'Use colours'

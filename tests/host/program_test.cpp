@@ -21,16 +21,44 @@ const std::string newer = "'" EXAMPLES "/ninja-v1.12.1.graphml'";
 const std::string both = older + ' ' + newer;
 // NOLINTEND(cert-err58-cpp)
 
-TEST_F(Program, theTrueNumbersOfAllSamplePairsComeOut) {
+class SamplePairs : public Program {
+  protected:
+    // Changed versions, and nothing else of a file on both sides, are visible by default.
+    void expectVersions(const json& pair, const std::string& words) const {
+        const json report = json::parse(run("-f json " + words).output);
+        ASSERT_EQ(report.contains("telling"), pair.contains("versions")) << words;
+        if (!pair.contains("versions")) {
+            return;
+        }
+        EXPECT_EQ(report["versions"], pair["versions"]) << words;
+        std::size_t changed = 0;
+        for (const json& file : report["tree"]["children"]) {
+            if (file["edit"] == "changed" && file["visible"] == true) {
+                ++changed;
+                EXPECT_EQ(file["detail"]["rows"].size(), 1U);
+                EXPECT_EQ(file["detail"]["rows"][0]["left"]["name"], "version");
+            }
+        }
+        std::size_t expected = 0;
+        for (const json& count : pair["versions"]) {
+            expected += count.get<std::size_t>();
+        }
+        EXPECT_EQ(changed, expected) << words;
+        EXPECT_EQ(json::parse(run("-f json --filter nonstructural " + words).output).size(), 10U);
+    }
+};
+
+TEST_F(SamplePairs, theTrueNumbersOfAllSamplePairsComeOut) {
     for (const auto& [samples, leastPairs] :
          {std::pair(fs::path(EXAMPLES), 5U), std::pair(fs::path(TEST_DATA), 31U)}) {
         const json truth = json::parse(contentOf(samples / "true_numbers.json"));
         ASSERT_GE(truth.size(), leastPairs);
         for (const json& pair : truth) {
             const std::string about = pair["old"].get<std::string>();
-            const Outcome outcome = run("--format json --no-filter " + pair.value("options", "") +
-                                        " '" + (samples / about).string() + "' '" +
-                                        (samples / pair["new"].get<std::string>()).string() + "'");
+            const std::string words = pair.value("options", "") + " '" +
+                                      (samples / about).string() + "' '" +
+                                      (samples / pair["new"].get<std::string>()).string() + "'";
+            const Outcome outcome = run("--format json --no-filter " + words);
             ASSERT_EQ(outcome.status, 1) << about << outcome.error;
             EXPECT_EQ(outcome.error, "") << about;
             const json report = json::parse(outcome.output);
@@ -47,6 +75,7 @@ TEST_F(Program, theTrueNumbersOfAllSamplePairsComeOut) {
                 const json& found = report["insights"][json::json_pointer(place)];
                 EXPECT_EQ(found.is_array() ? json(found.size()) : found, expected) << place;
             }
+            expectVersions(pair, words);
         }
     }
 }

@@ -35,10 +35,6 @@ using Match = PresentedTree::Match;
 using Row = ::comparisons::viewmodel::parameter::tessel::Entry;
 using ViewModel = PresentedTree::ViewModel;
 
-std::string_view wordOf(EntryKind kind) {
-    return kind == EntryKind::graph ? "graph" : kind == EntryKind::file ? "file" : "group";
-}
-
 void writeRow(const Row& row, JsonWriter& json) {
     json.beginObject();
     json.member("edit", nameOf(row->getEditTypes()[0]));
@@ -149,7 +145,7 @@ class JsonReport {
         const auto& compared = report_.tree->compared(match);
         json_.breakLine();
         json_.beginObject();
-        json_.member("kind", wordOf(kindOf(::comparisons::anySide(compared.edit))));
+        json_.member("kind", nameOf(kindOf(::comparisons::anySide(compared.edit))));
         json_.member("edit", nameOf(match->getEditTypes().front()));
         json_.key("visible");
         json_.boolean(entry.visible != 0);

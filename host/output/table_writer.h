@@ -1,0 +1,35 @@
+#pragma once
+// Tables as text for spreadsheets and programs.
+#include <initializer_list>
+#include <string_view>
+
+#include "output/output.h"
+
+namespace depcompare {
+
+struct TableForm {
+    char separator = ',';
+    std::string_view endOfLine = "\r\n";
+    bool guarded = false;  ///< whether a cell that a spreadsheet may take for a formula is changed
+};
+
+/// Writes rows as RFC 4180 has them. A cell that begins with `#` is quoted too, since readers may take
+/// its line for a comment.
+///
+/// A guarded cell begins with an apostrophe if it began with one, or as a formula may: with = + - @,
+/// their full-width forms, a tab or a line break. Without the first apostrophe of each cell that begins
+/// with one, the table is as it was.
+class TableWriter {
+  public:
+    TableWriter(Output& output, const TableForm& form) : output_(output), form_(form) {}
+
+    void row(std::initializer_list<std::u16string_view> cells);
+
+  private:
+    void cell(std::u16string_view text);
+
+    Output& output_;
+    TableForm form_;
+};
+
+}  // namespace depcompare
