@@ -44,7 +44,8 @@ class SamplePairs : public Program {
             expected += count.get<std::size_t>();
         }
         EXPECT_EQ(changed, expected) << words;
-        EXPECT_EQ(json::parse(run("-f json --filter nonstructural " + words).output).size(), 10U);
+        const json filtered = json::parse(run("-f json --filter nonstructural " + words).output);
+        EXPECT_FALSE(filtered.contains("telling") || filtered.contains("versions")) << words;
     }
 };
 
