@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <stdexcept>
 #include <utility>
 
 #include <fl/i18n/ustring.h>
@@ -93,6 +94,22 @@ std::optional<Format> furtherFormat(std::string_view name) {
     }
     const auto* const format = std::ranges::find(formats, name, &Choice<Format>::name);
     return format == std::end(formats) ? std::nullopt : std::optional(format->value);
+}
+
+auto collect(std::vector<std::string> Selection::*member) {
+    return [member](Options& options, const Arguments& arguments) {
+        options.reading.selection.*member = arguments;
+    };
+}
+
+void addReplacements(Options& options, const Arguments& arguments) {
+    for (const std::string& text : arguments) {
+        try {
+            options.reading.idEdits.replacements.emplace_back(text);
+        } catch (const std::invalid_argument& problem) {
+            throw UsageError(fmt::format("--id-replace {}: {}", text, problem.what()));
+        }
+    }
 }
 
 void addReports(Options& options, const Arguments& arguments) {
@@ -367,6 +384,49 @@ OptionGroup readingOptions() {
               }}}};
 }
 
+OptionGroup selectingOptions() {
+    return {"What is compared (GLOB: * ? and ranges in brackets, of the whole text)",
+            {{.names = "--only",
+              .argument = "GLOB",
+              .description = "Compare only nodes with such an ID, and what they need",
+              .repeats = true,
+              .take = collect(&Selection::only)},
+             {.names = "--exclude",
+              .argument = "GLOB",
+              .description = "Leave out nodes with such an ID",
+              .repeats = true,
+              .take = collect(&Selection::exclude)},
+             {.names = "--ignore-property",
+              .argument = "GLOB",
+              .description = "Leave out properties with such a key",
+              .repeats = true,
+              .take = collect(&Selection::ignoredProperties)},
+             {.names = "--ignore-component",
+              .argument = "GLOB",
+              .description = "Leave such components out of dependencies",
+              .repeats = true,
+              .take = collect(&Selection::ignoredComponents)},
+             {.names = "--keep-build-data",
+              .description = "Keep what changes with every build of an SBOM",
+              .take = [](Options& options,
+                         const Arguments&) { options.reading.selection.keepsBuildData = true; }},
+             {.names = "--strip-prefix",
+              .argument = "PATH",
+              .description = "Take this folder off the IDs of nodes",
+              .repeats = true,
+              .take = [](Options& options,
+                         const Arguments& paths) { options.reading.idEdits.prefixes = paths; }},
+             {.names = "--strip-version",
+              .description = "Take the versions of packages off the IDs of nodes",
+              .take = [](Options& options,
+                         const Arguments&) { options.reading.idEdits.withoutVersion = true; }},
+             {.names = "--id-replace",
+              .argument = "EDIT",
+              .description = "Edit the IDs of nodes: s/PATTERN/TEXT/, as sed does",
+              .repeats = true,
+              .take = addReplacements}}};
+}
+
 OptionGroup limitOptions() {
     // Nodes, edges and texts are numbered with 32 bits.
     constexpr std::uint64_t mostNumbers = 2'000'000'000;
@@ -391,7 +451,11 @@ OptionGroup conversionOptions() {
               .choices = namesOf(graphForms),
               .description = "Write LEFT, the only graph, in another format",
               .inShortHelp = true,
-              .take = choose(&Options::conversion, graphForms)},
+              .take =
+                  [](Options& options, const Arguments& forms) {
+                      choose(&Options::conversion, graphForms)(options, forms);
+                      options.reading.selection.keepsBuildData = true;
+                  }},
              {.names = "--textconv",
               .description = "Write LEFT, the only graph, as lines for git diff",
               .inShortHelp = true,
@@ -484,8 +548,8 @@ std::string fullLine(const OptionRow& row) {
 }  // namespace
 
 std::vector<OptionGroup> optionTable() {
-    return {reportOptions(), filterOptions(),     insightOptions(), readingOptions(),
-            limitOptions(),  conversionOptions(), otherOptions()};
+    return {reportOptions(),    filterOptions(), insightOptions(),    readingOptions(),
+            selectingOptions(), limitOptions(),  conversionOptions(), otherOptions()};
 }
 
 std::string shortHelp() {

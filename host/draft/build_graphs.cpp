@@ -20,6 +20,8 @@
 
 #include "draft/both_sides.h"
 #include "draft/choose_node_ids.h"
+#include "draft/edit_ids.h"
+#include "draft/leave_out.h"
 #include "draft/marked_id.h"
 #include "input/input_error.h"
 
@@ -301,10 +303,18 @@ LoadedGraph buildRenamed(GraphDraft draft, const std::vector<NodeIDs>& renames) 
 std::array<LoadedGraph, 2> buildGraphs(std::array<GraphDraft, 2> drafts, const ReadOptions& options,
                                        const ChooseRenames& chooseRenames) {
     chooseNodeIDs(drafts, options.nodeID);
+    editNodeIDs(drafts, options.idEdits);
+    std::array<std::size_t, 2> nodes{};
+    std::array<std::size_t, 2> edges{};
+    for (std::size_t side = 0; side < drafts.size(); ++side) {
+        applyFileTypes(drafts[side], options.fileTypes);
+        nodes[side] = drafts[side].nodes.size();
+        edges[side] = drafts[side].edges.size();
+    }
+    const std::array<LeftOut, 2> leftOut = leaveOut(drafts, options.selection);
     std::optional<GraphDraft> kept;
     auto graphs = onBothSides([&](std::size_t side) {
         GraphDraft& draft = drafts[side];
-        applyFileTypes(draft, options.fileTypes);
         noteMissingFiles(draft, options.requireFiles);
         warnOfPositions(draft);
         if (chooseRenames && side == 0) {
@@ -316,6 +326,11 @@ std::array<LoadedGraph, 2> buildGraphs(std::array<GraphDraft, 2> drafts, const R
         if (const auto renames = chooseRenames(graphs); !renames.empty()) {
             graphs[0] = buildRenamed(*std::move(kept), renames);
         }
+    }
+    for (std::size_t side = 0; side < graphs.size(); ++side) {
+        graphs[side].nodesRead = nodes[side];
+        graphs[side].dependenciesRead = edges[side];
+        graphs[side].leftOut = leftOut[side];
     }
     return graphs;
 }

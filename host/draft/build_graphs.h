@@ -13,6 +13,7 @@
 #include <dependency/graph/graph.h>
 
 #include "draft/graph_draft.h"
+#include "draft/leave_out.h"
 #include "draft/read_options.h"
 
 namespace depcompare {
@@ -30,6 +31,9 @@ struct LoadedGraph {
     std::size_t nodes = 0;
     std::size_t files = 0;
     std::size_t dependencies = 0;
+    std::size_t nodesRead = 0;         ///< those of the file, whatever was left out
+    std::size_t dependenciesRead = 0;  ///< the same
+    LeftOut leftOut = {};
     boost::posix_time::ptime analysisTime;
     std::vector<std::string> warnings;
     std::size_t alarms = 0;                ///< how many of them, the first ones, nothing may hide
@@ -52,8 +56,8 @@ using ChooseRenames = std::function<std::vector<NodeIDs>(const std::array<Loaded
 ///
 /// Returns: left, right; each with marked node IDs (see `marked_id.h`).
 /// Throws:  `InputError` if a side has nodes but not one with the property that tells them apart,
-///          for two nodes that would have one ID, and, if the options require files, for nodes
-///          without a file.
+///          for two nodes that would have one ID, if the options leave no node, and, if they require
+///          files, for nodes without a file.
 [[nodiscard]] std::array<LoadedGraph, 2> buildGraphs(std::array<GraphDraft, 2> drafts,
                                                      const ReadOptions& options = {},
                                                      const ChooseRenames& chooseRenames = {});

@@ -80,6 +80,7 @@ struct GraphDraft {
     std::vector<NodePropertyDraft> nodeProperties;  ///< in any order; a later value of a key holds
     std::vector<PropertyDraft> nodeDefaults;        ///< for nodes that lack the key
     std::vector<PropertyDraft> graphProperties;     ///< a later value of a key holds
+    std::vector<TextNumber> buildKeys;  ///< of graph properties that change with every build
     std::vector<EdgeDraft> edges;
     /// Preferred IDs of nodes, used if they are unique in both files of a comparison; of one node's,
     /// the best first.

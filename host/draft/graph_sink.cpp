@@ -245,6 +245,11 @@ void GraphSink::finishEdges() {
             }
         }
     }
+    if (foldsEqualEdges_) {
+        std::ranges::sort(draft_.edges);
+        const auto [first, last] = std::ranges::unique(draft_.edges);
+        draft_.edges.erase(first, last);
+    }
 }
 
 void GraphSink::finishGraphProperties() {

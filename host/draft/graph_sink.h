@@ -53,6 +53,9 @@ class GraphSink {
     /// The key `timestamp` is also the time of the analysis.
     void setGraphProperty(std::string_view key, std::string_view value);
 
+    /// Declares a property of the graph that changes with every build, though nothing else does.
+    void declareBuildProperty(std::string_view key) { draft_.buildKeys.push_back(intern(key)); }
+
     /// Values for nodes, edges and a graph that have none of their own.
     void setDefaultName(std::string_view name) { defaultName_ = name; }
     void setDefaultType(std::string_view type) { defaultType_ = type; }
@@ -62,6 +65,8 @@ class GraphSink {
 
     /// Makes nodes of ends of edges that are never added, with a warning.
     void addMissingEnds() { addsMissingEnds_ = true; }
+    /// Makes one edge of those that are equal in everything, for formats that repeat parts of trees.
+    void foldEqualEdges() { foldsEqualEdges_ = true; }
 
     void warn(std::string warning) { draft_.warnings.push_back(std::move(warning)); }
 
@@ -115,6 +120,7 @@ class GraphSink {
     NodeNumber lastUpstream_ = 0;  // writers tend to list the edges of one node together
     std::size_t addedNodes_ = 0;
     bool addsMissingEnds_ = false;
+    bool foldsEqualEdges_ = false;
 };
 
 }  // namespace depcompare

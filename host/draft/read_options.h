@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "draft/edit_ids.h"
+#include "draft/leave_out.h"
 #include "input/limits.h"
 
 namespace depcompare {
@@ -13,6 +15,8 @@ struct ReadOptions {
     std::vector<std::string> fileTypes = {};  ///< types that make a node a file, besides `file`
     bool emptyInputs = false;                 ///< whether an empty input is an empty graph
     bool requireFiles = false;                ///< whether nodes without a file are refused
+    IdEdits idEdits = {};
+    Selection selection = {};
     Limits limits = {};
 };
 

@@ -1,8 +1,13 @@
 #pragma once
 // The names by which the data of edges go in formats that have no names of their own for them.
+#include <cstddef>
+#include <set>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "draft/graph_draft.h"
+#include "draft/graph_sink.h"
 
 namespace depcompare {
 
@@ -17,6 +22,22 @@ inline constexpr std::pair<const char*, EdgeColumn> edgeData[] = {
     {downstreamComponentName, EdgeColumn::downstreamComponent},
     {upstreamComponentTypeName, EdgeColumn::upstreamComponentType},
     {downstreamComponentTypeName, EdgeColumn::downstreamComponentType},
+};
+
+/// Sets data of edges by these names, and remembers the names of others, which are ignored.
+class NamedEdgeData {
+  public:
+    explicit NamedEdgeData(GraphSink& sink) : sink_(sink) {}
+
+    /// `shown` is what messages call the name.
+    void set(std::size_t edge, std::string_view name, std::string_view value,
+             std::string_view shown);
+    /// Warns of the names that were ignored, if any; `what` they are: "columns".
+    void warnOfIgnored(std::string_view what) const;
+
+  private:
+    GraphSink& sink_;
+    std::set<std::string> ignored_;
 };
 
 }  // namespace depcompare

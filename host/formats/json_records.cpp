@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+#include <set>
 #include <span>
 #include <utility>
 
@@ -57,18 +58,43 @@ std::string withoutPlace(std::string_view problem) {
     return std::string(problem.substr(0, problem.find("; last read")));
 }
 
+bool fitsStep(std::string_view key, const JsonStep& step) {
+    return step.isElement ? key == "*" : key == "{}" || key == step.key;
+}
+
+const json& memberOfKind(const json& object, const char* key, const json& none,
+                         std::string_view kind, const GraphSink& sink) {
+    const json& member = memberOf(object, key);
+    if (member.is_null()) {
+        return none;
+    }
+    if (member.type() != none.type()) {
+        sink.fail(fmt::format("\"{}\" is not {}", key, kind));
+    }
+    return member;
+}
+
 }  // namespace
 
 /// Follows the path, and builds what is wanted.
 class JsonEvents final : public json::json_sax_t {
   public:
-    JsonEvents(JsonBytes& bytes, JsonRecords& records,
-               std::initializer_list<std::string_view> required,
-               std::initializer_list<std::string_view> known)
-        : bytes_(bytes), records_(records), required_(required), known_(known) {}
+    JsonEvents(JsonBytes& bytes, JsonRecords& records, const JsonFormat& format)
+        : bytes_(bytes), records_(records), format_(format) {}
 
-    [[nodiscard]] bool hasRequiredKey() const { return hasRequiredKey_; }
-    [[nodiscard]] bool isArray() const { return isArray_; }
+    /// Requires: the document was read.
+    void requireMembers() const {
+        const auto isThere = [&](std::string_view key) { return keys_.contains(key); };
+        const auto& required = format_.required;
+        if (!required.empty() && std::ranges::none_of(required, isThere)) {
+            bytes_.fail(
+                fmt::format("the document has no member \"{}\"", fmt::join(required, "\" or \"")));
+        }
+        if (format_.excludesOthers && std::ranges::count_if(required, isThere) > 1) {
+            bytes_.fail(fmt::format("the document has more than one of the members \"{}\"",
+                                    fmt::join(required, "\", \"")));
+        }
+    }
     [[nodiscard]] std::vector<std::string>& unknownKeys() { return unknownKeys_; }
 
     bool null() override { return value(json()); }
@@ -102,17 +128,66 @@ class JsonEvents final : public json::json_sax_t {
     }
 
   private:
-    [[nodiscard]] bool isRequired(std::string_view key) const {
-        return std::ranges::find(required_, key) != required_.end();
+    void noteOutermost(const std::string& key) {
+        bool isAny = false;
+        for (const JsonPlace& place : format_.records) {
+            isAny |= !place.path.empty() && place.path[0] == "{}";
+            if (!place.path.empty() && place.path[0] == key) {
+                noteOnce(place.path[0]);
+                return;
+            }
+        }
+        for (const auto* keys : {&format_.required, &format_.known}) {
+            if (const auto found = std::ranges::find(*keys, key); found != keys->end()) {
+                noteOnce(*found);
+                return;
+            }
+        }
+        if (!isAny && unknownKeys_.size() < mostUnknownKeys &&
+            std::ranges::find(unknownKeys_, key) == unknownKeys_.end()) {
+            unknownKeys_.push_back(key);
+        }
     }
 
-    void noteOutermost(const std::string& key) {
-        if (isRequired(key) || isRequired("{}")) {
-            hasRequiredKey_ = true;
-        } else if (std::ranges::find(known_, key) == known_.end() &&
-                   std::ranges::find(unknownKeys_, key) == unknownKeys_.end() &&
-                   unknownKeys_.size() < mostUnknownKeys) {
-            unknownKeys_.push_back(key);
+    // Their contents would be merged.
+    void noteOnce(std::string_view key) {
+        if (!keys_.insert(key).second) {
+            bytes_.fail(fmt::format("the document has two members \"{}\"", key));
+        }
+    }
+
+    /// Returns: whether the value that begins here is a record.
+    [[nodiscard]] bool isRecord(json::value_t kind) const {
+        bool isPlaceOfRecord = false;
+        bool isPlaceOfObject = false;
+        bool isCollection = false;
+        bool fits = kind == json::value_t::null;
+        for (const auto& [place, takesObjectsOnly] : format_.records) {
+            if (place.size() < path_.depth() || !path_.leadsTo(place)) {
+                continue;
+            }
+            if (place.size() == path_.depth()) {
+                isPlaceOfRecord = true;
+                isPlaceOfObject = takesObjectsOnly;
+            } else {
+                isCollection = true;
+                fits |= kind == (place[path_.depth()] == "*" ? json::value_t::array
+                                                             : json::value_t::object);
+            }
+        }
+        if (isCollection) {  // whatever a place with "{}" says of all others
+            requireKind(fits, kind == json::value_t::array ? "an object" : "an array");
+            return false;
+        }
+        requireKind(!isPlaceOfObject || kind == json::value_t::object, "an object");
+        return isPlaceOfRecord;
+    }
+
+    void requireKind(bool fits, std::string_view expected) const {
+        if (!fits) {
+            bytes_.fail(fmt::format("{} is not {}",
+                                    path_.depth() == 0 ? "the document" : inQuotes(path_.text()),
+                                    expected));
         }
     }
 
@@ -120,7 +195,7 @@ class JsonEvents final : public json::json_sax_t {
         bytes_.endToken();
         if (!open_.empty()) {
             place(std::move(value));
-        } else if (records_.wants(path_)) {
+        } else if (isRecord(value.type())) {
             records_.take(path_, value);
         }
         return leave();
@@ -130,11 +205,10 @@ class JsonEvents final : public json::json_sax_t {
         bytes_.endToken();
         if (!open_.empty()) {
             open_.push_back(place(json(kind)));
-        } else if (records_.wants(path_)) {
+        } else if (isRecord(kind)) {
             record_ = json(kind);
             open_.push_back(&record_);
         }
-        isArray_ = path_.depth() == 0 ? isArray : isArray_;
         path_.steps_.push_back({.key = {}, .index = 0, .isElement = isArray});
         if (path_.depth() > bytes_.limits().nestingDepth) {
             bytes_.fail(tooDeep("values", bytes_.limits()));
@@ -176,26 +250,31 @@ class JsonEvents final : public json::json_sax_t {
     JsonRecords& records_;
     static constexpr std::size_t mostUnknownKeys = 20;  // more than anyone reads
 
-    std::initializer_list<std::string_view> required_;
-    std::initializer_list<std::string_view> known_;
+    const JsonFormat& format_;
+    std::set<std::string_view> keys_;  // of the format, that the document has
     std::vector<std::string> unknownKeys_;
-    bool hasRequiredKey_ = false;
-    bool isArray_ = false;  // the document
     JsonPath path_;
     json record_;
     std::vector<json*> open_;  // the containers of the record that are open
 };
 
 bool JsonPath::is(std::initializer_list<std::string_view> pattern) const {
-    return pattern.size() == steps_.size() && beginsWith(pattern);
+    return std::ranges::equal(pattern, steps_, fitsStep);
 }
 
-bool JsonPath::beginsWith(std::initializer_list<std::string_view> pattern) const {
-    return pattern.size() <= steps_.size() &&
-           std::equal(pattern.begin(), pattern.end(), steps_.begin(),
-                      [](std::string_view key, const JsonStep& step) {
-                          return step.isElement ? key == "*" : key == "{}" || key == step.key;
-                      });
+bool JsonPath::leadsTo(const std::vector<std::string_view>& pattern) const {
+    return pattern.size() >= steps_.size() &&
+           std::ranges::equal(std::span(pattern).first(steps_.size()), steps_, fitsStep);
+}
+
+std::string JsonPath::text() const {
+    std::string text;
+    for (const JsonStep& step : steps_) {
+        text += step.isElement ? fmt::format("[{}]", step.index)
+                : text.empty() ? step.key
+                               : "." + step.key;
+    }
+    return text;
 }
 
 JsonBytes::JsonBytes(Input& input) : input_(input), piece_(pieceBytes) {
@@ -226,17 +305,10 @@ void JsonBytes::fail(std::string_view problem) const {
 }
 
 std::vector<std::string> parseJson(JsonBytes& bytes, JsonRecords& records,
-                                   std::initializer_list<std::string_view> required,
-                                   std::initializer_list<std::string_view> known) {
-    JsonEvents events(bytes, records, required, known);
+                                   const JsonFormat& format) {
+    JsonEvents events(bytes, records, format);
     json::sax_parse(ByteIterator(bytes), ByteIterator(), &events);
-    if (required.size() == 0 && !events.isArray()) {
-        bytes.fail("the document is not an array");
-    }
-    if (required.size() != 0 && !events.hasRequiredKey()) {
-        bytes.fail(
-            fmt::format("the document has no member \"{}\"", fmt::join(required, "\" or \"")));
-    }
+    events.requireMembers();
     return std::move(events.unknownKeys());
 }
 
@@ -245,9 +317,8 @@ JsonGraphReader::JsonGraphReader(Input& input)
     sink_.addMissingEnds();
 }
 
-void JsonGraphReader::parse(std::initializer_list<std::string_view> required,
-                            std::initializer_list<std::string_view> known) {
-    std::vector<std::string> unknown = parseJson(bytes_, *this, required, known);
+void JsonGraphReader::parse(const JsonFormat& format) {
+    std::vector<std::string> unknown = parseJson(bytes_, *this, format);
     if (!unknown.empty()) {
         std::ranges::transform(unknown, unknown.begin(), inQuotes);
         sink_.warn(fmt::format("ignored members that this format does not have: {}",
@@ -268,6 +339,16 @@ const json& memberOf(const json& object, const char* key) {
     static const json none;
     const auto member = object.is_object() ? object.find(key) : object.end();
     return member == object.end() ? none : *member;
+}
+
+const json& elementsOf(const json& object, const char* key, const GraphSink& sink) {
+    static const json none = json::array();
+    return memberOfKind(object, key, none, "an array", sink);
+}
+
+const json& membersOf(const json& object, const char* key, const GraphSink& sink) {
+    static const json none = json::object();
+    return memberOfKind(object, key, none, "an object", sink);
 }
 
 bool isTrue(const json& object, const char* key) {

@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <nlohmann/json.hpp>
@@ -26,7 +27,10 @@ class JsonPath {
     /// A pattern is a list of keys; "*" stands for any element of an array, "{}" for any member of
     /// an object.
     [[nodiscard]] bool is(std::initializer_list<std::string_view> pattern) const;
-    [[nodiscard]] bool beginsWith(std::initializer_list<std::string_view> pattern) const;
+    /// Returns: whether the pattern's first keys, as many as the path has steps, are this path.
+    [[nodiscard]] bool leadsTo(const std::vector<std::string_view>& pattern) const;
+    /// Returns: the path for people: `graph.nodes`, `components[3]`.
+    [[nodiscard]] std::string text() const;
     [[nodiscard]] std::size_t depth() const { return steps_.size(); }
     [[nodiscard]] const JsonStep& operator[](std::size_t depth) const { return steps_[depth]; }
     /// Requires: the path is not empty.
@@ -37,12 +41,33 @@ class JsonPath {
     std::vector<JsonStep> steps_;
 };
 
-/// What a reader wants of a document.
+/// A place of values that a reader takes.
+struct JsonPlace {
+    std::vector<std::string_view> path;  ///< a pattern, see `JsonPath`
+    bool takesObjectsOnly = false;       ///< whether any other value there is an error
+};
+
+[[nodiscard]] inline JsonPlace valuesAt(std::vector<std::string_view> path) {
+    return {.path = std::move(path), .takesObjectsOnly = false};
+}
+
+[[nodiscard]] inline JsonPlace objectsAt(std::vector<std::string_view> path) {
+    return {.path = std::move(path), .takesObjectsOnly = true};
+}
+
+/// What a reader expects of a document. The collections that lead to its records must be arrays or
+/// objects, as the places say, or null.
+struct JsonFormat {
+    std::vector<JsonPlace> records;
+    std::vector<std::string_view> required = {};  ///< outermost members: there has to be one
+    bool excludesOthers = false;                  ///< and only one of these
+    std::vector<std::string_view> known = {};     ///< outermost members that are left out
+};
+
 class JsonRecords {
   public:
-    /// Returns: whether to collect the value that begins here. Not called for values inside a
-    ///          collected one.
-    [[nodiscard]] virtual bool wants(const JsonPath& path) const = 0;
+    /// Called with each value that is a record, as a whole.
+    ///
     /// Order: as in the document. Numbers with a fraction, or too large, are verbatim texts.
     virtual void take(const JsonPath& path, const nlohmann::json& value) = 0;
 
@@ -80,13 +105,11 @@ class JsonBytes {
     std::size_t longestToken_;
 };
 
-/// Returns: the outermost members that are neither `required` nor `known`, each once.
-/// Throws:  `InputError` for what is not JSON or not UTF-8, beyond the limits, and for a document
-///          that has none of the outermost members `required` ("{}" is any), or, if there are
-///          none, is not an array: it is then of another format; what `records` throws.
+/// Returns: the outermost members that the format does not have, each once.
+/// Throws:  `InputError` for what is not JSON or not UTF-8, beyond the limits, not as the format
+///          expects, and for an outermost member that occurs twice; what `records` throws.
 std::vector<std::string> parseJson(JsonBytes& bytes, JsonRecords& records,
-                                   std::initializer_list<std::string_view> required,
-                                   std::initializer_list<std::string_view> known = {});
+                                   const JsonFormat& format);
 
 /// What readers of JSON have in common: records in, a graph out. Nodes that only edges name are
 /// added.
@@ -98,8 +121,7 @@ class JsonGraphReader : public JsonRecords {
     JsonGraphReader& operator=(const JsonGraphReader&) = delete;
 
     /// As `parseJson`; members that are not known are named in a warning.
-    void parse(std::initializer_list<std::string_view> required,
-               std::initializer_list<std::string_view> known = {});
+    void parse(const JsonFormat& format);
 
     JsonBytes bytes_;
     GraphSink sink_;
@@ -113,6 +135,15 @@ class JsonGraphReader : public JsonRecords {
 
 /// Returns: the member; null if `object` is not an object or has no such member.
 [[nodiscard]] const nlohmann::json& memberOf(const nlohmann::json& object, const char* key);
+
+/// Returns: the member, an array; an empty one if it is null or missing.
+/// Throws:  `InputError` if it is anything else.
+[[nodiscard]] const nlohmann::json& elementsOf(const nlohmann::json& object, const char* key,
+                                               const GraphSink& sink);
+
+/// The same for an object.
+[[nodiscard]] const nlohmann::json& membersOf(const nlohmann::json& object, const char* key,
+                                              const GraphSink& sink);
 
 /// Returns: whether the member is there and true.
 [[nodiscard]] bool isTrue(const nlohmann::json& object, const char* key);

@@ -6,9 +6,14 @@
 #include <string_view>
 #include <vector>
 
+#include "draft/graph_draft.h"
+#include "draft/graph_sink.h"
 #include "input/input.h"
 
 namespace depcompare {
+
+/// Returns: the text without a carriage return at its end.
+[[nodiscard]] std::string_view withoutReturn(std::string_view line);
 
 class LineReader {
   public:
@@ -34,14 +39,34 @@ class LineReader {
     std::string text_;
 };
 
+/// What readers of lines have in common: lines in, a graph out.
+class LineGraphReader {
+  protected:
+    explicit LineGraphReader(Input& input)
+        : lines_(input), sink_(input.name(), input.limits(), [this] { return lines_.line(); }) {}
+    ~LineGraphReader() = default;
+    LineGraphReader(const LineGraphReader&) = delete;
+    LineGraphReader& operator=(const LineGraphReader&) = delete;
+
+    /// Calls `take` with every line, without its line break, and `end` after the last one.
+    template <class Take, class End>
+    [[nodiscard]] GraphDraft readLines(const Take& take, const End& end) {
+        while (const auto line = lines_.next()) {
+            take(withoutReturn(*line));
+        }
+        end();
+        return sink_.finish();
+    }
+
+    LineReader lines_;
+    GraphSink sink_;
+};
+
 /// Returns: the lines that are whole among the first bytes of an input, without line breaks; the
 ///          last one only if these are all the bytes.
 [[nodiscard]] std::vector<std::string_view> wholeLines(std::string_view firstBytes);
 
 /// Returns: the words between blanks and tabs, as far as one that begins with `#`.
 [[nodiscard]] std::vector<std::string_view> wordsOf(std::string_view line);
-
-/// Returns: the text without a carriage return at its end.
-[[nodiscard]] std::string_view withoutReturn(std::string_view line);
 
 }  // namespace depcompare

@@ -11,6 +11,7 @@
 #include "formats/formats.h"
 #include "formats/graphml/graphml_reader.h"
 #include "formats/jgf/jgf_reader.h"
+#include "formats/unread_formats.h"
 #include "input/input_error.h"
 
 namespace depcompare {
@@ -22,6 +23,7 @@ struct InputFormat {
     std::initializer_list<std::string_view> endings = {};  // that names of such files usually have
     bool (*isLikelyJson)(const JsonShape& shape) = nullptr;
     bool (*isLikelyText)(std::string_view firstBytes) = nullptr;
+    bool isGuess = false;  // whether other files, too, may look like this
     GraphDraft (*read)(Input& input);
     std::string_view description;
     std::vector<std::string> softTypes = {};                   // as in `GraphDraft`
@@ -156,6 +158,7 @@ const InputFormat formats[] = {
     {.name = "list",
      .endings = {".edges", ".edgelist"},
      .isLikelyText = looksLikeEdgeList,
+     .isGuess = true,
      .read = readEdgeList,
      .description = "Two or three words on a line: source, target, type (go mod graph, tsort).\n"
                     "Every node is a file.",
@@ -165,15 +168,23 @@ const InputFormat formats[] = {
 const InputFormat& likelyFormat(Input& input) {
     const std::string_view firstBytes = input.peek();
     const JsonShape shape = jsonShapeOf(firstBytes);
-    for (const InputFormat& format : formats) {
-        if ((format.isLikelyJson != nullptr && format.isLikelyJson(shape)) ||
-            (format.isLikelyText != nullptr && format.isLikelyText(firstBytes))) {
-            return format;
-        }
+    const auto* const likely = std::ranges::find_if(formats, [&](const InputFormat& format) {
+        return (format.isLikelyJson != nullptr && format.isLikelyJson(shape)) ||
+               (format.isLikelyText != nullptr && format.isLikelyText(firstBytes));
+    });
+    const bool isFound = likely != std::end(formats);
+    if (isFound && !likely->isGuess) {
+        return *likely;
     }
     std::string_view name = input.name();
     if (name.ends_with(".gz")) {
         name.remove_suffix(3);
+    }
+    if (const std::string advice = adviceForUnread(firstBytes, name); !advice.empty()) {
+        throw InputError(input.name(), 0, advice);
+    }
+    if (isFound) {
+        return *likely;
     }
     for (const InputFormat& format : formats) {
         if (std::ranges::any_of(format.endings,

@@ -61,6 +61,14 @@ void writeSide(const SideLedger& side, JsonWriter& json) {
     json.member("compared", side.compared);
     json.member("folded", side.folded);
     json.member("leavingOtherNodes", side.leavingOthers);
+    json.key("leftOut");
+    json.beginObject();
+    json.member("nodes", side.leftOut.nodes);
+    json.member("dependencies", side.leftOut.dependencies);
+    json.member("properties", side.leftOut.properties);
+    json.member("buildProperties", side.leftOut.buildProperties);
+    json.member("components", side.leftOut.components);
+    json.endObject();
     json.key("warnings");
     json.beginArray();
     for (const std::string& warning : side.warnings) {

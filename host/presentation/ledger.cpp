@@ -46,14 +46,15 @@ std::size_t foldedOf(const ParallelDependencies& group) {
 }
 
 SideLedger contentOf(const LoadedGraph& input) {
-    SideLedger ledger{.nodes = input.nodes,
+    SideLedger ledger{.nodes = input.nodesRead,
                       .files = input.files,
                       .otherNodes = {},
                       .comparedFiles = 0,
-                      .dependencies = input.dependencies,
+                      .dependencies = input.dependenciesRead,
                       .compared = 0,
                       .folded = 0,
                       .leavingOthers = 0,
+                      .leftOut = input.leftOut,
                       .warnings = input.warnings};
     for (const auto& node : input.graph->getNodes()) {
         const auto type = node->getType();
@@ -114,14 +115,16 @@ void checkLedger(const Ledger& ledger) {
     for (const Side side : sides) {
         const SideLedger& counts = ledger.sides[indexOf(side)];
         const std::string_view name = names[indexOf(side)];
-        std::size_t nodes = counts.files;
+        std::size_t nodes = counts.files + counts.leftOut.nodes;
         for (const auto& [type, count] : counts.otherNodes) {
             nodes += count;
         }
         requireSum(fmt::format("{} nodes", name), nodes, counts.nodes);
         requireSum(fmt::format("{} files", name), counts.comparedFiles, counts.files);
-        requireSum(fmt::format("{} dependencies", name),
-                   counts.compared + counts.folded + counts.leavingOthers, counts.dependencies);
+        requireSum(
+            fmt::format("{} dependencies", name),
+            counts.compared + counts.folded + counts.leavingOthers + counts.leftOut.dependencies,
+            counts.dependencies);
     }
     const Visibility& visibility = ledger.visibility;
     std::size_t entries = visibility.entries.visible;

@@ -16,15 +16,17 @@
 namespace depcompare {
 
 struct SideLedger {
-    std::size_t nodes = 0;
+    std::size_t nodes = 0;  ///< of the file
     std::size_t files = 0;
     std::map<std::u16string, std::size_t> otherNodes;  ///< by type ID
     std::size_t comparedFiles = 0;
 
-    std::size_t dependencies = 0;
+    std::size_t dependencies = 0;   ///< of the file
     std::size_t compared = 0;       ///< those that have a row
     std::size_t folded = 0;         ///< represented by another one of their group with the same key
     std::size_t leavingOthers = 0;  ///< from nodes that are not files
+
+    LeftOut leftOut;  ///< what the command line asked to leave out
 
     std::vector<std::string> warnings;  ///< from reading the file
 };

@@ -56,6 +56,9 @@ std::string nodesLine(const SideLedger& side) {
     for (const auto& [type, count] : side.otherNodes) {
         parts.push_back(fmt::format("{} {}", count, visible(fl::i18n::ustring_to_utf8(type))));
     }
+    if (side.leftOut.nodes != 0) {
+        parts.push_back(fmt::format("{} left out", side.leftOut.nodes));
+    }
     return fmt::format("{}: {}", counted(side.nodes, "node", "nodes"), fmt::join(parts, ", "));
 }
 
@@ -67,8 +70,27 @@ std::string dependenciesLine(const SideLedger& side) {
     if (side.leavingOthers != 0) {
         parts.push_back(fmt::format("{} leaving non-file nodes", side.leavingOthers));
     }
+    if (side.leftOut.dependencies != 0) {
+        parts.push_back(fmt::format("{} left out", side.leftOut.dependencies));
+    }
     return fmt::format("{}: {}", counted(side.dependencies, "dependency", "dependencies"),
                        fmt::join(parts, ", "));
+}
+
+std::string leftOutLine(const SideLedger& side) {
+    const auto& [nodes, dependencies, properties, buildProperties, components] = side.leftOut;
+    std::vector<std::string> parts;
+    if (properties != 0) {
+        parts.push_back(counted(properties, "property", "properties"));
+    }
+    if (components != 0) {
+        parts.push_back(counted(components, "component", "components"));
+    }
+    if (buildProperties != 0) {
+        parts.push_back(
+            counted(buildProperties, "property of the build", "properties of the build"));
+    }
+    return parts.empty() ? "" : fmt::format("Left out: {}", fmt::join(parts, ", "));
 }
 
 std::string countsTable(const Summary& summary) {

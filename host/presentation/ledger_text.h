@@ -27,6 +27,9 @@ namespace depcompare {
 /// Returns: "7 dependencies: 5 compared, 2 duplicates".
 [[nodiscard]] std::string dependenciesLine(const SideLedger& side);
 
+/// Returns: "Left out: 3 properties, 2 components"; nothing if neither was.
+[[nodiscard]] std::string leftOutLine(const SideLedger& side);
+
 /// Returns: a line of headings, and a line per kind of entry and of row.
 [[nodiscard]] std::string countsTable(const Summary& summary);
 

@@ -21,13 +21,16 @@ _depcompare() {
             choices='text= json= html= markdown= summary= csv= tsv= renames='
             compopt -o nospace
             ;;
-        --locale | --file-type | --max-* | --area* | --link-type | --rename | --why) return ;;
+        --locale | --file-type | --only | --exclude | --ignore-* | --id-replace | --max-* | --area* | \
+            --link-type | --rename | --why) return ;;
         *)
             [[ $word == -* ]] || return
             choices='-f --format -o --output --report --max-bytes --raw -q --quiet --locale --color
                 --progress --no-pager --filter --no-filter --fail-on --insights --area-depth --area
                 --area-separator --link-type --renames --rename --why --input-format --list-formats --node-id
-                --file-type --allow-empty --max-input-bytes --max-nesting --max-nodes --max-edges
+                --file-type --allow-empty --only --exclude --ignore-property --ignore-component
+                --keep-build-data --strip-prefix --strip-version --id-replace
+                --max-input-bytes --max-nesting --max-nodes --max-edges
                 --max-text-bytes --convert --textconv --git -h --help --help-all --version'
             ;;
     esac

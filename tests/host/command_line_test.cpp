@@ -56,6 +56,14 @@ std::string textOf(const Options& options) {
     tell("input", reading.format, "auto");
     tell("node-id", reading.nodeID, "auto");
     tell("types", fmt::format("{}", fmt::join(reading.fileTypes, ",")), "");
+    const auto& [only, exclude, properties, components, keepsBuildData] = reading.selection;
+    for (const auto* globs : {&only, &exclude, &properties, &components}) {
+        tell("globs", fmt::format("{}", fmt::join(*globs, ",")), "");
+    }
+    tell("keeps", keepsBuildData, false);
+    tell("prefixes", fmt::format("{}", fmt::join(reading.idEdits.prefixes, ",")), "");
+    tell("bare", reading.idEdits.withoutVersion, false);
+    tell("edits", reading.idEdits.replacements.size(), 0U);
     tell("empty", reading.emptyInputs, false);
     tell("bytes", reading.limits.bytes, defaults.reading.limits.bytes);
     tell("nodes", reading.limits.nodes, defaults.reading.limits.nodes);
@@ -89,7 +97,12 @@ TEST(ParseCommandLine, everyOptionArrives) {
         {"l r --max-input-bytes 2G --max-nodes 10 --max-edges 20K --max-text-bytes 16 "
          "--max-nesting=9",
          "l r [nonstructural] bytes=2147483648 nodes=10 edges=20480 text=16 depth=9"},
-        {"--convert jgf l", "l  [nonstructural] convert=0"},
+        {"l r --only a --only b --exclude c --ignore-property d --ignore-component e "
+         "--keep-build-data --strip-prefix f --strip-version --id-replace s/a/b/ --id-replace "
+         "s,c,,g",
+         "l r [nonstructural] globs=a,b globs=c globs=d globs=e keeps=true prefixes=f bare=true "
+         "edits=2"},
+        {"--convert jgf l", "l  [nonstructural] keeps=true convert=0"},
         {"--textconv l", "l  [nonstructural] empty=true convert=1"},
         {"-q --git l -q", "l -q [nonstructural] empty=true fail=2 quiet=true"},
         {"--fail-on any --git path old 1 2 new 3 4",
@@ -127,6 +140,14 @@ TEST(ParseCommandLine, mistakesAreToldInOneLine) {
          "--git: expected 1, 2, 7 or 9 arguments from git, got 3; --git must be the last option"},
         {"l r --fail-on all", "--fail-on: all not in {any,structural,cycles,none}"},
         {"l r --max-nodes 0", "--max-nodes: Value 0 not in range 1 to 2000000000"},
+        {"l r --id-replace s/a/b", "--id-replace s/a/b: not s/PATTERN/TEXT/"},
+        {"l r --id-replace a", "--id-replace a: not s/PATTERN/TEXT/"},
+        {"l r --id-replace s/a/b/x",
+         "--id-replace s/a/b/x: after s/PATTERN/TEXT/ there may be g and i only"},
+        {"l r --id-replace s/(/b/", "--id-replace s/(/b/: missing ): ("},
+        {"l r --id-replace s/a/\\1/",
+         "--id-replace s/a/\\1/: Rewrite schema requests 1 matches, but the regexp only has 0 "
+         "parenthesized subexpressions."},
         {"l r --filter", "--filter: 1 required NAME missing"},
     };
     for (const auto& [line, expected] : cases) {

@@ -77,6 +77,10 @@ TEST(Formats, listsOfEdges) {
         {"a module in two versions", "m c@v1\nc@v1 c@v2\n",
          "c@v1 \"c\" [file] version=v1\nc@v2 \"c\" [file] version=v2\nm \"m\" [file]\n"
          "0000000 c@v1 -> c@v2 [depends]\n0000001 m -> c@v1 [depends]\n"},
+        {"data as networkx writes them",
+         "a b {}\nb a {'type': \"it's\", 'upstream_component': 'f\\\\g#'} # x\n",
+         "a \"a\" [file]\nb \"b\" [file]\n0000000 a -> b [depends]\n"
+         "0000001 b/f\\g# -> a [it's]\n"},
         {"one pair of words may be anything", "hello world\n",
          "in: cannot detect the format from content or file name; use --input-format"},
     });

@@ -93,10 +93,10 @@ TEST_F(Git, theDriverSaysWhatCannotBeCompared) {
     copy(older, "a.graphml");
     commit();
     configure("diff.graph.command");
-    write("a.graphml", "<html/>");
+    write("a.graphml", "<x/>");
     const std::string error = git("git diff", 128).error;
     EXPECT_EQ(error.substr(0, error.find('\n')),
-              "depcompare: b/a.graphml:1: not GraphML: the root element is \"html\"");
+              "depcompare: b/a.graphml:1: not GraphML: the root element is \"x\"");
 
     git("git checkout -q -b other && git commit -qam m && git checkout -q - && "
         "echo '<graphml/>' >a.graphml && git commit -qam m && git merge -q other",

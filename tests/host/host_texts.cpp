@@ -152,9 +152,10 @@ void expectRead(std::initializer_list<ReadCase> cases) {
     }
 }
 
-Report compare(const std::string& left, const std::string& right, const EnabledFilters& filters) {
+Report compare(const std::string& left, const std::string& right, const EnabledFilters& filters,
+               const ReadOptions& options) {
     messages::registerMessages();
-    return makeReport(loadPair(left, right), {"old", "new"}, filters);
+    return makeReport(loadPair(left, right, options), {"old", "new"}, filters);
 }
 
 std::vector<EnabledFilters> allFilterSettings() {

@@ -62,7 +62,7 @@ void expectRead(std::initializer_list<ReadCase> cases);
 
 /// Compares two files, `old` and `new`.
 [[nodiscard]] Report compare(const std::string& left, const std::string& right,
-                             const EnabledFilters& filters = {});
+                             const EnabledFilters& filters = {}, const ReadOptions& options = {});
 
 /// Returns: nothing, each filter alone, and both.
 [[nodiscard]] std::vector<EnabledFilters> allFilterSettings();

@@ -1,11 +1,15 @@
 #include "presentation/ledger.h"
 
 #include <functional>
+#include <string>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include "host_texts.h"
+#include "json_faults.h"
+#include "presentation/ledger_text.h"
 
 namespace depcompare {
 namespace {
@@ -34,6 +38,55 @@ TEST(Ledger, whatTwoFiltersHideIsCountedForTheFirst) {
     EXPECT_EQ(visibility.rows, (::comparisons::RowCount{.all = 2, .visible = 0}));
 }
 
+TEST(Ledger, addsUpWithEveryOption) {
+    const std::pair<Selection, std::string> cases[] = {
+        {{},
+         "4 nodes: 2 files, 1 lib, 1 tool; 6 dependencies: 3 compared, 2 duplicates, "
+         "1 leaving non-file nodes; "},
+        {{.only = {"a"}},
+         "4 nodes: 2 files, 2 left out; 6 dependencies: 3 compared, 2 duplicates, 1 left out; "},
+        {{.only = {"[xy]"}},
+         "4 nodes: 1 file, 1 lib, 1 tool, 1 left out; 6 dependencies: "
+         "0 compared, 1 leaving non-file nodes, 5 left out; "},
+        {{.exclude = {"b"}},
+         "4 nodes: 1 file, 1 lib, 1 tool, 1 left out; 6 dependencies: "
+         "0 compared, 6 left out; "},
+        {{.only = {"a"}, .exclude = {"b*", "y"}},
+         "4 nodes: 1 file, 3 left out; 6 dependencies: 0 compared, 6 left out; "},
+        {{.ignoredProperties = {"k*", "type"}},
+         "4 nodes: 2 files, 1 lib, 1 tool; 6 dependencies: 3 compared, 2 duplicates, "
+         "1 leaving non-file nodes; Left out: 2 properties"},
+        {{.ignoredComponents = {"*"}},
+         "4 nodes: 2 files, 1 lib, 1 tool; 6 dependencies: 2 compared, 3 duplicates, "
+         "1 leaving non-file nodes; Left out: 2 components"},
+    };
+    for (const auto& [selection, expected] : cases) {
+        const Report report = compare(graphOf("@ kind=7; a k1=2;" + std::string(oldFile + 2)),
+                                      graphOf(newFile), {}, {.selection = selection});
+        const SideLedger& side = report.ledger.sides[0];
+        EXPECT_EQ(nodesLine(side) + "; " + dependenciesLine(side) + "; " + leftOutLine(side),
+                  expected);
+        EXPECT_TRUE(test::faultsOf(test::jsonOf(report)).empty());
+    }
+    const Selection nothing{.only = {"none"}};
+    EXPECT_EQ(test::readPair(graphOf("a"), graphOf("b"), {.selection = nothing}),
+              "old: --only and --exclude leave no node, here or in the other graph");
+}
+
+TEST(Ledger, ofABillOfMaterialsCountsWhatChangesWithEveryBuild) {
+    const auto bom = [](const std::string& id) {
+        return R"({"bomFormat": "CycloneDX", "serialNumber": ")" + id +
+               R"(", "metadata": {"timestamp": "2024-05-06", "tools": [")" + id + R"("]},
+                  "components": [{"name": "a"}]})";
+    };
+    const Report report = compare(bom("1"), bom("2"));
+    EXPECT_EQ(report.verdict(), "No differences.");
+    EXPECT_EQ(leftOutLine(report.ledger.sides[1]), "Left out: 3 properties of the build");
+    EXPECT_EQ(compare(bom("1"), bom("2"), {}, {.selection = {.keepsBuildData = true}})
+                  .summary.graphProperties.changed,
+              2U);
+}
+
 TEST(Ledger, whatIsDroppedOrCountedTwiceIsNoticed) {
     const Report report = compare(graphOf(oldFile), graphOf(newFile), filtersNamed({"unchanged"}));
     const std::pair<const char*, std::function<void(Ledger&)>> cases[] = {
@@ -53,7 +106,7 @@ TEST(Ledger, whatIsDroppedOrCountedTwiceIsNoticed) {
     }
     // As if the readers had counted one more than the comparison was given.
     for (std::size_t LoadedGraph::*count :
-         {&LoadedGraph::nodes, &LoadedGraph::files, &LoadedGraph::dependencies}) {
+         {&LoadedGraph::nodesRead, &LoadedGraph::files, &LoadedGraph::dependenciesRead}) {
         Inputs inputs = report.inputs;
         ++(inputs[1].*count);
         EXPECT_THROW((void)makeReport(inputs, {}, {}), LedgerError);

@@ -1,5 +1,8 @@
 #include "draft/choose_node_ids.h"
 
+#include "draft/edit_ids.h"
+
+#include <utility>
 #include <vector>
 
 #include <fmt/format.h>
@@ -25,9 +28,10 @@ std::string components(const std::vector<std::string>& lines) {
 }
 
 /// Returns: the IDs of the nodes of both graphs, with a bar between them.
-std::string idsOf(const std::string& left, const std::string& right) {
+std::string idsOf(const std::string& left, const std::string& right,
+                  const ReadOptions& options = {}) {
     std::string ids;
-    for (const LoadedGraph& loaded : test::loadPair(left, right)) {
+    for (const LoadedGraph& loaded : test::loadPair(left, right, options)) {
         ids += ids.empty() ? "" : "| ";
         const std::string text = test::textOf(loaded);
         for (std::size_t end = text.find(" \""); end != text.npos;
@@ -74,6 +78,50 @@ TEST(NodeIDs, theRuleMayBeTheFilesOwnIDTheNameOrAProperty) {
     for (const auto& [left, rule, expected] : cases) {
         EXPECT_EQ(readPair(left, graphML(""), {.nodeID = rule}), expected);
     }
+}
+
+TEST(NodeIDs, ofPackagesMayLoseTheirVersion) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"pkg:deb/debian/a@1?arch=x#sub", "pkg:deb/debian/a?arch=x#sub"},
+        {"a@1.2.3", "a"},
+        {"@s/a@1.2.3-rc.1+b", "@s/a"},
+        {"@s/a", "@s/a"},
+        {"g.org/a/v2@v2.0.1", "g.org/a/v2"},
+        {"toolchain@go1.21", "toolchain"},
+        {"registry+https://g.org/index#a@1.0", "registry+https://g.org/index#a"},
+        {"path+file:///x/a#0.1.0", "path+file:///x/a"},
+        {"a 1.0.1 (registry+https://x)", "a (registry+https://x)"},
+        {"g.h:a:1.0", "g.h:a"},
+        {"g.h:a:jar:tests:1.0-SNAPSHOT:test", "g.h:a:jar:tests:test"},
+        {"g.h:a", "g.h:a"},
+        {"zlib/1.3.1", "zlib"},
+        {"zlib/1#abc (host)", "zlib (host)"},
+        {"zlib/1.3@me/stable#abc", "zlib@me/stable"},
+        {"src/1.txt", "src/1.txt"},
+        {"src/a@2/b.js", "src/a@2/b.js"},
+        {"//a/b:c", "//a/b:c"},
+    };
+    for (const auto& [id, expected] : cases) {
+        EXPECT_EQ(withoutVersion(id), expected);
+    }
+}
+
+TEST(NodeIDs, areEditedInBothFiles) {
+    const std::string left = graphML("<node id='/b1/src/a.c'/><node id='n@1'/>");
+    const std::string right = graphML("<node id='C:\\b\\src/a.c'/><node id='n@2'/>");
+    const auto edits = [](IdEdits asked) { return ReadOptions{.idEdits = std::move(asked)}; };
+    EXPECT_EQ(idsOf(left, right, edits({.prefixes = {"/b1/", "C:\\b"}, .withoutVersion = true})),
+              "n src/a.c | n src/a.c ");
+    EXPECT_EQ(idsOf(left, right,
+                    edits({.replacements = {IdReplacement("s|.*/([^/]*)$|\\1|"),
+                                            IdReplacement("s/A|@\\d/\\/x/gi")}})),
+              "/x.c n/x | /x.c n/x ");
+    EXPECT_EQ(readPair(left, right, edits({.replacements = {IdReplacement("s/.*//")}})),
+              "old: nodes \"/b1/src/a.c\" and \"n@1\" would both have the ID \"\"");
+    EXPECT_EQ(readPair(left, right, edits({.replacements = {IdReplacement("s/n/\u0001/")}})),
+              "old: node ID \"\u0001@1\" contains the character U+0001");
+    EXPECT_EQ(readPair(graphML("<node id='x/a'/>"), "digraph {}", edits({.prefixes = {"x"}})),
+              "a \"a\" [file]\n");
 }
 
 TEST(NodeIDs, positionsAndAddressesAreRecognized) {

@@ -91,7 +91,9 @@ TEST_F(Program, errorsAreOneLineAndStatusTwo) {
         {"--locale '!' " + both, "'!' is not the name of a locale"},
         {"", "LEFT is required"},
         {"cut html", "cut:2: not well-formed XML: no element found"},
-        {"html cut", "html:1: not GraphML: the root element is \"html\""},
+        {"html cut",
+         "html: looks like a web page, which is not read; the server may ask for a login, or the "
+         "address be that of a page about the file"},
         {"- " + older + " <cut", "standard input:2: not well-formed XML: no element found"},
         // A missing file is told before standard input is read.
         {"- nowhere </dev/zero", "nowhere: No such file or directory"},

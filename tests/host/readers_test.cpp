@@ -8,7 +8,7 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
-#include "formats/cyclonedx/cyclonedx_reader.h"
+#include "draft/edit_ids.h"
 #include "formats/dot/dot_labels.h"
 #include "formats/dot/dot_reader.h"
 #include "host_texts.h"
@@ -120,7 +120,7 @@ TEST(CycloneDXReader, aPackageIsItsURLWithoutVersionAndQualifiers) {
         {"pkg:golang/g.org/a@v1#sub/b@c", "pkg:golang/g.org/a#sub/b@c"},
     };
     for (const auto& [url, expected] : cases) {
-        EXPECT_EQ(withoutVersion(url), expected);
+        EXPECT_EQ(barePackageURL(url), expected);
     }
 }
 

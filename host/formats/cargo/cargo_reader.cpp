@@ -14,17 +14,14 @@ class CargoReader final : public JsonGraphReader {
     explicit CargoReader(Input& input) : JsonGraphReader(input) {}
 
     GraphDraft read() {
-        parse({"packages"},
-              {"workspace_members", "workspace_default_members", "resolve", "target_directory",
-               "build_directory", "version", "workspace_root", "metadata"});
+        parse({.records = {objectsAt({"packages", "*"}), objectsAt({"resolve", "nodes", "*"})},
+               .required = {"packages"},
+               .known = {"workspace_members", "workspace_default_members", "target_directory",
+                         "build_directory", "version", "workspace_root", "metadata"}});
         if (!isResolved_) {
             bytes_.fail("no dependencies under \"resolve\"; run cargo metadata without --no-deps");
         }
         return sink_.finish();
-    }
-
-    [[nodiscard]] bool wants(const JsonPath& path) const override {
-        return path.is({"packages", "*"}) || path.is({"resolve", "nodes", "*"});
     }
 
     void take(const JsonPath& path, const json& value) override {
@@ -36,7 +33,12 @@ class CargoReader final : public JsonGraphReader {
             addPackage(id, value);
         } else {
             isResolved_ = true;
-            addDependencies(id, memberOf(value, "deps"));
+            addDependencies(id, elementsOf(value, "deps", sink_));
+            if (!value.contains("deps")) {  // as before cargo 1.41
+                for (const json& target : elementsOf(value, "dependencies", sink_)) {
+                    sink_.set(sink_.addEdge(id, textOf(target)), EdgeColumn::type, "normal");
+                }
+            }
         }
     }
 
@@ -62,7 +64,7 @@ class CargoReader final : public JsonGraphReader {
             if (target.empty()) {
                 bytes_.fail("dependency without \"pkg\"");
             }
-            const json& kinds = memberOf(dependency, "dep_kinds");
+            const json& kinds = elementsOf(dependency, "dep_kinds", sink_);
             if (kinds.empty()) {
                 sink_.addEdge(source, target);
             }

@@ -22,15 +22,13 @@ class ConanReader final : public JsonGraphReader {
     explicit ConanReader(Input& input) : JsonGraphReader(input) {}
 
     GraphDraft read() {
-        parse({"graph"}, {"error", "warnings"});
+        parse({.records = {objectsAt({"graph", "nodes", "{}"})},
+               .required = {"graph"},
+               .known = {"error", "warnings"}});
         if (!hasPackages_) {
             bytes_.fail("not a graph of Conan 2: \"graph\" has no packages among \"nodes\"");
         }
         return sink_.finish();
-    }
-
-    [[nodiscard]] bool wants(const JsonPath& path) const override {
-        return path.is({"graph", "nodes", "{}"});
     }
 
     void take(const JsonPath& path, const json& value) override {
@@ -40,12 +38,10 @@ class ConanReader final : public JsonGraphReader {
         hasPackages_ = true;
         const std::string& number = path.last().key;
         addPackage(sink_.addNode(number), value);
-        if (const json& dependencies = memberOf(value, "dependencies"); dependencies.is_object()) {
-            for (const auto& [end, requirement] : dependencies.items()) {
-                // What a package needs through another one is listed too.
-                if (!says(requirement, "direct", "False")) {
-                    addDependency(number, end, requirement);
-                }
+        for (const auto& [end, requirement] : membersOf(value, "dependencies", sink_).items()) {
+            // What a package needs through another one is listed too.
+            if (!says(requirement, "direct", "False")) {
+                addDependency(number, end, requirement);
             }
         }
     }
@@ -63,8 +59,9 @@ class ConanReader final : public JsonGraphReader {
             sink_.addIdCandidate(node, fmt::format("{} ({})", id, context));
         }
         for (const auto& [key, value] : package.items()) {
+            // Folders are this machine's.
             if (!value.is_null() && key != "name" && key != "label" && key != "id" &&
-                key != "dependencies") {
+                key != "dependencies" && !key.ends_with("_folder")) {
                 sink_.setProperty(node, key, textOf(value));
             }
         }

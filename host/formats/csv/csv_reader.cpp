@@ -2,18 +2,15 @@
 #include <cctype>
 #include <iterator>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include "draft/graph_sink.h"
 #include "formats/edge_data.h"
 #include "formats/formats.h"
 #include "formats/line_reader.h"
-#include "input/input_error.h"
 
 namespace depcompare {
 
@@ -166,10 +163,7 @@ class CsvReader {
             }
             addRow(record);
         }
-        if (!ignored_.empty()) {
-            sink_.warn(fmt::format("dependencies have no properties; ignored columns: {}",
-                                   fmt::join(ignored_, ", ")));
-        }
+        edgeData_.warnOfIgnored("columns");
         return sink_.finish();
     }
 
@@ -223,23 +217,14 @@ class CsvReader {
     void addEdge(const Record& record) {
         const std::size_t edge = sink_.addEdge(record[columns_.source], record[columns_.target]);
         forOthers(record, [&](const std::string& column, const std::string& value) {
-            const std::string name = normalized(column);
-            const auto* const known = std::ranges::find_if(
-                edgeData, [&](const auto& data) { return data.first == name; });
-            if (known != std::end(edgeData)) {
-                sink_.set(edge, known->second, value);
-            } else if (ignored_.size() < mostNamed) {
-                ignored_.insert(inQuotes(column));
-            }
+            edgeData_.set(edge, normalized(column), value, column);
         });
     }
 
-    static constexpr std::size_t mostNamed = 20;
-
     CsvRecords records_;
     GraphSink sink_;
+    NamedEdgeData edgeData_{sink_};
     Columns columns_;
-    std::set<std::string> ignored_;
 };
 
 bool hasHeader(std::string_view firstBytes, char separator) {

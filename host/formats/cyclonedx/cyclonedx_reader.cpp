@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include "draft/edit_ids.h"
 #include "draft/graph_sink.h"
 #include "formats/json_records.h"
 #include "formats/xml_parser.h"
@@ -28,7 +29,11 @@ bool isOneOf(std::string_view key, std::initializer_list<std::string_view> keys)
 /// What the parts of a document mean, whichever way they are written.
 class CycloneDXGraph {
   public:
-    explicit CycloneDXGraph(GraphSink& sink) : sink_(sink) {}
+    explicit CycloneDXGraph(GraphSink& sink) : sink_(sink) {
+        for (const char* key : {"serialNumber", "timestamp", "tools"}) {
+            sink_.declareBuildProperty(key);
+        }
+    }
 
     /// Takes a member of the document or an element of one of its lists.
     void take(std::string_view list, std::string_view member, const json& value);
@@ -105,15 +110,13 @@ void CycloneDXGraph::addNode(const json& component, bool isService) {
         sink_.setType(node, "service");
     }
     if (!url.empty()) {
-        sink_.addIdCandidate(node, withoutVersion(url));
+        sink_.addIdCandidate(node, barePackageURL(url));
         sink_.addIdCandidate(node, url);
     }
     addProperties(node, component);
     for (const char* nested : {"components", "services"}) {
-        if (const auto found = component.find(nested); found != component.end()) {
-            for (const json& child : *found) {
-                addNode(child, nested == std::string_view("services"));
-            }
+        for (const json& child : elementsOf(component, nested, sink_)) {
+            addNode(child, nested == std::string_view("services"));
         }
     }
 }
@@ -157,10 +160,11 @@ void CycloneDXGraph::addEdges(const json& dependency) {
     }
     for (const auto& [member, type] :
          {std::pair("dependsOn", "depends"), std::pair("provides", "provides")}) {
-        if (const auto found = dependency.find(member); found != dependency.end()) {
-            for (const json& end : *found) {
-                sink_.set(sink_.addEdge(ref, textOf(end)), EdgeColumn::type, type);
+        for (const json& end : elementsOf(dependency, member, sink_)) {
+            if (!end.is_string()) {
+                sink_.fail(fmt::format("\"{}\" holds something else than references", member));
             }
+            sink_.set(sink_.addEdge(ref, textOf(end)), EdgeColumn::type, type);
         }
     }
 }
@@ -180,20 +184,14 @@ class JsonReader final : public JsonGraphReader {
 
     GraphDraft read() {
         parse(
-            {"bomFormat", "specVersion"},
-            {"$schema", "serialNumber", "version", "metadata", "components", "services",
-             "dependencies", "externalReferences", "compositions", "vulnerabilities", "annotations",
-             "formulation", "declarations", "definitions", "properties", "signature"});
+            {.records = {valuesAt({"$schema"}), valuesAt({"bomFormat"}), valuesAt({"specVersion"}),
+                         valuesAt({"serialNumber"}), valuesAt({"version"}),
+                         valuesAt({"metadata", "{}"}), objectsAt({"components", "*"}),
+                         objectsAt({"services", "*"}), objectsAt({"dependencies", "*"})},
+             .required = {"bomFormat", "specVersion"},
+             .known = {"externalReferences", "compositions", "vulnerabilities", "annotations",
+                       "formulation", "declarations", "definitions", "properties", "signature"}});
         return sink_.finish();
-    }
-
-    [[nodiscard]] bool wants(const JsonPath& path) const override {
-        if (path.depth() == 1) {
-            return isOneOf(path.last().key,
-                           {"$schema", "bomFormat", "specVersion", "serialNumber", "version"});
-        }
-        return path.is({"metadata", "{}"}) || path.is({"components", "*"}) ||
-               path.is({"services", "*"}) || path.is({"dependencies", "*"});
     }
 
     void take(const JsonPath& path, const json& value) override {
@@ -352,20 +350,6 @@ GraphDraft readCycloneDX(Input& input) {
     const std::size_t first = firstBytes.find_first_not_of(" \t\r\n\xEF\xBB\xBF");
     const bool isXml = first != std::string_view::npos && firstBytes[first] == '<';
     return isXml ? XmlReader(input).read() : JsonReader(input).read();
-}
-
-std::string withoutVersion(std::string_view packageURL) {
-    const std::size_t fragment = std::min(packageURL.find('#'), packageURL.size());
-    const std::string_view subpath = packageURL.substr(fragment);
-    std::string_view package = packageURL.substr(0, fragment);
-    package = package.substr(0, package.find('?'));
-    const std::size_t version = package.rfind('@');
-    const std::size_t name = package.rfind('/');
-    if (version != std::string_view::npos &&
-        (name == std::string_view::npos || version > name + 1)) {
-        package = package.substr(0, version);
-    }
-    return std::string(package).append(subpath);
 }
 
 }  // namespace depcompare

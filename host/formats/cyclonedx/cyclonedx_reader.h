@@ -1,6 +1,5 @@
 #pragma once
 // Reads the bills of materials of CycloneDX, in JSON and in XML.
-#include <string>
 #include <string_view>
 
 #include "draft/graph_draft.h"
@@ -17,8 +16,5 @@ namespace depcompare {
 ///
 /// Throws: `InputError`.
 [[nodiscard]] GraphDraft readCycloneDX(Input& input);
-
-/// Returns: a package URL without its version and qualifiers.
-[[nodiscard]] std::string withoutVersion(std::string_view packageURL);
 
 }  // namespace depcompare

@@ -22,12 +22,10 @@ bool isOneOf(std::string_view text, std::initializer_list<std::string_view> text
     return std::ranges::find(texts, text) != texts.end();
 }
 
-std::vector<std::string> dependencyTypesOf(const json& described) {
+std::vector<std::string> dependencyTypesOf(const json& described, const GraphSink& sink) {
     std::vector<std::string> types;
-    if (const auto found = described.find("dependencyTypes"); found != described.end()) {
-        for (const json& type : *found) {
-            types.push_back(textOf(type));
-        }
+    for (const json& type : elementsOf(described, "dependencyTypes", sink)) {
+        types.push_back(textOf(type));
     }
     std::ranges::sort(types);
     return types;
@@ -39,14 +37,14 @@ bool tellsResolution(const std::string& word) {
            isOneOf(word, {"core", "deprecated", "local", "localmodule", "undetermined", "unknown"});
 }
 
-std::string typeOfDependency(const json& dependency) {
-    auto words = dependencyTypesOf(dependency);
+std::string typeOfDependency(const json& dependency, const GraphSink& sink) {
+    auto words = dependencyTypesOf(dependency, sink);
     std::erase_if(words, tellsResolution);
     return words.empty() ? "depends" : fmt::format("{}", fmt::join(words, " "));
 }
 
 /// The type of a module, or of what a dependency leads to.
-std::string typeOfModule(const json& module) {
+std::string typeOfModule(const json& module, const GraphSink& sink) {
     if (isTrue(module, "coreModule")) {
         return "core";
     }
@@ -58,7 +56,7 @@ std::string typeOfModule(const json& module) {
     if (isFollowed && !isTrue(module, "matchesDoNotFollow")) {
         return "file";
     }
-    const auto types = dependencyTypesOf(module);
+    const auto types = dependencyTypesOf(module, sink);
     const bool isPackage =
         std::ranges::any_of(types, [](const std::string& type) { return type.starts_with("npm"); });
     return isPackage ? "npm" : "external";
@@ -69,18 +67,19 @@ class DependencyCruiserReader final : public JsonGraphReader {
     explicit DependencyCruiserReader(Input& input) : JsonGraphReader(input) {}
 
     GraphDraft read() {
-        parse({"modules"}, {"summary", "folders", "revisionData"});
+        JsonFormat format{
+            .records = {objectsAt({"modules", "*"}), objectsAt({"summary", "violations", "*"})},
+            .required = {"modules"},
+            .known = {"folders", "revisionData"}};
+        for (const char* total :
+             {"error", "warn", "info", "ignore", "totalCruised", "totalDependenciesCruised"}) {
+            format.records.push_back(valuesAt({"summary", total}));
+        }
+        parse(format);
         for (const auto& [rule, count] : violations_) {
             sink_.setGraphProperty("violations of " + rule, std::to_string(count));
         }
         return sink_.finish();
-    }
-
-    [[nodiscard]] bool wants(const JsonPath& path) const override {
-        return path.is({"modules", "*"}) || path.is({"summary", "violations", "*"}) ||
-               (path.depth() == 2 && path.is({"summary", path.last().key}) &&
-                isOneOf(path.last().key, {"error", "warn", "info", "ignore", "totalCruised",
-                                          "totalDependenciesCruised"}));
     }
 
     void take(const JsonPath& path, const json& value) override {
@@ -101,16 +100,14 @@ class DependencyCruiserReader final : public JsonGraphReader {
         }
         // A file may combine the results of several runs.
         const NodeNumber node = sink_.addNodeOnce(source);
-        sink_.setType(node, typeOfModule(module));
+        sink_.setType(node, typeOfModule(module, sink_));
         for (const auto& [key, value] : module.items()) {
             if (saysSomething(key, value)) {
                 sink_.setProperty(node, key, textOf(value));
             }
         }
-        if (const auto found = module.find("dependencies"); found != module.end()) {
-            for (const json& dependency : *found) {
-                addDependency(source, dependency);
-            }
+        for (const json& dependency : elementsOf(module, "dependencies", sink_)) {
+            addDependency(source, dependency);
         }
     }
 
@@ -132,13 +129,13 @@ class DependencyCruiserReader final : public JsonGraphReader {
             sink_.set(edge, EdgeColumn::type, type);
             sink_.set(edge, EdgeColumn::upstreamComponent, memberText(dependency, "module"));
         };
-        addEdge(typeOfDependency(dependency));
+        addEdge(typeOfDependency(dependency, sink_));
         // A dependency has no properties, and what is wrong with it has to be seen: each fault is a
         // dependency beside it, which comes and goes with the fault.
         if (isTrue(dependency, "circular")) {
             addEdge("circular");
         }
-        for (const json& rule : memberOf(dependency, "rules")) {
+        for (const json& rule : elementsOf(dependency, "rules", sink_)) {
             addEdge("violates " + memberText(rule, "name"));
         }
     }
@@ -149,7 +146,8 @@ class DependencyCruiserReader final : public JsonGraphReader {
 }  // namespace
 
 bool looksLikeDependencyCruiser(const JsonShape& shape) {
-    return shape.has({"modules"}, JsonKind::array);
+    return shape.has({"modules"}, JsonKind::array) ||
+           (shape.has({"modules"}) && shape.has({"summary"}, JsonKind::object));
 }
 
 GraphDraft readDependencyCruiser(Input& input) {

@@ -299,7 +299,21 @@ bool looksLikeDOT(std::string_view firstBytes) {
     }
     std::string_view text = withoutComments(firstBytes);
     takeWord(text, "strict");
-    return takeWord(text, "digraph") || takeWord(text, "graph");
+    if (!takeWord(text, "digraph") && !takeWord(text, "graph")) {
+        return false;
+    }
+    // Mermaid and GML begin with this word too; here at most a name comes before the brace.
+    if (text.starts_with('"')) {
+        std::size_t end = 1;
+        while (end < text.size() && text[end] != '"') {
+            end += text[end] == '\\' ? 2 : 1;
+        }
+        text.remove_prefix(std::min(end + 1, text.size()));
+    } else {
+        text.remove_prefix(std::min(text.find_first_of(" \t\r\n{["), text.size()));
+    }
+    text = withoutComments(text);
+    return text.empty() || text.front() == '{';
 }
 
 GraphDraft readDOT(Input& input) {

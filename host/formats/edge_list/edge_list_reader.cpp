@@ -1,10 +1,15 @@
 #include <algorithm>
 #include <cctype>
 #include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include <fmt/format.h>
 
 #include "draft/graph_sink.h"
+#include "formats/edge_data.h"
 #include "formats/formats.h"
 #include "formats/line_reader.h"
 
@@ -33,35 +38,150 @@ std::size_t versionOfModule(std::string_view word) {
     return hasNumber ? at : word.size();
 }
 
-class EdgeListReader {
+/// The data of an edge as networkx writes them: `{'weight': 1, 'type': "it's"}`.
+class PythonDictionary {
   public:
-    explicit EdgeListReader(Input& input)
-        : lines_(input), sink_(input.name(), input.limits(), [this] { return lines_.line(); }) {}
+    PythonDictionary(std::string_view text, const LineReader& lines) : rest_(text), lines_(lines) {}
 
-    GraphDraft read() {
-        while (const auto line = lines_.next()) {
-            const auto words = wordsOf(*line);
-            if (words.empty()) {
-                continue;
-            }
-            if (words.size() != 2 && words.size() != 3) {
-                lines_.fail(fmt::format("{} words on a line of an edge list, expected 2 or 3",
-                                        words.size()));
-            }
-            addNode(words[0]);
-            addNode(words[1]);
-            // To tsort, a pair of equal words is an item without a neighbour.
-            if (words.size() == 3 || words[0] != words[1]) {
-                const std::size_t edge = sink_.addEdge(words[0], words[1]);
-                if (words.size() == 3) {
-                    sink_.set(edge, EdgeColumn::type, words[2]);
-                }
+    /// Calls `take` with the key and the value of each item; texts are without quotation marks.
+    template <class Take>
+    void forItems(const Take& take) {
+        expect('{');
+        for (skipBlanks(); !rest_.starts_with('}'); skipBlanks()) {
+            const std::string key = value(":");
+            expect(':');
+            skipBlanks();
+            take(key, value(",}"));
+            skipBlanks();
+            if (!rest_.starts_with('}')) {
+                expect(',');
             }
         }
-        return sink_.finish();
+        expect('}');
+        skipBlanks();
+        if (!rest_.empty() && !rest_.starts_with('#')) {
+            fail();
+        }
     }
 
   private:
+    [[noreturn]] void fail() const { lines_.fail("data that are not a dictionary of Python"); }
+
+    void skipBlanks() {
+        rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t"), rest_.size()));
+    }
+
+    void expect(char letter) {
+        if (!rest_.starts_with(letter)) {
+            fail();
+        }
+        rest_.remove_prefix(1);
+    }
+
+    /// Takes a text, or anything else as far as one of `ends` that is not inside brackets.
+    std::string value(std::string_view ends) {
+        if (rest_.starts_with('\'') || rest_.starts_with('"')) {
+            return text();
+        }
+        std::string whole;
+        std::size_t depth = 0;
+        while (!rest_.empty() && (depth != 0 || ends.find(rest_.front()) == ends.npos)) {
+            const char letter = rest_.front();
+            if (letter == '\'' || letter == '"') {
+                whole += text();
+                continue;
+            }
+            const bool closes = std::string_view(")]}").find(letter) != std::string_view::npos;
+            depth += std::string_view("([{").find(letter) != std::string_view::npos ? 1 : 0;
+            if (closes && depth == 0) {
+                fail();
+            }
+            depth -= closes ? 1 : 0;
+            whole += letter;
+            rest_.remove_prefix(1);
+        }
+        return whole;
+    }
+
+    std::string text() {
+        const char quote = rest_.front();
+        rest_.remove_prefix(1);
+        std::string text;
+        while (!rest_.starts_with(quote)) {
+            if (rest_.starts_with('\\')) {
+                rest_.remove_prefix(1);
+                text += escaped();
+            } else if (!rest_.empty()) {
+                text += rest_.front();
+            }
+            if (rest_.empty()) {
+                fail();
+            }
+            rest_.remove_prefix(1);
+        }
+        rest_.remove_prefix(1);
+        return text;
+    }
+
+    /// Returns: what the letter after a backslash means.
+    [[nodiscard]] char escaped() const {
+        constexpr std::pair<char, char> meanings[] = {{'n', '\n'},  {'t', '\t'},  {'r', '\r'},
+                                                      {'\\', '\\'}, {'\'', '\''}, {'"', '"'}};
+        for (const auto& [letter, meaning] : meanings) {
+            if (rest_.starts_with(letter)) {
+                return meaning;
+            }
+        }
+        lines_.fail("escape sequence in the data of an edge");
+    }
+
+    std::string_view rest_;
+    const LineReader& lines_;
+};
+
+/// Returns: whether there are more than a source and a target, as networkx writes it.
+bool hasDictionary(const std::vector<std::string_view>& words) {
+    return words.size() > 2 && words[2].starts_with('{');
+}
+
+class EdgeListReader final : LineGraphReader {
+  public:
+    explicit EdgeListReader(Input& input) : LineGraphReader(input) {}
+
+    GraphDraft read() {
+        return readLines([this](std::string_view line) { readLine(line); },
+                         [this] { data_.warnOfIgnored("data"); });
+    }
+
+  private:
+    void readLine(std::string_view line) {
+        const auto words = wordsOf(line);
+        if (words.empty()) {
+            return;
+        }
+        const bool hasData = hasDictionary(words);
+        if (words.size() != 2 && words.size() != 3 && !hasData) {
+            lines_.fail(
+                fmt::format("{} words on a line of an edge list, expected 2 or 3", words.size()));
+        }
+        addNode(words[0]);
+        addNode(words[1]);
+        // To tsort, a pair of equal words is an item without a neighbour.
+        if (words.size() == 2 && words[0] == words[1]) {
+            return;
+        }
+        const std::size_t edge = sink_.addEdge(words[0], words[1]);
+        if (hasData) {
+            PythonDictionary(line.substr(static_cast<std::size_t>(words[2].data() - line.data())),
+                             lines_)
+                .forItems([&](const std::string& name, const std::string& value) {
+                    data_.set(edge, name, value, name);
+                });
+        } else if (words.size() == 3) {
+            sink_.set(edge, EdgeColumn::type, words[2]);
+        }
+    }
+
     void addNode(std::string_view word) {
         const NodeNumber node = sink_.addNodeOnce(word);
         const std::size_t at = versionOfModule(word);
@@ -72,8 +192,7 @@ class EdgeListReader {
         }
     }
 
-    LineReader lines_;
-    GraphSink sink_;
+    NamedEdgeData data_{sink_};
     std::set<NodeNumber> versioned_;
 };
 
@@ -82,18 +201,20 @@ class EdgeListReader {
 bool looksLikeEdgeList(std::string_view firstBytes) {
     std::size_t pairs = 0;
     bool areModules = true;
+    bool hasData = false;
     for (const std::string_view line : wholeLines(firstBytes)) {
         const auto words = wordsOf(line);
-        if (!words.empty() && words.size() != 2) {
+        if (!words.empty() && words.size() != 2 && !hasDictionary(words)) {
             return false;
         }
-        if (words.size() == 2) {
+        if (!words.empty()) {
             ++pairs;
+            hasData |= hasDictionary(words);
             areModules = areModules && versionOfModule(words[1]) != words[1].size();
         }
     }
     // Any two words are a pair, so that one line alone says too little.
-    return pairs > 1 || (pairs == 1 && areModules);
+    return pairs > 1 || (pairs == 1 && (areModules || hasData));
 }
 
 GraphDraft readEdgeList(Input& input) {

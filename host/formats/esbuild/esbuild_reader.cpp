@@ -12,12 +12,10 @@ class EsbuildReader final : public JsonGraphReader {
     explicit EsbuildReader(Input& input) : JsonGraphReader(input) {}
 
     GraphDraft read() {
-        parse({"inputs"}, {"outputs"});
+        parse({.records = {objectsAt({"inputs", "{}"})},
+               .required = {"inputs"},
+               .known = {"outputs"}});
         return sink_.finish();
-    }
-
-    [[nodiscard]] bool wants(const JsonPath& path) const override {
-        return path.is({"inputs", "{}"});
     }
 
     void take(const JsonPath& path, const json& value) override {

@@ -23,16 +23,14 @@ bool takeEnd(std::string_view& text, std::string_view end) {
     return true;
 }
 
-class GradleReader {
+class GradleReader final : LineGraphReader {
   public:
-    explicit GradleReader(Input& input)
-        : lines_(input), sink_(input.name(), input.limits(), [this] { return lines_.line(); }) {}
+    explicit GradleReader(Input& input) : LineGraphReader(input) {
+        sink_.foldEqualEdges();  // modules repeat what others have
+    }
 
     GraphDraft read() {
-        while (const auto line = lines_.next()) {
-            readLine(withoutReturn(*line));
-        }
-        return sink_.finish();
+        return readLines([this](std::string_view line) { readLine(line); }, [] {});
     }
 
   private:
@@ -120,8 +118,6 @@ class GradleReader {
         return id;
     }
 
-    LineReader lines_;
-    GraphSink sink_;
     std::string project_;
     std::string configuration_;
     std::vector<std::string> path_;  // the dependencies to the last line; empty: left out

@@ -69,6 +69,7 @@ class GraphMLReader final : public XmlEvents {
     GraphSink sink_;
     GraphMLValues values_;
     std::vector<Open> open_{Open{}};
+    bool hasGraph_ = false;
     std::size_t passedOver_ = 0;  // how many ignored elements are open
     std::string prefix_;          // with its colon
 };
@@ -136,6 +137,9 @@ bool GraphMLReader::startInGraphML(std::string_view element, const XmlAttributes
         values_.startKey(attributes);
         open(Element::key);
     } else if (element == "graph") {
+        if (std::exchange(hasGraph_, true)) {
+            sink_.fail("more than one graph in the file");
+        }
         startGraph(attributes, false);
     } else {
         return false;
@@ -256,13 +260,10 @@ std::string_view GraphMLReader::require(const XmlAttributes& attributes, std::st
 
 bool looksLikeGraphML(std::string_view firstBytes) {
     using namespace std::string_view_literals;
-    for (const std::string_view mark : {"\xEF\xBB\xBF"sv, "\xFE\xFF"sv, "\xFF\xFE"sv}) {
-        if (firstBytes.starts_with(mark)) {
-            firstBytes.remove_prefix(mark.size());
-        }
-    }
-    const std::size_t first = firstBytes.find_first_not_of(" \t\r\n\0"sv);
-    return first != std::string_view::npos && firstBytes[first] == '<';
+    const bool isWide = firstBytes.starts_with("\xFE\xFF") || firstBytes.starts_with("\xFF\xFE");
+    const std::size_t first = firstBytes.find_first_not_of("\xEF\xBB\xBF\xFE\xFF \t\r\n\0"sv);
+    return first != std::string_view::npos && firstBytes[first] == '<' &&
+           (isWide || firstBytes.find("graphml") != std::string_view::npos);
 }
 
 GraphDraft readGraphML(Input& input) {

@@ -31,17 +31,24 @@ class JGFReader final : public JsonGraphReader {
     explicit JGFReader(Input& input) : JsonGraphReader(input) {}
 
     GraphDraft read() {
-        parse({"graph", "graphs"}, {"$schema", "label", "type", "metadata"});
+        parse({.records = {valuesAt({"graph", "{}"}), valuesAt({"graph", "nodes", "{}"}),
+                           valuesAt({"graph", "nodes", "*"}), objectsAt({"graph", "edges", "*"}),
+                           valuesAt({"graph", "hyperedges", "*"}),
+                           valuesAt({"graph", "metadata", "{}"}), valuesAt({"graphs", "*", "{}"}),
+                           valuesAt({"graphs", "*", "nodes", "{}"}),
+                           valuesAt({"graphs", "*", "nodes", "*"}),
+                           objectsAt({"graphs", "*", "edges", "*"}),
+                           valuesAt({"graphs", "*", "hyperedges", "*"}),
+                           valuesAt({"graphs", "*", "metadata", "{}"})},
+               .required = {"graph", "graphs"},
+               .excludesOthers = true,
+               .known = {"$schema", "label", "type", "metadata"}});
         settleForeignMembers();
         if (hyperedges_ != 0) {
             sink_.warn(fmt::format("ignored hyperedges: {}", hyperedges_));
         }
         requireDirections();
         return sink_.finish();
-    }
-
-    [[nodiscard]] bool wants(const JsonPath& path) const override {
-        return isInGraph(path, 1) ? !isCollection(path.last().key) : isInGraph(path, 2);
     }
 
     void take(const JsonPath& path, const json& value) override {
@@ -65,12 +72,8 @@ class JGFReader final : public JsonGraphReader {
     }
 
   private:
-    static bool isCollection(const std::string& key) {
-        return key == "nodes" || key == "edges" || key == "hyperedges" || key == "metadata";
-    }
     static bool isInGraph(const JsonPath& path, std::size_t depth) {
-        return (path.depth() == depth + 1 && path.beginsWith({"graph"})) ||
-               (path.depth() == depth + 2 && path.beginsWith({"graphs", "*"}));
+        return path.depth() == depth + (path[1].isElement ? 2 : 1);
     }
     static bool isMemberOf(const JsonPath& path, std::string_view collection) {
         return isInGraph(path, 2) && path[path.depth() - 2].key == collection;
@@ -99,16 +102,15 @@ class JGFReader final : public JsonGraphReader {
         if (step.isElement && !(value.is_object() && value.contains("id"))) {
             bytes_.fail("node without \"id\"");
         }
+        if (!value.is_object() && !value.is_null()) {
+            bytes_.fail(fmt::format("node {} is not an object", inQuotes(step.key)));
+        }
         const std::string id = step.isElement ? memberText(value, "id") : step.key;
         const NodeNumber node = sink_.addNode(id);
         if (value.is_object() && value.contains("label")) {
             sink_.setName(node, memberText(value, "label"));
         }
-        const auto metadata = value.is_object() ? value.find("metadata") : value.end();
-        if (metadata == value.end() || !metadata->is_object()) {
-            return;
-        }
-        for (const auto& [key, property] : metadata->items()) {
+        for (const auto& [key, property] : membersOf(value, "metadata", sink_).items()) {
             addProperty(node, key, property);
         }
     }
@@ -128,7 +130,7 @@ class JGFReader final : public JsonGraphReader {
     void addEdge(const json& value) {
         const std::string source = memberText(value, "source");
         const std::string target = memberText(value, "target");
-        if (!value.is_object() || !value.contains("source") || !value.contains("target")) {
+        if (!value.contains("source") || !value.contains("target")) {
             bytes_.fail("edge without \"source\" or \"target\"");
         }
         if (isFalse(value, "directed")) {
@@ -138,12 +140,10 @@ class JGFReader final : public JsonGraphReader {
             firstUndecided_.emplace(source, target);
         }
         const std::size_t edge = sink_.addEdge(source, target);
-        const auto metadata = value.find("metadata");
-        if (metadata != value.end() && metadata->is_object()) {
-            for (const auto& [key, column] : edgeData) {
-                if (metadata->contains(key)) {
-                    sink_.set(edge, column, memberText(*metadata, key));
-                }
+        const json& metadata = membersOf(value, "metadata", sink_);
+        for (const auto& [key, column] : edgeData) {
+            if (metadata.contains(key)) {
+                sink_.set(edge, column, memberText(metadata, key));
             }
         }
         if (value.contains("relation")) {
@@ -172,9 +172,11 @@ class JGFReader final : public JsonGraphReader {
 }  // namespace
 
 bool looksLikeJGF(const JsonShape& shape) {
-    const bool isWhole = shape.has({"graph"}, JsonKind::object) && !shape.has({"nodes"}) &&
-                         !looksLikeConan(shape) && !looksLikeNx(shape);
-    return isWhole || shape.has({"graphs"}, JsonKind::array);
+    // Several objects under "graph" are of this format, written wrong; texts are a list of madge.
+    const bool hasGraph =
+        shape.has({"graph"}, JsonKind::object) || shape.has({"graph", "*"}, JsonKind::object);
+    return (hasGraph && !shape.has({"nodes"}) && !looksLikeConan(shape) && !looksLikeNx(shape)) ||
+           shape.has({"graphs"}, JsonKind::array) || shape.has({"graphs"}, JsonKind::object);
 }
 
 GraphDraft readJGF(Input& input) {

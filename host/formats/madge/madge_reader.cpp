@@ -17,18 +17,16 @@ class MadgeReader final : public JsonGraphReader {
     explicit MadgeReader(Input& input) : JsonGraphReader(input) {}
 
     GraphDraft read() {
-        parse({"{}"});
+        parse({.records = {valuesAt({"{}"})}});
         return sink_.finish();
     }
-
-    [[nodiscard]] bool wants(const JsonPath& path) const override { return path.depth() == 1; }
 
     void take(const JsonPath& path, const json& value) override {
         const std::string& module = path.last().key;
         const bool isList =
             value.is_array() && std::all_of(value.begin(), value.end(),
                                             [](const json& item) { return item.is_string(); });
-        if (!isList || path.last().isElement) {
+        if (!isList) {
             bytes_.fail(fmt::format("{} is not a list of modules", inQuotes(module)));
         }
         sink_.addNode(module);

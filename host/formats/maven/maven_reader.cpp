@@ -61,16 +61,14 @@ std::vector<std::string> partsOf(std::string_view coordinates) {
 }
 
 /// Reads the tree that is printed, or the build's log around several of them.
-class MavenTextReader {
+class MavenTextReader final : LineGraphReader {
   public:
-    explicit MavenTextReader(Input& input)
-        : lines_(input), sink_(input.name(), input.limits(), [this] { return lines_.line(); }) {}
+    explicit MavenTextReader(Input& input) : LineGraphReader(input) {
+        sink_.foldEqualEdges();  // modules repeat what others have
+    }
 
     GraphDraft read() {
-        while (const auto line = lines_.next()) {
-            readLine(withoutReturn(*line));
-        }
-        return sink_.finish();
+        return readLines([this](std::string_view line) { readLine(line); }, [] {});
     }
 
   private:
@@ -136,22 +134,22 @@ class MavenTextReader {
         return artifact;
     }
 
-    LineReader lines_;
-    GraphSink sink_;
     std::vector<std::string> path_;  // the artifacts from the root to the last line
 };
 
 class MavenJsonReader final : public JsonGraphReader {
   public:
-    explicit MavenJsonReader(Input& input) : JsonGraphReader(input) {}
-
-    GraphDraft read() {
-        parse({"artifactId"},
-              {"groupId", "version", "type", "scope", "classifier", "optional", "children"});
-        return sink_.finish();
+    explicit MavenJsonReader(Input& input) : JsonGraphReader(input) {
+        sink_.foldEqualEdges();  // verbose trees repeat parts
     }
 
-    [[nodiscard]] bool wants(const JsonPath& path) const override { return path.depth() == 0; }
+    GraphDraft read() {
+        parse({.records = {objectsAt({})},
+               .required = {"artifactId"},
+               .known = {"groupId", "version", "type", "scope", "classifier", "optional",
+                         "children"}});
+        return sink_.finish();
+    }
 
     void take(const JsonPath& /*path*/, const json& value) override { addTree(value); }
 
@@ -167,7 +165,7 @@ class MavenJsonReader final : public JsonGraphReader {
             bytes_.fail("artifact without \"groupId\" or \"artifactId\"");
         }
         const std::string id = addArtifact(artifact, sink_);
-        for (const json& child : memberOf(value, "children")) {
+        for (const json& child : elementsOf(value, "children", sink_)) {
             std::string type = memberText(child, "scope");
             if (memberText(child, "optional") == "true") {
                 type += " optional";

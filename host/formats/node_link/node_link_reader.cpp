@@ -17,16 +17,18 @@ class NodeLinkReader final : public JsonGraphReader {
     explicit NodeLinkReader(Input& input) : JsonGraphReader(input) {}
 
     GraphDraft read() {
-        parse({"nodes"}, {"edges", "links", "directed", "multigraph", "graph"});
+        parse({.records = {valuesAt({"directed"}), valuesAt({"graph", "{}"}),
+                           objectsAt({"nodes", "*"}), objectsAt({"edges", "*"}),
+                           objectsAt({"links", "*"})},
+               .required = {"nodes"},
+               .known = {"multigraph"}});
         if (!isDirected_ && firstEdge_) {
             sink_.failForUndirected(firstEdge_->first, firstEdge_->second);
         }
+        if (hasNodes_ && !hasNumberID_ && hasNumberEnd_) {
+            bytes_.fail("edges name nodes by position; write them with the nodes' IDs");
+        }
         return sink_.finish();
-    }
-
-    [[nodiscard]] bool wants(const JsonPath& path) const override {
-        return path.is({"directed"}) || path.is({"nodes", "*"}) || path.is({"edges", "*"}) ||
-               path.is({"links", "*"}) || path.is({"graph", "{}"});
     }
 
     void take(const JsonPath& path, const json& value) override {
@@ -47,8 +49,13 @@ class NodeLinkReader final : public JsonGraphReader {
         if (id.is_null()) {
             bytes_.fail("node without \"id\"");
         }
+        hasNodes_ = true;
+        hasNumberID_ |= textOf(id).find_first_not_of("0123456789") == std::string::npos;
         const NodeNumber node = sink_.addNode(textOf(id));
         for (const auto& [key, property] : value.items()) {
+            if (property.is_null()) {
+                continue;
+            }
             if (key == "name") {
                 sink_.setName(node, textOf(property));
             } else if (key == "type") {
@@ -69,6 +76,7 @@ class NodeLinkReader final : public JsonGraphReader {
         if (source.is_null() || target.is_null()) {
             bytes_.fail("edge without \"source\" or \"target\"");
         }
+        hasNumberEnd_ |= source.is_number() || target.is_number();
         if (!firstEdge_) {
             firstEdge_ = {textOf(source), textOf(target)};
         }
@@ -82,6 +90,9 @@ class NodeLinkReader final : public JsonGraphReader {
 
     std::optional<std::pair<std::string, std::string>> firstEdge_;  // its ends, for a message
     bool isDirected_ = true;
+    bool hasNodes_ = false;
+    bool hasNumberID_ = false;
+    bool hasNumberEnd_ = false;
 };
 
 }  // namespace

@@ -1,3 +1,7 @@
+#include <algorithm>
+#include <string>
+#include <vector>
+
 #include <fmt/format.h>
 
 #include "formats/formats.h"
@@ -11,11 +15,17 @@ using nlohmann::json;
 
 class NpmListReader final : public JsonGraphReader {
   public:
-    explicit NpmListReader(Input& input) : JsonGraphReader(input) {}
+    explicit NpmListReader(Input& input) : JsonGraphReader(input) {
+        sink_
+            .foldEqualEdges();  // a package is listed with its dependencies wherever it is installed
+    }
 
     GraphDraft read() {
-        parse({"dependencies"}, {"name", "version", "problems", "extraneous", "overridden",
-                                 "resolved", "private", "path", "invalid"});
+        parse({.records = {valuesAt({"name"}), valuesAt({"version"}),
+                           objectsAt({"dependencies", "{}"})},
+               .required = {"dependencies", "name", "version"},
+               .known = {"problems", "extraneous", "overridden", "resolved", "private", "path",
+                         "invalid"}});
         // The root is complete only now.
         const std::string name = rootName_.empty() ? "(root)" : rootName_;
         const std::string root = addPackage(name, rootVersion_);
@@ -23,10 +33,6 @@ class NpmListReader final : public JsonGraphReader {
             sink_.addEdge(root, id);
         }
         return sink_.finish();
-    }
-
-    [[nodiscard]] bool wants(const JsonPath& path) const override {
-        return path.is({"name"}) || path.is({"version"}) || path.is({"dependencies", "{}"});
     }
 
     void take(const JsonPath& path, const json& value) override {
@@ -68,11 +74,10 @@ class NpmListReader final : public JsonGraphReader {
         } else if (const json& resolved = memberOf(package, "resolved"); resolved.is_string()) {
             sink_.setProperty(sink_.addNodeOnce(id), "resolved", textOf(resolved));
         }
-        if (const json& inner = memberOf(package, "dependencies"); inner.is_object()) {
-            for (const auto& [innerName, dependency] : inner.items()) {
-                if (const std::string end = addTree(innerName, dependency); !end.empty()) {
-                    sink_.addEdge(id, end);
-                }
+        for (const auto& [innerName, dependency] :
+             membersOf(package, "dependencies", sink_).items()) {
+            if (const std::string end = addTree(innerName, dependency); !end.empty()) {
+                sink_.addEdge(id, end);
             }
         }
         return id;
@@ -86,8 +91,19 @@ class NpmListReader final : public JsonGraphReader {
 }  // namespace
 
 bool looksLikeNpmList(const JsonShape& shape) {
-    return (shape.has({"dependencies", "*", "version"}) || shape.has({"problems"})) &&
-           shape.has({"dependencies"}, JsonKind::object) && !shape.has({"lockfileVersion"});
+    if (shape.has({"lockfileVersion"})) {
+        return false;
+    }
+    if (shape.has({"dependencies"}, JsonKind::object)) {
+        return shape.has({"dependencies", "*", "version"}) || shape.has({"problems"});
+    }
+    // A project that needs nothing has a name and a version, and nothing else.
+    const auto isOfProject = [](const JsonShape::Value& value) {
+        return value.path.empty() || value.path[0] == "name" || value.path[0] == "version" ||
+               value.path[0] == "problems";
+    };
+    return shape.has({"name"}, JsonKind::text) && shape.has({"version"}, JsonKind::text) &&
+           std::ranges::all_of(shape.values, isOfProject);
 }
 
 GraphDraft readNpmList(Input& input) {

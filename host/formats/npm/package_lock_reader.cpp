@@ -22,8 +22,10 @@ class PackageLockReader final : public JsonGraphReader {
     explicit PackageLockReader(Input& input) : JsonGraphReader(input) {}
 
     GraphDraft read() {
-        parse({"lockfileVersion"}, {"name", "version", "requires", "packages", "dependencies",
-                                    "packageIntegrity", "preserveSymlinks"});
+        parse({.records = {valuesAt({"name"}), objectsAt({"packages", "{}"})},
+               .required = {"lockfileVersion"},
+               .known = {"version", "requires", "dependencies", "packageIntegrity",
+                         "preserveSymlinks"}});
         if (targets_.empty()) {
             bytes_.fail(
                 "no \"packages\", as in lockfileVersion 1; npm install "
@@ -31,10 +33,6 @@ class PackageLockReader final : public JsonGraphReader {
         }
         addEdges();
         return sink_.finish();
-    }
-
-    [[nodiscard]] bool wants(const JsonPath& path) const override {
-        return path.is({"packages", "{}"}) || path.is({"name"});
     }
 
     void take(const JsonPath& path, const json& value) override {
@@ -76,10 +74,8 @@ class PackageLockReader final : public JsonGraphReader {
             {"peerDependencies", "peer"},
         };
         for (const auto& [member, type] : kinds) {
-            if (const json& needed = memberOf(package, member); needed.is_object()) {
-                for (const auto& [needs, range] : needed.items()) {
-                    needs_.push_back({.folder = folder, .name = needs, .type = type});
-                }
+            for (const auto& [needs, range] : membersOf(package, member, sink_).items()) {
+                needs_.push_back({.folder = folder, .name = needs, .type = type});
             }
         }
     }

@@ -12,16 +12,15 @@ class NxReader final : public JsonGraphReader {
     explicit NxReader(Input& input) : JsonGraphReader(input) {}
 
     GraphDraft read() {
-        parse({"graph"}, {"affected", "affectedProjects", "criticalPath", "tasks", "taskPlans"});
+        parse({.records = {objectsAt({"graph", "nodes", "{}"}),
+                           objectsAt({"graph", "externalNodes", "{}"}),
+                           objectsAt({"graph", "dependencies", "{}", "*"})},
+               .required = {"graph"},
+               .known = {"affected", "affectedProjects", "criticalPath", "tasks", "taskPlans"}});
         if (!hasProjects_) {
             bytes_.fail("not a project graph of nx: \"graph\" has no projects among \"nodes\"");
         }
         return sink_.finish();
-    }
-
-    [[nodiscard]] bool wants(const JsonPath& path) const override {
-        return path.is({"graph", "nodes", "{}"}) || path.is({"graph", "externalNodes", "{}"}) ||
-               path.is({"graph", "dependencies", "{}", "*"});
     }
 
     void take(const JsonPath& path, const json& value) override {

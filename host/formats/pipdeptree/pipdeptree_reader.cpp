@@ -9,19 +9,19 @@ using nlohmann::json;
 
 class PipdeptreeReader final : public JsonGraphReader {
   public:
-    explicit PipdeptreeReader(Input& input) : JsonGraphReader(input) {}
-
-    GraphDraft read() {
-        parse({});
-        return sink_.finish();
+    explicit PipdeptreeReader(Input& input) : JsonGraphReader(input) {
+        sink_.foldEqualEdges();  // the nested form repeats whatever several packages need
     }
 
-    [[nodiscard]] bool wants(const JsonPath& path) const override { return path.is({"*"}); }
+    GraphDraft read() {
+        parse({.records = {objectsAt({"*"})}});
+        return sink_.finish();
+    }
 
     void take(const JsonPath& /*path*/, const json& value) override {
         const json& package = memberOf(value, "package");
         // The nested form has the package's members beside its dependencies.
-        addTree(package.is_object() ? package : value, memberOf(value, "dependencies"));
+        addTree(package.is_object() ? package : value, elementsOf(value, "dependencies", sink_));
     }
 
   private:
@@ -34,11 +34,13 @@ class PipdeptreeReader final : public JsonGraphReader {
         if (const std::string name = memberText(package, "package_name"); !name.empty()) {
             sink_.setName(node, name);
         }
-        if (const json& version = memberOf(package, "installed_version"); version.is_string()) {
+        if (const json& version = memberOf(package, "installed_version"); version == "?") {
+            sink_.setType(node, "missing");
+        } else if (version.is_string()) {
             sink_.setProperty(node, "version", textOf(version));
         }
         for (const json& dependency : dependencies) {
-            addTree(dependency, memberOf(dependency, "dependencies"));
+            addTree(dependency, elementsOf(dependency, "dependencies", sink_));
             sink_.addEdge(key, memberText(dependency, "key"));
         }
     }

@@ -6,7 +6,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include "formats/cyclonedx/cyclonedx_reader.h"
+#include "draft/edit_ids.h"
 #include "formats/formats.h"
 #include "formats/json_records.h"
 #include "input/input_error.h"
@@ -38,7 +38,7 @@ Direction directionOf(std::string type) {
             return {.type = std::string(opposite), .isTurned = true};
         }
     }
-    if (type.ends_with("_DEPENDENCY_OF")) {
+    if (type.ends_with("_DEPENDENCY_OF") || type.ends_with("_TOOL_OF")) {
         type.resize(type.size() - std::string_view("_OF").size());
         return {.type = std::move(type), .isTurned = true};
     }
@@ -47,15 +47,29 @@ Direction directionOf(std::string type) {
 
 class SpdxReader final : public JsonGraphReader {
   public:
-    explicit SpdxReader(Input& input) : JsonGraphReader(input) {}
+    explicit SpdxReader(Input& input) : JsonGraphReader(input) {
+        for (const char* key : {"documentNamespace", "created", "tools"}) {
+            sink_.declareBuildProperty(key);
+        }
+    }
 
     GraphDraft read() {
-        // GitHub wraps the document.
-        parse(
-            {"spdxVersion", "sbom"},
-            {"SPDXID", "annotations", "comment", "creationInfo", "dataLicense", "documentDescribes",
-             "documentNamespace", "externalDocumentRefs", "files", "hasExtractedLicensingInfos",
-             "name", "packages", "relationships", "revieweds", "snippets"});
+        JsonFormat format{
+            .records = {},
+            .required = {"spdxVersion", "sbom"},
+            .excludesOthers = true,
+            .known = {"annotations", "comment", "documentDescribes", "externalDocumentRefs",
+                      "hasExtractedLicensingInfos", "revieweds", "snippets"}};
+        for (const char* member : {"spdxVersion", "SPDXID", "name", "dataLicense",
+                                   "documentNamespace", "creationInfo"}) {
+            format.records.push_back(valuesAt({member}));
+            format.records.push_back(valuesAt({"sbom", member}));  // GitHub wraps the document
+        }
+        for (const char* list : {"packages", "files", "relationships"}) {
+            format.records.push_back(objectsAt({list, "*"}));
+            format.records.push_back(objectsAt({"sbom", list, "*"}));
+        }
+        parse(format);
         if (version_.empty()) {
             bytes_.fail("the document has no member \"spdxVersion\"");
         }
@@ -64,16 +78,6 @@ class SpdxReader final : public JsonGraphReader {
                 fmt::format("{} is not SPDX 2; only SPDX 2 in JSON is read", inQuotes(version_)));
         }
         return sink_.finish();
-    }
-
-    [[nodiscard]] bool wants(const JsonPath& path) const override {
-        const std::size_t top = isWrapped(path) ? 1 : 0;
-        if (path.depth() == top + 1) {
-            return isOneOf(path.last().key, {"spdxVersion", "SPDXID", "name", "dataLicense",
-                                             "documentNamespace", "creationInfo"});
-        }
-        return path.depth() == top + 2 && path.last().isElement &&
-               isOneOf(path[top].key, {"packages", "files", "relationships"});
     }
 
     void take(const JsonPath& path, const json& value) override {
@@ -85,11 +89,7 @@ class SpdxReader final : public JsonGraphReader {
         } else if (member == "SPDXID") {
             sink_.setType(sink_.addNode(textOf(value)), "document");
         } else if (member == "creationInfo") {
-            for (const char* key : {"created", "creators"}) {
-                if (const json& text = memberOf(value, key); !text.is_null()) {
-                    sink_.setGraphProperty(key, textOf(text));
-                }
-            }
+            addCreation(value);
         } else {
             version_ = member == "spdxVersion" ? textOf(value) : version_;
             sink_.setGraphProperty(member, textOf(value));
@@ -104,6 +104,21 @@ class SpdxReader final : public JsonGraphReader {
         return path.depth() != 0 && path[0].key == "sbom";
     }
 
+    // Tools are named with their versions; people and organizations stay.
+    void addCreation(const json& creation) {
+        if (const std::string time = memberText(creation, "created"); !time.empty()) {
+            sink_.setGraphProperty("created", time);
+        }
+        std::map<std::string_view, std::set<std::string>> creators;
+        for (const json& creator : elementsOf(creation, "creators", sink_)) {
+            std::string text = textOf(creator);
+            creators[text.starts_with("Tool:") ? "tools" : "creators"].insert(std::move(text));
+        }
+        for (const auto& [key, texts] : creators) {
+            sink_.setGraphProperty(key, fmt::format("{}", fmt::join(texts, ", ")));
+        }
+    }
+
     void addElement(const json& element, const char* nameKey) {
         const std::string id = memberText(element, "SPDXID");
         if (id.empty()) {
@@ -115,12 +130,12 @@ class SpdxReader final : public JsonGraphReader {
         if (!name.empty()) {
             sink_.setName(node, name);
         }
-        addReferences(node, memberOf(element, "externalRefs"));
+        addReferences(node, elementsOf(element, "externalRefs", sink_));
         if (!name.empty()) {
             sink_.addIdCandidate(node, name);
             sink_.addIdCandidate(node, fmt::format("{}@{}", name, version));
         }
-        addNamed(node, memberOf(element, "checksums"), "algorithm", "checksumValue");
+        addNamed(node, elementsOf(element, "checksums", sink_), "algorithm", "checksumValue");
         for (const auto& [key, value] : element.items()) {
             const std::string text = textOf(value);
             if (key != nameKey && !saysNothing(text) &&
@@ -139,7 +154,7 @@ class SpdxReader final : public JsonGraphReader {
             }
         }
         if (urls.size() == 1) {
-            sink_.addIdCandidate(node, withoutVersion(*urls.begin()));
+            sink_.addIdCandidate(node, barePackageURL(*urls.begin()));
             sink_.addIdCandidate(node, *urls.begin());
         }
         addNamed(node, references, "referenceType", "referenceLocator");

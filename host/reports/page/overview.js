@@ -429,11 +429,22 @@ function sideOf(data, side) {
   if (ledger.leavingOtherNodes) {
     dependencies.push(`${plainNumber(ledger.leavingOtherNodes)} leaving non-file nodes`);
   }
+  if (ledger.leftOut.nodes) {
+    facts.push(`${plainNumber(ledger.leftOut.nodes)} left out`);
+  }
+  if (ledger.leftOut.dependencies) {
+    dependencies.push(`${plainNumber(ledger.leftOut.dependencies)} left out`);
+  }
+  const others = [counted(ledger.leftOut.properties, "property", "properties"),
+                  counted(ledger.leftOut.components, "component"),
+                  counted(ledger.leftOut.buildProperties, "property of the build", "properties of the build")]
+      .filter((fact) => !fact.startsWith("0 "));
   const list = element("p", {});
   facts.flatMap((fact, i) => [i > 0 ? ", " : "", fact].flat()).forEach((part) => list.append(part));
   return element("div", { class: "side" }, element("h4", {}, side === "left" ? "Old" : "New"),
                  element("p", { class: "source" }, wholeText(source)), list,
                  element("p", {}, dependencies.join(", ")),
+                 others.length > 0 && element("p", {}, `Left out: ${others.join(", ")}`),
                  analysisTime && element("p", { class: "note" },
                                          `Analysed ${analysisTime.replace("T", " ")} UTC`),
                  ...ledger.warnings.map((/** @type {string} */ warning) =>

@@ -102,6 +102,9 @@ class Ending {
             writeBroken(nodes, 0);
             writeBroken(dependencies, indent);
         }
+        if (const std::string leftOut = leftOutLine(side); !leftOut.empty()) {
+            writeBroken(leftOut, indent);
+        }
         for (const std::string& warning : side.warnings) {
             writeBroken("Warning: " + visible(warning), indent);
         }
