@@ -17,7 +17,6 @@
 #include "output/output_file.h"
 #include "output/pager.h"
 #include "output/terminal.h"
-#include "presentation/ledger_text.h"
 #include "reports/json/json_report.h"
 #include "reports/markdown/markdown_report.h"
 #include "reports/page/page_report.h"
@@ -49,6 +48,9 @@ TableForm tableForm(Format format, const Options& options) {
 
 void writeReport(const Report& report, Format format, const Options& options,
                  const TextStyle& style, Output& output) {
+    if (options.whenChanged && !report.tree->showsDifference()) {
+        return;
+    }
     switch (format) {
         case Format::text:
             writeTextReport(report, style, output);
@@ -60,10 +62,10 @@ void writeReport(const Report& report, Format format, const Options& options,
             writePage(report, output);
             break;
         case Format::markdown:
-            writeMarkdownReport(report, options.mostBytes, output);
+            writeMarkdownReport(report, options.mostBytes.value_or(mostMarkdownBytes), output);
             break;
         case Format::summary:
-            output.write(countsTable(report.summary));
+            writeSummaryReport(report, style, output);
             break;
         case Format::renames:
             writeRenames(report, output);

@@ -221,6 +221,7 @@ OptionGroup reportOptions() {
              {.names = "--max-bytes",
               .argument = "N",
               .range = {{.least = fewestMarkdownBytes, .most = mostBytes}},
+              .byDefault = fmt::format("{}", mostMarkdownBytes),
               .description = "Truncate a Markdown report at N bytes",
               .take =
                   [](Options& options, const Arguments& arguments) {
@@ -229,6 +230,9 @@ OptionGroup reportOptions() {
              {.names = "--raw",
               .description = "Write cells of a table even if they look like formulas",
               .take = set(&Options::rawCells, true)},
+             {.names = "--when-changed",
+              .description = "Write nothing if no difference is visible",
+              .take = set(&Options::whenChanged, true)},
              {.names = "-q,--quiet",
               .description = "Print nothing; report through the exit status only",
               .inShortHelp = true,

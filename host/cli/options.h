@@ -40,8 +40,9 @@ struct Options {
     Format format = Format::text;
     std::optional<std::string> outputFile;
     std::vector<FurtherReport> reports;
-    std::optional<std::size_t> mostBytes;  ///< of a Markdown report
-    bool rawCells = false;  ///< whether a table may have cells that look like formulas
+    std::optional<std::size_t> mostBytes;  ///< of a Markdown report; see `mostMarkdownBytes`
+    bool rawCells = false;     ///< whether a table may have cells that look like formulas
+    bool whenChanged = false;  ///< reports are empty if no difference is visible
     EnabledFilters filters = defaultFilters();
     /// Whether telling properties are shown besides what the filters leave.
     bool showsTelling = true;

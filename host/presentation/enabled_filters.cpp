@@ -86,6 +86,10 @@ std::size_t placeOfChoice(const EnabledFilters& filters) {
     return static_cast<std::size_t>(std::ranges::find(choices, filters) - choices.begin());
 }
 
+bool showDetails(const EnabledFilters& filters) {
+    return std::ranges::find(filters, Filters(NonstructuralFilter())) == filters.end();
+}
+
 EnabledFilters defaultFilters() {
     return inOrder(dependency::comparisons::getDefaultEnabledFilters());
 }

@@ -40,6 +40,9 @@ using EnabledFilters = std::vector<Filters>;
 /// Returns: the place of `filters` among all choices.
 [[nodiscard]] std::size_t placeOfChoice(const EnabledFilters& filters);
 
+/// Returns: whether properties and components are asked for, not structure alone.
+[[nodiscard]] bool showDetails(const EnabledFilters& filters);
+
 /// Returns: the filters that are on by default.
 [[nodiscard]] EnabledFilters defaultFilters();
 

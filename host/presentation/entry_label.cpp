@@ -1,7 +1,10 @@
 #include "presentation/entry_label.h"
 
+#include <algorithm>
 #include <utility>
 #include <variant>
+
+#include <comparisons/side.h>
 
 #include "draft/marked_id.h"
 
@@ -10,6 +13,8 @@ namespace depcompare {
 namespace {
 
 using ::comparisons::EditType;
+using ::comparisons::Side;
+using dependency::comparisons::ItemEdit;
 using dependency::comparisons::ParallelDependencies;
 using dependency::graph::Graph;
 using dependency::graph::Node;
@@ -35,6 +40,23 @@ class LabelMaker {
     EntryLabel& label_;
 };
 
+std::vector<std::u16string> typesIn(const ParallelDependencies& group) {
+    std::vector<std::u16string> types;
+    for (const auto& dependency : group.dependencies) {
+        types.push_back(dependency->getType()->getID());
+    }
+    std::ranges::sort(types);
+    return types;
+}
+
+/// Requires: an edit of a group with both sides.
+bool sameEndsAndTypes(const ItemEdit& edit) {
+    const auto& left = std::get<ParallelDependencies>(*edit[Side::left]);
+    const auto& right = std::get<ParallelDependencies>(*edit[Side::right]);
+    return *left.upstream == *right.upstream && *left.downstream == *right.downstream &&
+           typesIn(left) == typesIn(right);
+}
+
 }  // namespace
 
 std::vector<std::string_view> EntryLabel::remarks() const {
@@ -49,14 +71,18 @@ std::vector<std::string_view> EntryLabel::remarks() const {
 }
 
 EntryLabel labelOf(const PresentedTree& tree, PresentedTree::Match match) {
-    const auto& item = anySide(tree.compared(match).edit);
+    const ItemEdit& edit = tree.compared(match).edit;
+    const auto& item = anySide(edit);
     EntryLabel label;
     label.edit = match->getEditTypes().front();
     label.kind = kindOf(item);
     label.moved = PresentedTree::isMoved(match);
     label.oldID = tree.oldID(match);
-    // A group also compares its end nodes, which have no row.
-    label.onlyEndsChanged = label.kind == EntryKind::group && tree.changedWithoutRow(match);
+    if (label.kind == EntryKind::group && label.edit == EditType::changed) {
+        // A group also compares its end nodes, which have no row.
+        label.onlyEndsChanged = tree.changedWithoutRow(match);
+        label.onlyComponentsChanged = sameEndsAndTypes(edit);
+    }
     std::visit(LabelMaker(label), item);
     return label;
 }
@@ -71,6 +97,14 @@ std::string_view nameOf(EntryKind kind) {
             break;
     }
     return "group";
+}
+
+bool isFolded(const EntryLabel& label, const EnabledFilters& filters) {
+    return label.onlyComponentsChanged && !label.onlyEndsChanged && !showDetails(filters);
+}
+
+bool isOneSided(EditType type) {
+    return type == EditType::rightOnly || type == EditType::leftOnly;
 }
 
 std::string_view nameOf(EditType type) {

@@ -8,6 +8,7 @@
 
 #include <comparisons/edit_type.h>
 
+#include "presentation/enabled_filters.h"
 #include "presentation/presented_tree.h"
 
 namespace depcompare {
@@ -20,6 +21,8 @@ struct EntryLabel {
     std::u16string downstream;  ///< of a group: the ID of what it leads to
     std::optional<std::u16string> downstreamType;  ///< of a group that does not lead to a file
     bool onlyEndsChanged = false;                  ///< a changed group without a changed row
+    /// A changed group with equal ends and as many dependencies of each type on both sides.
+    bool onlyComponentsChanged = false;
     bool moved = false;
     std::optional<std::u16string> oldID;  ///< of a file that was renamed, on the left
 
@@ -31,6 +34,13 @@ struct EntryLabel {
 
 /// Returns: "graph", "file" or "group".
 [[nodiscard]] std::string_view nameOf(EntryKind kind);
+
+/// Returns: whether reports only count the entry: a group in which only components differ, unless the
+///          filters show details.
+[[nodiscard]] bool isFolded(const EntryLabel& label, const EnabledFilters& filters);
+
+/// Returns: whether the entry was added or removed.
+[[nodiscard]] bool isOneSided(::comparisons::EditType type);
 
 /// Returns: "added", "removed", "changed" or "unchanged".
 [[nodiscard]] std::string_view nameOf(::comparisons::EditType type);

@@ -1,6 +1,8 @@
 #include "presentation/entry_table.h"
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -15,6 +17,7 @@ namespace depcompare {
 
 namespace {
 
+using ::comparisons::EditType;
 using ::comparisons::indexOf;
 using ::comparisons::Side;
 using ::comparisons::sides;
@@ -88,7 +91,8 @@ TableCell cellOf(const Texts& texts, const Texts& names) {
 
 class TableReader {
   public:
-    explicit TableReader(const ItemEdit& edit) : names_(namesOfEnds(edit)) {}
+    explicit TableReader(const ItemEdit& edit)
+        : isGroup_(kindOf(anySide(edit)) == EntryKind::group), names_(namesOfEnds(edit)) {}
 
     void add(const ParameterTable& table) {
         const auto& labels = table->getViewOptions()->getColumnLabels();
@@ -96,8 +100,15 @@ class TableReader {
         table_.heading.caption = name.introduction;
         table_.heading.name.before = name.heading;
         table_.heading.value.before = partsOf(labels[1]).heading;
+        const std::size_t begin = table_.rows.size();
         for (const Entry& entry : table->getEntries()) {
             table_.rows.push_back(rowOf(entry, name.caption));
+        }
+        if (isGroup_) {
+            // A dependency that got another component is a removed and an added one.
+            std::stable_partition(
+                table_.rows.begin() + static_cast<std::ptrdiff_t>(begin), table_.rows.end(),
+                [](const TableRow& row) { return row.edit == EditType::leftOnly; });
         }
     }
 
@@ -118,6 +129,7 @@ class TableReader {
                 .value = cellOf(cells[1], names_[1])};
     }
 
+    bool isGroup_;
     std::array<Texts, 2> names_;  // of the upstream and the downstream end
     EntryTable table_;
 };

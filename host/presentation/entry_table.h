@@ -43,7 +43,8 @@ struct EntryTable {
 
 /// Returns: the rows of the entry that the filters leave, those of one part after those of another,
 ///          in text that a terminal may get; none if the entry has no detail. A caption is the first
-///          line of a part's label, without its introduction. The cell of a dependency without a
+///          line of a part's label, without its introduction. In a part of a group's detail,
+///          dependencies of the left side come before the others. The cell of a dependency without a
 ///          component, which repeats the name of an end, is empty.
 [[nodiscard]] EntryTable tableOf(const PresentedTree& tree, PresentedTree::Match match);
 

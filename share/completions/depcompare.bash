@@ -25,8 +25,8 @@ _depcompare() {
             --link-type | --rename | --why) return ;;
         *)
             [[ $word == -* ]] || return
-            choices='-f --format -o --output --report --max-bytes --raw -q --quiet --locale --color
-                --progress --no-pager --filter --no-filter --fail-on --insights --area-depth --area
+            choices='-f --format -o --output --report --max-bytes --raw --when-changed -q --quiet --locale
+                --color --progress --no-pager --filter --no-filter --fail-on --insights --area-depth --area
                 --area-separator --link-type --renames --rename --why --input-format --list-formats --node-id
                 --file-type --allow-empty --only --exclude --ignore-property --ignore-component
                 --keep-build-data --strip-prefix --strip-version --id-replace

@@ -12,7 +12,7 @@ namespace {
 using test::compare;
 using test::graphOf;
 
-std::string markdownOf(const Report& report, std::optional<std::size_t> mostBytes = {}) {
+std::string markdownOf(const Report& report, std::size_t mostBytes = mostMarkdownBytes) {
     return test::written([&](Output& output) { writeMarkdownReport(report, mostBytes, output); });
 }
 
@@ -40,38 +40,160 @@ std::size_t countOf(const std::string& what, const std::string& text) {
     return count;
 }
 
-TEST(MarkdownReport, countsComeFirstThenWhatWasAddedAndRemovedThenTheRest) {
-    const std::string older =
-        graphOf("a k=1; b; x type=lib name=A; y type=lib; w type=lib; a>b; a>a; a>x; a>y; a>w");
+TEST(MarkdownReport, countsComeFirstThenGroupsBetweenNodesThatStayThenTheRestByFolder) {
+    const std::string older = graphOf(
+        "s/a k=1; s/b; s/c; x type=lib name=A; y type=lib; w type=lib; s/a>s/b; s/a>s/a; s/a>x; "
+        "s/a>y;"
+        "s/a>w; s/c>s/a; s/c>x upstream_component=1; s/c>w; s/b>x");
     const std::string newer = graphOf(
-        "a k=2; c; x type=lib name=Z; y type=lib; w type=lib; z type=lib; a>x; a>y; a>w; a>z "
+        "s/a k=2; t/d k=1; s/c; x type=lib name=Z; y type=lib; z type=lib; s/a>x; s/a>y; s/a>z "
         "type=use;"
-        "a>a upstream_component=f; a>c; a>c upstream_component=f");
-    const std::string expected =
-        "### Dependencies: `old` \u2192 `new`\n\n"
+        "s/a>s/a upstream_component=f; s/a>t/d; s/a>t/d upstream_component=f; s/a>s/c;"
+        "s/c>y; s/c>x upstream_component=2; t/d>x; t/d>z");
+    const std::string head =
+        "### Dependencies: `old` \u2192 `new`\n"
+        "\n"
+        "The structure changed.\n"
+        "\n"
         "| | added | removed | changed | unchanged |\n"
         "|---|--:|--:|--:|--:|\n"
-        "| Files | 1 | 1 | 1 | 0 |\n"
-        "| Groups | 2 | 1 | 2 | 2 |\n"
-        "| Dependencies | 4 | 2 | 0 | 3 |\n"
-        "| File properties | 0 | 0 | 1 | 0 |\n"
-        "| Graph properties | 0 | 0 | 0 | 0 |\n\n"
-        "<details open><summary>Added files: 1</summary>\n\n- `c`\n\n</details>\n\n"
-        "<details open><summary>Removed files: 1</summary>\n\n- `b`\n\n</details>\n\n"
-        "<details open><summary>Added groups of dependencies: 2</summary>\n\n"
-        "- `a` \u2192 `c`: 2 \u00d7 `depends`\n- `a` \u2192 `z` (`lib`): `use`\n\n</details>\n\n"
-        "<details open><summary>Removed groups of dependencies: 1</summary>\n\n"
-        "- `a` \u2192 `b`: `depends`\n\n</details>\n\n";
-    const std::string rows = "- `a` \u2192 `a`\n  - removed `depends`\n  - added `depends` `f`\n";
-    EXPECT_EQ(markdownOf(compare(older, newer)),
-              expected + "<details open><summary>Changed: 3</summary>\n\n" +
-                  "- `a`\n  - changed `k`: `1` \u2192 `2`\n" + rows +
-                  "- `a` \u2192 `x` (`lib`, name or type of an end changed, moved)\n\n"
-                  "</details>\n\n");
-    EXPECT_EQ(markdownOf(compare(older, newer, filtersNamed({"nonstructural"}))),
-              expected + "<details open><summary>Changed: 1</summary>\n\n" + rows +
-                  "\n</details>\n\n"
-                  "Hidden by the non-structural filter: the graph, 1 file, 3 groups, 4 rows.\n\n");
+        "| Files | 1 | 1 | 1 | 1 |\n"
+        "| Groups | 6 | 5 | 3 | 1 |\n"
+        "| Dependencies | 9 | 7 | 0 | 2 |\n"
+        "| File properties | 1 | 0 | 1 | 0 |\n"
+        "| Graph properties | 0 | 0 | 0 | 0 |\n"
+        "\n";
+    const std::string atLarge =
+        "**Areas**\n"
+        "\n"
+        "- added `s` \u2192 `t` (1)\n"
+        "\n"
+        "**Other nodes**\n"
+        "\n"
+        "- 1 new, 1 gone\n"
+        "- added `z` (2 files)\n"
+        "- removed `w` (2 files)\n"
+        "\n"
+        "**Cycles**\n"
+        "\n"
+        "- 1, as before\n"
+        "\n"
+        "<details><summary>More at large</summary>\n"
+        "\n"
+        "**Files in**\n"
+        "\n"
+        "- `s` -1\n"
+        "- `t` +1\n"
+        "\n"
+        "**Reach**\n"
+        "\n"
+        "- 10 \u2192 9 pairs of file and node, 67 % \u2192 60 % of all\n"
+        "- added `s/a` \u2192 `t/d`: 1 file gains 2\n"
+        "- added `s/a` \u2192 `s/c`: 1 file gains 1\n"
+        "- added `s/a` \u2192 `z`: 1 file gains 1\n"
+        "\n"
+        "- `s/a`: 4 \u2192 5, by `s/a` \u2192 `s/c`\n"
+        "- `s/c`: 5 \u2192 2\n"
+        "\n"
+        "**Renames**\n"
+        "\n"
+        "- 1 probable\n"
+        "- `s/b` \u2192 `t/d`: 0.85, 2 of 3 neighbours\n"
+        "\n"
+        "**Groups**\n"
+        "\n"
+        "- +6: 2 rewired, 1 of new files, 1 to new nodes, 2 renamed\n"
+        "- -5: 1 rewired, 2 to gone nodes, 2 renamed\n"
+        "- ~3: 2 in components only, 1 in an end only\n"
+        "\n"
+        "</details>\n"
+        "\n";
+    const std::string groups =
+        "<details open><summary>Added groups between nodes of both sides: 2</summary>\n"
+        "\n"
+        "- `s/a` \u2192 `s/c`: `depends`\n"
+        "- `s/c` \u2192 `y` (`lib`): `depends`\n"
+        "\n"
+        "</details>\n"
+        "\n"
+        "<details open><summary>Removed groups between nodes of both sides: 1</summary>\n"
+        "\n"
+        "- `s/c` \u2192 `s/a`: `depends`\n"
+        "\n"
+        "</details>\n"
+        "\n"
+        "<details open><summary>Removed groups that led to removed nodes: 3</summary>\n"
+        "\n"
+        "- `s/a` \u2192 `s/b`: `depends`\n"
+        "- `s/a` \u2192 `w` (`lib`): `depends`\n"
+        "- `s/c` \u2192 `w` (`lib`): `depends`\n"
+        "\n"
+        "</details>\n"
+        "\n";
+    const Report report = compare(older, newer, filtersNamed({"nonstructural"}));
+    EXPECT_EQ(
+        markdownOf(report),
+        head + atLarge + groups +
+            "<details open><summary>By folder: 1 added file, 1 removed file, 4 added groups, 1 "
+            "removed group, 1 changed group, 1 group in which only components differ</summary>\n"
+            "\n"
+            "**`s`**: 1 removed file, 2 added groups, 1 removed group, 1 changed group, 1 group in "
+            "which only components differ\n"
+            "\n"
+            "- `s/a`\n"
+            "  - added `t/d`: 2 \u00d7 `depends`\n"
+            "  - added `z` (`lib`): `use`\n"
+            "  - 1 group in which only components differ\n"
+            "- removed `s/b`\n"
+            "  - `x` (`lib`): `depends`\n"
+            "- `s/c`\n"
+            "  - changed `x` (`lib`)\n"
+            "    - removed `depends` `1`\n"
+            "    - added `depends` `2`\n"
+            "\n"
+            "**`t`**: 1 added file, 2 added groups\n"
+            "\n"
+            "- added `t/d`\n"
+            "  - `x` (`lib`): `depends`\n"
+            "  - `z` (`lib`): `depends`\n"
+            "\n"
+            "</details>\n"
+            "\n"
+            "Hidden by the non-structural filter: the graph, 2 files, 2 groups, 3 rows.\n"
+            "\n");
+    Report withoutInsights = compare(older, newer);
+    withoutInsights.insights.reset();
+    EXPECT_EQ(markdownOf(withoutInsights),
+              head + groups +
+                  "<details open><summary>By folder: 1 added file, 1 removed file, 1 changed file, "
+                  "4 added groups, 1 removed group, 3 changed groups</summary>\n"
+                  "\n"
+                  "**`s`**: 1 removed file, 1 changed file, 2 added groups, 1 removed group, 3 "
+                  "changed groups\n"
+                  "\n"
+                  "- changed `s/a`\n"
+                  "  - changed `k`: `1` \u2192 `2`\n"
+                  "  - changed `s/a`\n"
+                  "    - removed `depends`\n"
+                  "    - added `depends` `f`\n"
+                  "  - added `t/d`: 2 \u00d7 `depends`\n"
+                  "  - changed `x` (`lib`, name or type of an end changed)\n"
+                  "  - added `z` (`lib`): `use`\n"
+                  "- removed `s/b`\n"
+                  "  - `x` (`lib`): `depends`\n"
+                  "- `s/c`\n"
+                  "  - changed `x` (`lib`)\n"
+                  "    - removed `depends` `1`\n"
+                  "    - added `depends` `2`\n"
+                  "\n"
+                  "**`t`**: 1 added file, 2 added groups\n"
+                  "\n"
+                  "- added `t/d`\n"
+                  "  - `x` (`lib`): `depends`\n"
+                  "  - `z` (`lib`): `depends`\n"
+                  "\n"
+                  "</details>\n"
+                  "\n");
     EXPECT_NE(markdownOf(compare(older, older)).find("\nNo differences.\n"), std::string::npos);
 }
 
@@ -80,14 +202,14 @@ TEST(MarkdownReport, theLimitHoldsAndTheEndSaysWhatIsMissing) {
     const std::string whole = markdownOf(report);
     EXPECT_EQ(countOf("\n- ", whole), 2000U);
     EXPECT_EQ(whole.find("Cut"), std::string::npos);
-    EXPECT_NE(whole.find("<details><summary>Added files: 2000<"), std::string::npos);
+    EXPECT_NE(whole.find("<details><summary>By folder: 2000 added files<"), std::string::npos);
     for (const std::size_t limit : {fewestMarkdownBytes, std::size_t{5001}, whole.size() - 1}) {
         const std::string cut = markdownOf(report, limit);
         EXPECT_LE(cut.size(), limit);
         const std::size_t shown = countOf("\n- ", cut);
         EXPECT_GT(shown, 50U);
-        EXPECT_TRUE(cut.ends_with("</details>\n\n**Cut for length.** Left out: " +
-                                  std::to_string(2000 - shown) + " added files.\n"))
+        EXPECT_TRUE(cut.ends_with("</details>\n\n**Cut for length.** Not shown: " +
+                                  std::to_string(2000 - shown) + " files.\n"))
             << cut.substr(cut.size() - 100);
     }
     EXPECT_EQ(markdownOf(report, whole.size() + 2000), whole);

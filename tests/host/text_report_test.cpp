@@ -29,7 +29,7 @@ struct Case {
     std::string right;
     std::vector<std::string> filters;
     TextStyle style;
-    std::string expected;  // between the header and the ending
+    std::string expected;  // between the counts and the ending
 };
 
 TEST(TextReport, theTreeHasEveryVisibleEntryWithItsRowsBesideOrBelow) {
@@ -78,9 +78,32 @@ TEST(TextReport, theTreeHasEveryVisibleEntryWithItsRowsBesideOrBelow) {
          "  - -> c  - depends          line 1\n"
          "- c\n"
          "+ d\n"},
-        {"equal", "a", "a", {}, {}, "No differences.\n"},
-        {"equal under a filter", "a", "a", {"nonstructural"}, {}, "No differences.\n"},
-        {"hidden", "a", "a k=1", {"nonstructural"}, {}, "No visible differences.\n"},
+        {"properties of added files and groups in which only components differ are left out",
+         "a; b; c; d k=1; x type=lib; a>b upstream_component=1; a>c upstream_component=2; b>a "
+         "type=s;"
+         "b>c upstream_component=2; b>d; c>a upstream_component=1; c>b type=s; c>d; c>x; d>a",
+         "a; b; c; e k=1; x type=l; a>b upstream_component=3; a>c upstream_component=4; b>a type=t;"
+         "b>c upstream_component=3; c>a upstream_component=9; c>b type=s; c>b type=s"
+         " upstream_component=2; c>x upstream_component=1; e>a",
+         {"nonstructural"},
+         {.columns = 50},
+         "a  ~ 2 groups (only components differ)\n"
+         "b                 Dependency type  Impacted component\n"
+         "                             -> Required component\n"
+         "  ~ -> a        - s\n"
+         "                + t\n"
+         "  - -> d        - depends\n"
+         "  ~ -> c (only components differ)\n"
+         "c\n"
+         "  ~ -> b        + s                2\n"
+         "  - -> d        - depends\n"
+         "  ~ -> x (lib)  - depends\n"
+         "                +                  1\n"
+         "  ~ -> a (only components differ)\n"
+         "- d\n"
+         "  - -> a        - depends\n"
+         "+ e\n"
+         "  + -> a        + depends\n"},
         {"colours, and paths and values as wide as the terminal",
          "b",
          "b; b>" + path + "; " + path + " k=a_value_that_is_too_long_for_this",
@@ -150,16 +173,17 @@ TEST(TextReport, theTreeHasEveryVisibleEntryWithItsRowsBesideOrBelow) {
          "         tuvwxyz\n"},
     };
     for (const Case& example : cases) {
-        const Report report =
+        Report report =
             compare(graphOf(example.left), graphOf(example.right), filtersNamed(example.filters));
+        report.insights.reset();
         const std::string text = textOf(report, example.style);
-        const std::size_t begin = text.find("\n\n") + 2;
+        const std::size_t begin = text.find("\n\n", text.find("Graph properties")) + 2;
         EXPECT_EQ(text.substr(begin, text.find("\n\n", begin) + 1 - begin), example.expected)
             << example.about;
     }
 }
 
-TEST(TextReport, itBeginsWithTheInputsAndEndsWithTheAccount) {
+TEST(TextReport, itBeginsWithInputsAndCountsAndEndsWithTheAccount) {
     Report report = compare(graphOf(std::string(oldFile) + "; a>c; x>a"), graphOf(newFile),
                             filtersNamed({"nonstructural"}));
     report.ledger.sides[1].warnings = {"odd\n" + std::string(90, 'x')};
@@ -167,6 +191,15 @@ TEST(TextReport, itBeginsWithTheInputsAndEndsWithTheAccount) {
     EXPECT_EQ(text.substr(0, text.find("\n\n")),
               "Comparing old (3 files, 8 dependencies)\n"
               "with      new (3 files, 7 dependencies)");
+    EXPECT_NE(text.find("\n\nThe structure changed.\n"
+                        "                     added   removed   changed unchanged\n"
+                        "Files                    1         1         1         1\n"
+                        "Groups                   1         2         2         2\n"
+                        "Dependencies             3         2         0         4\n"
+                        "File properties          1         0         1         0\n"
+                        "Graph properties         0         0         0         0\n\n"),
+              std::string::npos)
+        << text;
     EXPECT_EQ(text.substr(text.find("\n\nHidden") + 2),
               "Hidden by the non-structural filter: the graph, 2 files, 4 groups, 6\n"
               "       rows; show with --no-filter\n"
@@ -175,14 +208,65 @@ TEST(TextReport, itBeginsWithTheInputsAndEndsWithTheAccount) {
               "       8 dependencies: 6 compared, 1 duplicate, 1 leaving non-file nodes\n"
               "Right  6 nodes: 3 files, 3 lib; 7 dependencies: 7 compared\n"
               "       Warning: odd\\nxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx\n"
-              "       xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx\n"
-              "\n"
-              "                     added   removed   changed unchanged\n"
-              "Files                    1         1         1         1\n"
-              "Groups                   1         2         2         2\n"
-              "Dependencies             3         2         0         4\n"
-              "File properties          1         0         1         0\n"
-              "Graph properties         0         0         0         0\n");
+              "       xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx\n");
+    const std::pair<const char*, const char*> verdicts[] = {
+        {"a", "\n\nNo differences.\n  "}, {"a k=1", "\n\nNo visible differences.\n  "}};
+    for (const auto& [newer, verdict] : verdicts) {
+        const Report equal = compare(graphOf("a"), graphOf(newer), filtersNamed({"nonstructural"}));
+        EXPECT_NE(textOf(equal).find(verdict), std::string::npos) << textOf(equal);
+    }
+}
+
+TEST(TextReport, whatHappenedAtLargeComesBeforeTheTreeAsFarAsItFits) {
+    std::string older =
+        "m/a; m/b; m/c; m/d; n/x k=1; n/old.c hash=77; o/p; z type=lib; y type=lib;"
+        "m/a>m/b; m/b>m/c; m/d>n/x; m/d>o/p; n/old.c>m/a; n/old.c>m/b; m/b>z;"
+        "o/p>o/p; m/a>n/old.c upstream_component=1";
+    std::string newer =
+        "m/a; m/b; m/c; m/d; n/x k=2; n/new.c hash=77; o/p; q/very/deep/folder/name.c;"
+        "y type=lib; m/a>m/b; m/b>m/c; m/c>m/a; m/d>n/x; m/d>m/a; n/new.c>m/a; n/new.c>m/b;"
+        "m/b>y; o/p>q/very/deep/folder/name.c; m/a>n/new.c upstream_component=1";
+    const Report report = compare(graphOf(older), graphOf(newer), filtersNamed({"nonstructural"}));
+    const auto atLarge = [&](const TextStyle& style) {
+        const std::string text =
+            test::written([&](Output& output) { writeSummaryReport(report, style, output); });
+        return text.substr(text.find("\n\n") + 2);
+    };
+    EXPECT_EQ(atLarge({}),
+              "Areas        + o -> q/very/deep (1)   - m -> o (1)   ~ n -> m (+2 -2)\n"
+              "             ~ m -> n (+1 -1)\n"
+              "Files in     n +1 -1   q/very/deep +1\n"
+              "Other nodes  1 gone   - z (1 file)\n"
+              "Cycles       2 \u2192 1: 1 changed, 1 gone\n"
+              "             ~ 2 \u2192 4 nodes, closed by m/a -> n/new.c\n"
+              "             - 1 node, opened by loss of o/p -> o/p\n"
+              "Reach        12 \u2192 23 pairs of file and node, 21 % \u2192 36 % of all\n"
+              "             + m/c -> m/a: 5 files gain up to 4  (4 more)\n"
+              "             m/d: 2 \u2192 6, by m/d -> m/a  (4 more)\n"
+              "Renames      1 probable\n"
+              "             n/old.c \u2192 n/new.c: 1.00, equal digest, 3 of 3 neighbours\n"
+              "Groups       +7: 3 rewired, 1 to new nodes, 3 renamed\n"
+              "             -6: 2 rewired, 1 to gone nodes, 3 renamed\n"
+              "More: --insights full\n");
+    EXPECT_EQ(atLarge({.colours = true, .columns = 50}),
+              "\x1b[1mAreas\x1b[0m        \x1b[32m+ o -> q/very/deep (1)\x1b[0m   \x1b[31m- m -> o "
+              "(1)\x1b[0m\n"
+              "             \x1b[33m~ n -> m (+2 -2)\x1b[0m   \x1b[33m~ m -> n (+1 -1)\x1b[0m\n"
+              "\x1b[1mFiles in\x1b[0m     n +1 -1   q/very/deep +1\n"
+              "\x1b[1mOther nodes\x1b[0m  1 gone   \x1b[31m- z (1 file)\x1b[0m\n"
+              "\x1b[1mCycles\x1b[0m       2 \u2192 1: 1 changed, 1 gone\n"
+              "             \x1b[33m~ 2 \u2192 4 nodes, closed by m/a ->\x1b[0m\n"
+              "             \x1b[33mn/new.c\x1b[0m  (1 more)\n"
+              "\x1b[1mReach\x1b[0m        12 \u2192 23 pairs of file and node, 21 %\n"
+              "             \u2192 36 % of all  (5 more)\n"
+              "             m/d: 2 \u2192 6, by m/d ->\n"
+              "             m/a  (4 more)\n"
+              "\x1b[1mRenames\x1b[0m      1 probable\n"
+              "             n/old.c \u2192 n/new.c: 1.00, equal\n"
+              "             digest, 3 of 3 neighbours\n"
+              "\x1b[1mGroups\x1b[0m       +7: 3 rewired, 1 to new nodes, 3\n"
+              "             renamed  (1 more)\n"
+              "\x1b[2mMore: --insights full\x1b[0m\n");
 }
 
 TEST(TextReport, namesCannotSteerTheTerminalNorTheLogOfABuild) {

@@ -2,208 +2,120 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
-#include <map>
+#include <cstddef>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
+#include <variant>
 #include <vector>
 
+#include <comparisons/edit_type.h>
+#include <comparisons/side.h>
 #include <fl/i18n/ustring.h>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include "output/visible_text.h"
+#include "presentation/at_large.h"
 #include "presentation/entry_label.h"
 #include "presentation/entry_table.h"
 #include "presentation/ledger_text.h"
+#include "reports/markdown/files_by_folder.h"
+#include "reports/markdown/markdown_text.h"
 
 namespace depcompare {
 
 namespace {
 
 using ::comparisons::EditType;
+using dependency::comparisons::ParallelDependencies;
 using Entry = PresentedTree::Entry;
 
 constexpr std::size_t manyItems = 12;
 constexpr std::size_t bytesForEnding = 1000;
+constexpr std::string_view endOfDetails = "\n</details>\n\n";
 
-/// Of a text of the graph, in UTF-16 units.
-constexpr std::size_t longestText = 200;
-/// Renderers know no code span between fences of any length.
-constexpr std::size_t longestFence = 16;
-
-std::size_t longestRunOfTicks(std::string_view text) {
-    std::size_t longest = 0;
-    std::size_t run = 0;
-    for (const char letter : text) {
-        run = letter == '`' ? run + 1 : 0;
-        longest = std::max(longest, run);
-    }
-    return longest;
+std::string beginOfDetails(std::size_t items, std::string_view title) {
+    return fmt::format("<details{}><summary>{}</summary>\n\n", items <= manyItems ? " open" : "",
+                       title);
 }
 
-std::string withoutTicks(std::string_view text) {
-    std::string shown;
-    for (const char letter : text) {
-        shown += letter == '`' ? std::string_view("\\x60") : std::string_view(&letter, 1);
-    }
-    return shown;
-}
-
-/// Returns: a code span in UTF-8, in which nothing is markup, a mention or a link, and that stays on
-///          its line; see `visible`. Very long text is shortened.
-std::string codeOf(std::u16string_view text) {
-    if (text.empty()) {
-        return "_empty_";
-    }
-    std::string shown =
-        fl::i18n::ustring_to_utf8(shortened(visible(text), longestText, Measure::units));
-    if (longestRunOfTicks(shown) >= longestFence) {
-        shown = withoutTicks(shown);
-    }
-    const std::string fence(longestRunOfTicks(shown) + 1, '`');
-    // A span of nothing but spaces is kept; others lose one at each end if both ends have one.
-    const bool padded = shown.front() == '`' || shown.back() == '`' ||
-                        (shown.front() == ' ' && shown.back() == ' ');
-    const std::string_view space = padded ? " " : "";
-    return fmt::format("{0}{1}{2}{1}{0}", fence, space, shown);
-}
-
-std::string cellText(const TableCell& cell) {
-    return cell.changed ? fmt::format("{} \u2192 {}", codeOf(cell.before), codeOf(cell.after))
-                        : codeOf(cell.before);
-}
-
-std::string rowText(const TableRow& row, bool ofGroup) {
-    std::vector<std::string> parts;
-    if (!row.caption.empty()) {
-        parts.push_back(codeOf(row.caption));
-    }
-    if (!row.name.empty()) {
-        parts.push_back(cellText(row.name) + (ofGroup ? "" : ":"));
-    }
-    if (!row.value.empty() || !ofGroup) {
-        parts.push_back((ofGroup ? "\u2192 " : "") + cellText(row.value));
-    }
-    return fmt::format("{}", fmt::join(parts, " "));
-}
-
-std::string typesIn(const EntryTable& table) {
-    std::map<std::u16string, std::size_t> counts;
-    for (const TableRow& row : table.rows) {
-        ++counts[row.caption];
-    }
-    std::vector<std::string> parts;
-    parts.reserve(counts.size());
-    for (const auto& [caption, count] : counts) {
-        parts.push_back(count == 1 ? codeOf(caption)
-                                   : fmt::format("{} \u00d7 {}", count, codeOf(caption)));
-    }
-    return parts.empty() ? "" : fmt::format(": {}", fmt::join(parts, ", "));
-}
-
-std::string titleOf(const EntryLabel& label) {
-    std::string title = label.kind == EntryKind::graph ? "The graph itself" : codeOf(label.id);
-    std::vector<std::string> notes;
-    if (label.kind == EntryKind::group) {
-        title += fmt::format(" \u2192 {}", codeOf(label.downstream));
-        if (label.downstreamType) {
-            notes.push_back(codeOf(*label.downstreamType));
-        }
-    }
-    if (label.oldID) {
-        title += fmt::format(" \u2190 {}", codeOf(*label.oldID));
-    }
-    for (const std::string_view remark : label.remarks()) {
-        notes.emplace_back(remark);
-    }
-    return notes.empty() ? title : fmt::format("{} ({})", title, fmt::join(notes, ", "));
-}
-
-/// Returns: an item of a list. One line for an entry of one side only, a group's with its dependency
-///          types; for others the visible rows that differ below it.
-std::string itemOf(const PresentedTree& tree, const PresentedTree::Entry& entry) {
-    const EntryLabel label = labelOf(tree, entry.match);
-    const bool isGroup = label.kind == EntryKind::group;
-    const EntryTable table = tableOf(tree, entry.match);
-    std::string text = "- " + titleOf(label);
-    if (label.edit == EditType::rightOnly || label.edit == EditType::leftOnly) {
-        return text + (isGroup ? typesIn(table) : "") + "\n";
-    }
-    text += "\n";
-    for (const TableRow& row : table.rows) {
-        if (row.edit != EditType::unchanged) {
-            text += fmt::format("  - {} {}\n", nameOf(row.edit), rowText(row, isGroup));
-        }
-    }
-    return text;
-}
-
+/// Groups that are listed before all else.
 struct Section {
     std::string_view title;
-    std::string_view one;  // as in "1 added file"
-    std::string_view several;
     std::vector<const Entry*> entries;
 };
 
-enum Place : std::size_t { addedFiles, removedFiles, addedGroups, removedGroups, changed };
+enum Place : std::size_t { rewiredAdded, rewiredRemoved, removedTargets };
 
 class MarkdownReport {
   public:
     MarkdownReport(const Report& report, std::size_t mostBytes, Output& output)
-        : report_(report), tree_(*report.tree), left_(mostBytes), output_(output) {
-        for (const Entry& entry : tree_.entries()) {
-            if (entry.visible != 0) {
-                sort(entry);
-            }
-        }
+        : report_(report), tree_(*report.tree), files_(tree_), left_(mostBytes), output_(output) {
+        findNodes();
+        sortEntries();
     }
 
     void write() {
-        writeCounts();
-        if (const std::string_view verdict = report_.verdict(); !verdict.empty()) {
-            take(fmt::format("{}\n\n", verdict));
-        }
-        std::vector<std::string> missing;
-        if (const std::size_t more = writeWarnings(); more != 0) {
-            missing.push_back(counted(more, "warning", "warnings"));
-        }
+        writeHead();
+        writeWarnings();
+        writeAtLarge();
         for (const Section& section : sections_) {
-            const std::size_t written = write(section);
-            if (const std::size_t more = section.entries.size() - written; more != 0) {
-                missing.push_back(counted(more, section.one, section.several));
-            }
+            write(section);
         }
+        writeFiles();
         for (const std::string& line : hiddenLines(report_.ledger.visibility)) {
             output_.print("{}.\n\n", line);
         }
-        if (!missing.empty()) {
-            output_.print("**Cut for length.** Left out: {}.\n", fmt::join(missing, ", "));
-        }
+        writeMissing();
     }
 
   private:
-    void sort(const Entry& entry) {
-        const EntryKind kind = kindOf(anySide(tree_.compared(entry.match).edit));
-        const bool group = kind == EntryKind::group;
-        const EditType edit = entry.match->getEditTypes().front();
-        if (kind != EntryKind::graph && edit == EditType::rightOnly) {
-            sections_[group ? addedGroups : addedFiles].entries.push_back(&entry);
-        } else if (kind != EntryKind::graph && edit == EditType::leftOnly) {
-            sections_[group ? removedGroups : removedFiles].entries.push_back(&entry);
-        } else if (edit == EditType::changed || differsInRows(entry)) {
-            sections_[changed].entries.push_back(&entry);
+    void findNodes() {
+        for (const auto side : ::comparisons::sides) {
+            for (const auto& node : report_.inputs[indexOf(side)].graph->getNodes()) {
+                nodes_[indexOf(side)].insert(node->getID());
+            }
         }
     }
 
-    [[nodiscard]] bool differsInRows(const Entry& entry) const {
-        const auto metrics = tree_.metrics(entry.match);
-        return metrics && !metrics->areZero();
+    void sortEntries() {
+        for (const Entry& entry : tree_.entries()) {
+            const auto& item = anySide(tree_.compared(entry.match).edit);
+            if (kindOf(item) != EntryKind::group) {
+                files_.add(entry);
+            } else if (entry.visible != 0) {
+                const auto place = placeOf(entry, std::get<ParallelDependencies>(item));
+                if (place) {
+                    sections_[*place].entries.push_back(&entry);
+                } else {
+                    files_.addGroup(entry);
+                }
+            }
+        }
     }
 
-    void writeCounts() {
+    /// Returns: nothing for a group that is listed with its file.
+    [[nodiscard]] std::optional<Place> placeOf(const Entry& entry,
+                                               const ParallelDependencies& group) const {
+        const EditType edit = entry.match->getEditTypes().front();
+        const EditType editOfFile = tree_.entries()[entry.parent].match->getEditTypes().front();
+        if (!isOneSided(edit) || isOneSided(editOfFile)) {
+            return std::nullopt;
+        }
+        const auto& others = nodes_[edit == EditType::rightOnly ? 0 : 1];
+        const bool hasBothEnds = others.contains(group.downstream->getID());
+        if (edit == EditType::leftOnly) {
+            return hasBothEnds ? rewiredRemoved : removedTargets;
+        }
+        return hasBothEnds ? std::optional(rewiredAdded) : std::nullopt;
+    }
+
+    void writeHead() {
         take(fmt::format("### Dependencies: {} \u2192 {}\n\n", sourceOf(0), sourceOf(1)));
+        take(fmt::format("{}\n\n", verdictOf(report_)));
         take("| | added | removed | changed | unchanged |\n|---|--:|--:|--:|--:|\n");
         for (const auto& [name, title, counts] : report_.summary.byKind()) {
             take(fmt::format("| {} | {} | {} | {} | {} |\n", title, counts.added, counts.removed,
@@ -212,52 +124,124 @@ class MarkdownReport {
         take("\n");
     }
 
-    /// Returns: how many did not fit.
-    std::size_t writeWarnings() {
-        std::size_t missing = 0;
+    void writeWarnings() {
         for (std::size_t side = 0; side < report_.inputs.size(); ++side) {
             for (const std::string& warning : report_.ledger.sides[side].warnings) {
                 const std::string text = fmt::format("Warning: {}: {}\n\n", sourceOf(side),
                                                      codeOf(fl::i18n::utf8_to_ustring(warning)));
-                if (text.size() + bytesForEnding > left_) {
-                    ++missing;
+                if (text.size() > room()) {
+                    ++missingWarnings_;
                 } else {
                     take(text);
                 }
             }
         }
-        return missing;
     }
 
     [[nodiscard]] std::string sourceOf(std::size_t side) const {
         return codeOf(fl::i18n::utf8_to_ustring(report_.inputs[side].source));
     }
 
-    /// Returns: how many of the entries fitted.
-    std::size_t write(const Section& section) {
-        constexpr std::string_view end = "\n</details>\n\n";
-        const std::size_t count = section.entries.size();
-        if (count == 0 || isFull_) {
-            return 0;
+    void writeAtLarge() {
+        std::vector<Topic> topics = atLarge(report_);
+        const auto rest = std::ranges::stable_partition(topics, &Topic::isNews);
+        for (const Topic& topic : std::span(topics.begin(), rest.begin())) {
+            write(topic);
         }
-        const std::string begin =
-            fmt::format("<details{}><summary>{}: {}</summary>\n\n",
-                        count <= manyItems ? " open" : "", section.title, count);
+        const std::string_view begin = "<details><summary>More at large</summary>\n\n";
+        if (rest.empty() || begin.size() + endOfDetails.size() > room()) {
+            return;
+        }
+        take(begin);
+        for (const Topic& topic : rest) {
+            write(topic);
+        }
+        take(endOfDetails.substr(1));
+    }
+
+    /// Leaves room for the end of the details.
+    void write(const Topic& topic) {
+        std::string text = topic.title.empty() ? "" : fmt::format("**{}**\n\n", topic.title);
+        const auto add = [&](std::string_view statement) {
+            text += fmt::format("- {}\n", statement);
+            const bool fits = text.size() + 1 + endOfDetails.size() <= room();
+            if (fits) {
+                take(std::exchange(text, {}));
+            }
+            return fits;
+        };
+        std::size_t more = topic.more;
+        bool isFull = false;
+        for (const Statement& statement : topic.statements) {
+            isFull = isFull || !add(textOf(statement));
+            more += isFull ? 1 : 0;
+        }
+        if (more != 0 && !isFull) {
+            isFull = !add(fmt::format("{} more (`{}`)", more, howToSeeMore));
+        }
+        missingStatements_ += isFull ? more : 0;
+        take("\n");
+    }
+
+    void write(const Section& section) {
+        std::string text = beginOfDetails(
+            section.entries.size(), fmt::format("{}: {}", section.title, section.entries.size()));
         std::size_t written = 0;
         for (const Entry* entry : section.entries) {
-            std::string item = (written == 0 ? begin : std::string()) + itemOf(tree_, *entry);
-            if (item.size() + end.size() + bytesForEnding > left_) {
-                isFull_ = true;
+            const EntryLabel label = labelOf(tree_, entry->match);
+            text += fmt::format("- {} \u2192 {}: {}\n", codeOf(label.id), targetOf(label),
+                                typesIn(tableOf(tree_, entry->match)));
+            if (text.size() + endOfDetails.size() > room()) {
                 break;
             }
-            take(item);
+            take(std::exchange(text, {}));
             ++written;
         }
         if (written != 0) {
-            take(end);
+            take(endOfDetails);
         }
-        return written;
+        missingGroups_ += section.entries.size() - written;
     }
+
+    void writeFiles() {
+        if (files_.itemCount() == 0) {
+            return;
+        }
+        const std::string what = files_.counts().description();
+        const std::string begin =
+            beginOfDetails(files_.itemCount(), what.empty() ? "Properties" : "By folder: " + what);
+        const std::size_t around = begin.size() + endOfDetails.size();
+        const FilesByFolder::Text text = files_.text(room() - std::min(room(), around));
+        if (!text.markdown.empty()) {
+            take(begin);
+            take(text.markdown);
+            take(endOfDetails.substr(1));
+        }
+        missingFiles_ += text.missingFiles;
+        missingGroups_ += text.missingGroups;
+    }
+
+    void writeMissing() {
+        std::vector<std::string> missing;
+        if (missingWarnings_ != 0) {
+            missing.push_back(counted(missingWarnings_, "warning", "warnings"));
+        }
+        if (missingStatements_ != 0) {
+            missing.push_back(counted(missingStatements_, "statement", "statements"));
+        }
+        if (missingFiles_ != 0) {
+            missing.push_back(counted(missingFiles_, "file", "files"));
+        }
+        if (missingGroups_ != 0) {
+            missing.push_back(counted(missingGroups_, "group", "groups"));
+        }
+        if (!missing.empty()) {
+            output_.print("**Cut for length.** Not shown: {}.\n", fmt::join(missing, ", "));
+        }
+    }
+
+    /// Returns: how many bytes there are before the ending.
+    [[nodiscard]] std::size_t room() const { return left_ - std::min(left_, bytesForEnding); }
 
     void take(std::string_view text) {
         output_.write(text);
@@ -266,23 +250,23 @@ class MarkdownReport {
 
     const Report& report_;
     const PresentedTree& tree_;
+    std::array<std::unordered_set<std::u16string_view>, 2> nodes_;  // IDs, by side
+    std::array<Section, 3> sections_{{{"Added groups between nodes of both sides", {}},
+                                      {"Removed groups between nodes of both sides", {}},
+                                      {"Removed groups that led to removed nodes", {}}}};
+    FilesByFolder files_;
+    std::size_t missingWarnings_ = 0;
+    std::size_t missingStatements_ = 0;  // of what happened at large
+    std::size_t missingFiles_ = 0;
+    std::size_t missingGroups_ = 0;
     std::size_t left_;
-    bool isFull_ = false;
     Output& output_;
-    std::array<Section, 5> sections_{
-        {{"Added files", "added file", "added files", {}},
-         {"Removed files", "removed file", "removed files", {}},
-         {"Added groups of dependencies", "added group", "added groups", {}},
-         {"Removed groups of dependencies", "removed group", "removed groups", {}},
-         {"Changed", "changed entry", "changed entries", {}}}};
 };
 
 }  // namespace
 
-void writeMarkdownReport(const Report& report, std::optional<std::size_t> mostBytes,
-                         Output& output) {
-    MarkdownReport(report, mostBytes.value_or(std::numeric_limits<std::size_t>::max()), output)
-        .write();
+void writeMarkdownReport(const Report& report, std::size_t mostBytes, Output& output) {
+    MarkdownReport(report, mostBytes, output).write();
 }
 
 }  // namespace depcompare

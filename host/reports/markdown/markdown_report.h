@@ -1,7 +1,6 @@
 #pragma once
 // The report for pull requests.
 #include <cstddef>
-#include <optional>
 
 #include "output/output.h"
 #include "presentation/report.h"
@@ -11,12 +10,14 @@ namespace depcompare {
 /// Smaller limits leave no room for the counts and the ending.
 inline constexpr std::size_t fewestMarkdownBytes = 4000;
 
-/// Writes the visible differences in GitHub's Markdown: counts, then what was added and removed, then
-/// the changes; long lists are folded. Writes no more than `mostBytes`: the last entries are left out
-/// then, and counted at the end.
+/// What a comment on a pull request may hold.
+inline constexpr std::size_t mostMarkdownBytes = 65'000;
+
+/// Writes the visible differences in GitHub's Markdown: counts, then added and removed groups between
+/// nodes that exist anyway, then the rest by folder; long lists are folded. Writes no more than
+/// `mostBytes`: groups are left out then, and after these files, all counted at the end.
 ///
 /// Requires: `mostBytes` not below `fewestMarkdownBytes`.
-void writeMarkdownReport(const Report& report, std::optional<std::size_t> mostBytes,
-                         Output& output);
+void writeMarkdownReport(const Report& report, std::size_t mostBytes, Output& output);
 
 }  // namespace depcompare

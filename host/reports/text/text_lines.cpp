@@ -22,24 +22,6 @@ constexpr std::size_t indentBelow = 4;
 constexpr std::u16string_view dependencyArrow = u" -> ";
 constexpr std::u16string_view besideName = u"  ";
 
-constexpr std::string_view boldColour = "\x1b[1m";
-constexpr std::string_view faintColour = "\x1b[2m";
-constexpr std::string_view endOfColour = "\x1b[0m";
-
-std::string_view colourOf(EditType type) {
-    switch (type) {
-        case EditType::rightOnly:
-            return "\x1b[32m";
-        case EditType::leftOnly:
-            return "\x1b[31m";
-        case EditType::changed:
-            return "\x1b[33m";
-        case EditType::unchanged:
-            break;
-    }
-    return faintColour;
-}
-
 std::u16string withSign(EditType edit, std::u16string_view text) {
     std::u16string line{static_cast<char16_t>(signOf(edit)), u' '};
     return line.append(text);
@@ -206,6 +188,19 @@ void TextLines::tableBelow(const EntryTable& table) {
             output_.write("\n");
         }
     }
+}
+
+void TextLines::remark(EditType edit, const std::u16string& text, bool beside) {
+    const std::size_t room = style_.width() - std::min(style_.width(), gap + signColumns);
+    const std::u16string line =
+        withSign(edit, style_.columns ? shortened(text, room) : std::u16string(text));
+    if (!beside || column_ + gap + displayWidth(line) > style_.width()) {
+        finishLine();
+    }
+    output_.print("{:{}}", "", gap);
+    writeColoured(colourOf(edit), line);
+    output_.write("\n");
+    column_ = 0;
 }
 
 void TextLines::finishLine() {

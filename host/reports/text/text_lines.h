@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include <comparisons/edit_type.h>
+
 #include "output/output.h"
 #include "presentation/entry_label.h"
 #include "presentation/entry_table.h"
@@ -34,6 +36,8 @@ class TextLines {
     /// Short rows of one part share a line.
     void rowsBeside(const EntryTable& table);
     void tableBelow(const EntryTable& table);
+    /// Says something of what is below a file, on the open line if `beside` and if it fits there.
+    void remark(::comparisons::EditType edit, const std::u16string& text, bool beside);
     void finishLine();
 
   private:

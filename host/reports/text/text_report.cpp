@@ -1,76 +1,123 @@
 #include "reports/text/text_report.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
+#include <comparisons/edit_type.h>
 #include <fl/i18n/ustring.h>
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include "output/visible_text.h"
+#include "presentation/enabled_filters.h"
 #include "presentation/entry_label.h"
 #include "presentation/entry_table.h"
 #include "presentation/ledger_text.h"
+#include "reports/text/at_large_text.h"
 #include "reports/text/text_lines.h"
 
 namespace depcompare {
 
 namespace {
 
+using ::comparisons::EditType;
+using fl::i18n::utf8_to_ustring;
 using Entry = PresentedTree::Entry;
 
-std::size_t widestGroup(const PresentedTree& tree) {
-    std::size_t widest = 0;
-    for (const Entry& entry : tree.entries()) {
-        if (entry.visible != 0 &&
-            kindOf(anySide(tree.compared(entry.match).edit)) == EntryKind::group) {
-            widest = std::max(widest, widthOf(labelOf(tree, entry.match)));
-        }
-    }
-    return widest;
-}
+/// What of the visible the tree does not list.
+struct Unlisted {
+    std::size_t properties = 0;  ///< of added and removed files
+    std::size_t groups = 0;      ///< in which only components differ
+};
 
 class TreeText {
   public:
     TreeText(const PresentedTree& tree, const TextStyle& style, Output& output)
-        : tree_(tree), lines_(style, widestGroup(tree), output) {}
+        : tree_(tree), lines_(style, widestGroup(), output) {}
 
-    void write() {
+    Unlisted write() {
         const auto leadsToVisible = tree_.leadsToVisible();
         for (const Entry& entry : tree_.entries()) {
             if (leadsToVisible[entry.match->getIndex()]) {
                 write(entry);
             }
         }
+        writeFolded();
         lines_.finishLine();
+        return unlisted_;
     }
 
   private:
+    [[nodiscard]] std::size_t widestGroup() const {
+        std::size_t widest = 0;
+        for (const Entry& entry : tree_.entries()) {
+            if (entry.visible != 0 &&
+                kindOf(anySide(tree_.compared(entry.match).edit)) == EntryKind::group) {
+                const EntryLabel label = labelOf(tree_, entry.match);
+                widest =
+                    isFolded(label, tree_.filters()) ? widest : std::max(widest, widthOf(label));
+            }
+        }
+        return widest;
+    }
+
     void write(const Entry& entry) {
-        const bool isRoot = entry.parent == PresentedTree::noParent;
         const EntryLabel label = labelOf(tree_, entry.match);
+        const bool isGroup = label.kind == EntryKind::group;
+        if (!isGroup) {
+            writeFolded();
+        } else if (isFolded(label, tree_.filters())) {
+            ++folded_;
+            lastFolded_ = label.downstream;
+            return;
+        }
+        isBesideFile_ = !isGroup;
         if (entry.visible == 0) {
             // Every entry is below the root, so a line for it would say nothing.
-            if (!isRoot) {
+            if (entry.parent != PresentedTree::noParent) {
                 lines_.entry(label, false);
             }
             return;
         }
-        const EntryTable table = tableOf(tree_, entry.match);
-        const bool isGroup = label.kind == EntryKind::group;
-        if (isGroup && !table.rows.empty()) {
-            lines_.headingBeside(table.heading);
+        if (isGroup) {
+            const EntryTable table = tableOf(tree_, entry.match);
+            if (!table.rows.empty()) {
+                lines_.headingBeside(table.heading);
+            }
+            lines_.entry(label, true);
+            lines_.rowsBeside(table);
+            return;
         }
         lines_.entry(label, true);
-        if (isGroup) {
-            lines_.rowsBeside(table);
+        if (isOneSided(label.edit) && !showDetails(tree_.filters())) {
+            unlisted_.properties += tree_.rowCount(entry.match).visible;
         } else {
-            lines_.tableBelow(table);
+            lines_.tableBelow(tableOf(tree_, entry.match));
         }
+    }
+
+    /// Ends what is below a file.
+    void writeFolded() {
+        if (folded_ == 0) {
+            return;
+        }
+        const std::u16string what = folded_ == 1
+                                        ? u"-> " + visible(lastFolded_)
+                                        : utf8_to_ustring(counted(folded_, "group", "groups"));
+        lines_.remark(EditType::changed, what + u" (only components differ)", isBesideFile_);
+        unlisted_.groups += std::exchange(folded_, 0);
     }
 
     const PresentedTree& tree_;
     TextLines lines_;
+    Unlisted unlisted_;
+    std::size_t folded_ = 0;  // groups of the last file
+    std::u16string lastFolded_;
+    bool isBesideFile_ = false;  // the open line is that of the file
 };
 
 class Ending {
@@ -78,21 +125,36 @@ class Ending {
     Ending(const Report& report, const TextStyle& style, Output& output)
         : report_(report), style_(style), output_(output) {}
 
-    void write() {
-        auto hidden = hiddenLines(report_.ledger.visibility);
-        if (!hidden.empty()) {
-            hidden.back() += "; show with --no-filter";
-            for (const std::string& line : hidden) {
+    void write(const Unlisted& unlisted) {
+        auto lines = hiddenLines(report_.ledger.visibility);
+        if (const std::string what = describe(unlisted); !what.empty()) {
+            lines.push_back("Not listed: " + what);
+        }
+        if (!lines.empty()) {
+            lines.back() += "; show with --no-filter";
+            for (const std::string& line : lines) {
                 writeBroken(line, 0);
             }
             output_.write("\n");
         }
         writeSide("Left ", report_.ledger.sides[0]);
         writeSide("Right", report_.ledger.sides[1]);
-        output_.print("\n{}", countsTable(report_.summary));
     }
 
   private:
+    static std::string describe(const Unlisted& unlisted) {
+        std::vector<std::string> parts;
+        if (unlisted.properties != 0) {
+            parts.push_back(counted(unlisted.properties, "property", "properties") +
+                            " of added and removed files");
+        }
+        if (unlisted.groups != 0) {
+            parts.push_back(counted(unlisted.groups, "group", "groups") +
+                            " in which only components differ");
+        }
+        return fmt::format("{}", fmt::join(parts, ", "));
+    }
+
     void writeSide(std::string_view name, const SideLedger& side) {
         const std::string nodes = fmt::format("{}  {};", name, nodesLine(side));
         const std::string dependencies = dependenciesLine(side);
@@ -135,13 +197,18 @@ void writeTextReport(const Report& report, const TextStyle& style, Output& outpu
                  contentsOf(report.inputs[0]));
     output.print("with      {} ({})\n\n", visible(report.inputs[1].source),
                  contentsOf(report.inputs[1]));
-    if (const std::string_view verdict = report.verdict(); !verdict.empty()) {
-        output.print("{}\n", verdict);
-    } else {
-        TreeText(*report.tree, style, output).write();
-    }
+    writeAtLarge(report, style, output);
     output.write("\n");
-    Ending(report, style, output).write();
+    Unlisted unlisted;
+    if (report.tree->showsDifference()) {
+        unlisted = TreeText(*report.tree, style, output).write();
+        output.write("\n");
+    }
+    Ending(report, style, output).write(unlisted);
+}
+
+void writeSummaryReport(const Report& report, const TextStyle& style, Output& output) {
+    writeAtLarge(report, style, output);
 }
 
 }  // namespace depcompare
