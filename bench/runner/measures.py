@@ -104,13 +104,19 @@ def peers(build):
     return found, missing
 
 
-def whole_processes(build):
-    """The program, and the same comparison by a script."""
-    program = build / "bin" / "depcompare"
+def whole_processes(build, files):
+    """The program, without and with insights, and the same work by scripts."""
+    program = str(build / "bin" / "depcompare")
     python = python_with("import networkx")
-    return [Measure("depcompare", (str(program), "-q"), against=("networkx script",)),
-            *([Measure("networkx script", (python, "-B", str(PEERS / "networkx_graphml.py")))]
-              if python else [])]
+    wanted = [Measure("depcompare", (program, "-q"), against=("networkx script",)),
+              Measure("depcompare with insights", (program, "-q", "--insights", "full"),
+                      against=("depcompare", "networkx insights"))]
+    if python:
+        wanted.append(Measure("networkx script", (python, "-B", str(PEERS / "networkx_graphml.py"))))
+    if python and files <= 10_000:  # its time grows with the square
+        wanted.append(Measure("networkx insights",
+                              (python, "-B", str(PEERS / "networkx_insights.py"))))
+    return wanted
 
 
 def take_whole_process(measure, files):
@@ -120,7 +126,7 @@ def take_whole_process(measure, files):
         _, status, used = os.wait4(process.pid, 0)
         process.returncode = os.waitstatus_to_exitcode(status)
     # The program tells a difference by its exit status.
-    if process.returncode != (1 if measure.name == "depcompare" else 0):
+    if process.returncode != (1 if measure.name.startswith("depcompare") else 0):
         raise Failed(f"{measure.name} ended with {process.returncode}")
     figures = {"cpu_seconds": used.ru_utime + used.ru_stime, "resident_peak": used.ru_maxrss * 1024}
     return figures | ({"counts": json.loads(printed)} if printed else {})

@@ -57,7 +57,7 @@ def rows_of(all_series):
     for series in all_series:
         if series.runs:
             rows += time_rows(all_series, series) + memory_rows(series)
-            if series.measure.name in ("depcompare", "networkx script"):
+            if series.measure.name.startswith(("depcompare", "networkx ")):
                 rows += peak_rows(all_series, series)
     return rows
 

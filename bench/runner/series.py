@@ -87,7 +87,7 @@ class Bench:
 
     def take_whole_processes(self, files, runs):
         self.make_data(files, "graphml")
-        taken = [Series(measure, files) for measure in measures.whole_processes(self.build)]
+        taken = [Series(measure, files) for measure in measures.whole_processes(self.build, files)]
         for turn in range(runs):
             for series in taken:
                 tell(f"{files} files, run {turn + 1}: {series.measure.name}, whole process")

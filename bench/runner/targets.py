@@ -95,6 +95,16 @@ def all_targets():
             Target("depcompare -q / the networkx script, peak memory", files, 0.5,
                    ratio("depcompare", files, "networkx script", "resident peak bytes")),
         ]
+    for files, limit in ((10_000, 1.35), (100_000, 1.6)):
+        targets += [
+            Target("depcompare -q with insights / without", files, limit,
+                   ratio("depcompare with insights", files, "depcompare")),
+            Target("depcompare -q with insights / without, peak memory", files, 1.15,
+                   ratio("depcompare with insights", files, "depcompare", "resident peak bytes")),
+        ]
+    targets.append(Target("depcompare -q with insights, times as fast as networkx insights", 10_000,
+                          20, times_as_fast("depcompare with insights", 10_000,
+                                            "networkx insights"), True))
     return targets + [Target("viewModels / compareGraphs", files, 2.0,
                              ratio("viewModels", files, "compareGraphs"))
                       for files in (10_000, 100_000)]
