@@ -368,6 +368,14 @@ test("hostile text is shown and does nothing", async () => {
   await close(page);
 });
 
+test("a file that was renamed shows its old ID", async () => {
+  const path = written("renamed.html", [graph("was.graphml", "a -> b"), graph("is.graphml", "a -> c")], "--no-filter",
+      "--renames", "apply", "--rename", "b=c");
+  const page = await open(path);
+  assert.deepEqual(await texts(page, ".line .other-name"), ["\u2190 b"]);
+  await close(page);
+});
+
 test("graphs without a difference, and without a file, say so", async () => {
   const empty = graph("empty.graphml", "");
   for (const [graphs, words] of [[[notes[0], notes[0]], "The graphs are the same."], [[empty, empty], "Nothing to compare: no files."]]) {

@@ -44,6 +44,8 @@ export class Comparison {
     this.ids = new Texts(decoded(columns.ids), numbersIn(columns["id-lengths"], head.nodes));
     this.names = new Texts(decoded(columns.names), numbersIn(columns["name-lengths"], head.nodes));
     this.types = numbersIn(columns.types, head.nodes);
+    /** By the ID of a renamed node, its ID in the left file. */
+    this.oldIDs = /** @type {Map<string, string>} */ (new Map(head.renamed));
     this.groupCounts = numbersIn(columns["group-counts"], this.files);
     this.entryOfFile = new Int32Array(this.files);
     /** By entry; -1 for the pair of graphs. */

@@ -107,6 +107,10 @@ export class DetailPane {
     }
     const file = data.fileOfEntry[entry];
     if (!data.isGroup(entry)) {
+      const oldID = data.oldIDs.get(data.id(file));
+      if (oldID !== undefined) {
+        about.append(element("span", { class: "fact" }, "\u2190 ", wholeText(oldID, pathText)));
+      }
       about.append(...this.nameAndType(file));
       return element("header", { class: "of" },
                      element("h2", {}, wholeText(data.id(file), pathText)), about);

@@ -28,6 +28,10 @@ function labelOf(data, view, entry) {
   const text = pathText(group ? id : view.folders.nameOfFile(node));
   text.title = visibleText(clipped(id, 1000));
   parts.push(text);
+  const oldID = group ? undefined : data.oldIDs.get(id);
+  if (oldID !== undefined) {
+    parts.push(element("span", { class: "other-name" }, "\u2190 ", pathText(oldID)));
+  }
   if (name !== "" && !id.endsWith(name)) {
     parts.push(element("span", { class: "other-name" }, graphText(clipped(name, 60))));
   }

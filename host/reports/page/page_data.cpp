@@ -228,6 +228,15 @@ void writeHead(const Report& report, const SwitchedTrees& trees, const EntryColu
         json.number(first);
     }
     json.endArray();
+    json.key("renamed");
+    json.beginArray();
+    for (const auto& [newID, oldID] : report.inputs[0].oldIDs) {
+        json.beginArray();
+        json.text(newID);
+        json.text(oldID);
+        json.endArray();
+    }
+    json.endArray();
     json.endObject();
 }
 
