@@ -522,7 +522,17 @@ std::string_view verdictOf(const Report& report) {
 }
 
 std::vector<Topic> atLarge(const Report& report) {
-    return report.insights ? TopicMaker(report).make() : std::vector<Topic>();
+    std::vector<Topic> topics = report.insights ? TopicMaker(report).make() : std::vector<Topic>();
+    if (report.versions) {
+        const auto& [up, down, other] = *report.versions;
+        if (std::string counts = listed({{up, "up"}, {down, "down"}, {other, "other"}});
+            !counts.empty()) {
+            Topic& topic = *topics.emplace(
+                topics.begin(), Topic{.title = "Versions", .mostLines = 1, .isNews = true});
+            topic.statements.push_back(Saying().words(counts).end());
+        }
+    }
+    return topics;
 }
 
 }  // namespace depcompare

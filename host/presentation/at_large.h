@@ -40,7 +40,7 @@ struct Topic {
 [[nodiscard]] std::string_view verdictOf(const Report& report);
 
 /// Returns: the topics that have something to say, each with the statements that matter most first;
-///          with all of them if the insights are full; none without insights.
+///          with all of them if the insights are full; without insights that of versions alone.
 [[nodiscard]] std::vector<Topic> atLarge(const Report& report);
 
 /// How to see what a short report leaves out.

@@ -78,6 +78,7 @@ EntryLabel labelOf(const PresentedTree& tree, PresentedTree::Match match) {
     label.kind = kindOf(item);
     label.moved = PresentedTree::isMoved(match);
     label.oldID = tree.oldID(match);
+    label.rows = rowsInLabel(tree, match);
     if (label.kind == EntryKind::group && label.edit == EditType::changed) {
         // A group also compares its end nodes, which have no row.
         label.onlyEndsChanged = tree.changedWithoutRow(match);

@@ -9,6 +9,7 @@
 #include <comparisons/edit_type.h>
 
 #include "presentation/enabled_filters.h"
+#include "presentation/entry_table.h"
 #include "presentation/presented_tree.h"
 
 namespace depcompare {
@@ -25,6 +26,8 @@ struct EntryLabel {
     bool onlyComponentsChanged = false;
     bool moved = false;
     std::optional<std::u16string> oldID;  ///< of a file that was renamed, on the left
+
+    std::vector<TableRow> rows;  ///< if the label tells them; by their values
 
     /// Returns: the reason for the edit if no row shows it, and whether the entry has moved.
     [[nodiscard]] std::vector<std::string_view> remarks() const;

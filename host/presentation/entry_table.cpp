@@ -144,6 +144,18 @@ void addTables(const PresentedTree::ViewModel& viewModel, std::vector<ParameterT
     }
 }
 
+EntryTable readTable(const PresentedTree& tree, PresentedTree::Match match) {
+    const auto detail = tree.shownDetail(match);
+    if (!detail) {
+        return {};
+    }
+    TableReader reader(tree.compared(match).edit);
+    for (const ParameterTable& table : tablesOf(*detail)) {
+        reader.add(table);
+    }
+    return reader.take();
+}
+
 }  // namespace
 
 std::u16string TableCell::text() const {
@@ -156,16 +168,21 @@ std::vector<ParameterTable> tablesOf(const PresentedTree::ViewModel& viewModel) 
     return tables;
 }
 
-EntryTable tableOf(const PresentedTree& tree, PresentedTree::Match match) {
-    const auto detail = tree.shownDetail(match);
-    if (!detail) {
+std::vector<TableRow> rowsInLabel(const PresentedTree& tree, PresentedTree::Match match) {
+    constexpr std::size_t mostColumns = 60;
+    if (!tree.isKeptToTell(match)) {
         return {};
     }
-    TableReader reader(tree.compared(match).edit);
-    for (const ParameterTable& table : tablesOf(*detail)) {
-        reader.add(table);
+    std::vector<TableRow> rows = readTable(tree, match).rows;
+    std::size_t columns = 0;
+    for (const TableRow& row : rows) {
+        columns += displayWidth(row.value.text());
     }
-    return reader.take();
+    return columns <= mostColumns ? rows : std::vector<TableRow>();
+}
+
+EntryTable tableOf(const PresentedTree& tree, PresentedTree::Match match) {
+    return rowsInLabel(tree, match).empty() ? readTable(tree, match) : EntryTable();
 }
 
 }  // namespace depcompare

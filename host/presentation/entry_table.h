@@ -41,8 +41,13 @@ struct EntryTable {
 [[nodiscard]] std::vector<::comparisons::viewmodel::parameter::tessel::ParameterTable> tablesOf(
     const PresentedTree::ViewModel& viewModel);
 
+/// Returns: the rows of an entry that is visible for its telling properties only, if they are short
+///          enough for its label; else none.
+[[nodiscard]] std::vector<TableRow> rowsInLabel(const PresentedTree& tree,
+                                                PresentedTree::Match match);
+
 /// Returns: the rows of the entry that the filters leave, those of one part after those of another,
-///          in text that a terminal may get; none if the entry has no detail. A caption is the first
+///          in text that a terminal may get; none if the entry has no detail, or if its label has them. A caption is the first
 ///          line of a part's label, without its introduction. In a part of a group's detail,
 ///          dependencies of the left side come before the others. The cell of a dependency without a
 ///          component, which repeats the name of an end, is empty.

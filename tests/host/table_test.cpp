@@ -135,6 +135,20 @@ TEST_F(Program, versionsAreShownByDefaultAndCountedAsUpDownOrOther) {
         EXPECT_EQ(report["versions"][expected], 1) << old << ' ' << now;
         EXPECT_EQ(report["tree"]["children"][0]["detail"]["rows"].size(), 1U);
         EXPECT_EQ(run("-q old new").status, 1) << old;
+        const std::string arrow = " \u2192 ";
+        const bool both = *old != '\0';
+        const std::string text = run("old new").output;
+        EXPECT_NE(text.find("\n~ a  " + (both ? old + arrow : "+ ") + now + "\n"), text.npos)
+            << text;
+        EXPECT_NE(text.find(std::string("Versions") + std::string(5, ' ') + "1 " + expected),
+                  text.npos)
+            << text;
+        const std::string markdown = run("-f markdown old new").output;
+        EXPECT_NE(markdown.find("- changed `a` " +
+                                (both ? '`' + (old + ('`' + arrow)) : std::string("+ ")) + '`' +
+                                now + "`\n"),
+                  markdown.npos)
+            << markdown;
         EXPECT_EQ(run("-q --fail-on structural old new").status, 0);
         EXPECT_EQ(run("-q --filter nonstructural old new").status, 0);
     }

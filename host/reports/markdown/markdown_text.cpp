@@ -103,6 +103,10 @@ std::string titleOf(const EntryLabel& label) {
     if (label.oldID) {
         title += fmt::format(" \u2190 {}", codeOf(*label.oldID));
     }
+    for (const TableRow& row : label.rows) {
+        title += fmt::format(" {}{}", row.value.changed ? "" : std::string{signOf(row.edit), ' '},
+                             cellText(row.value));
+    }
     return withNotes(std::move(title), remarksOf(label));
 }
 

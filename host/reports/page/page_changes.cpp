@@ -92,6 +92,13 @@ class Changes {
         if (label.oldID) {
             output_.print(" \u2190 <bdi>{}</bdi>", htmlText(*label.oldID));
         }
+        for (const TableRow& row : label.rows) {
+            output_.write(" ");
+            if (!row.value.changed) {
+                writeSign(row.edit, output_);
+            }
+            writeCell(row.value, output_);
+        }
         for (const std::string_view remark : label.remarks()) {
             output_.print(" <small>{}</small>", remark);
         }

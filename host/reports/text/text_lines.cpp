@@ -39,7 +39,17 @@ std::u16string nameIn(const EntryLabel& label) {
     return u"-> " + visible(label.downstream);
 }
 
-/// Returns: " (lib, moved)", or nothing.
+/// Returns: "  1.0 \u2192 1.1", or nothing; a value of one side has its sign.
+std::u16string rowsIn(const EntryLabel& label) {
+    std::u16string text;
+    for (const TableRow& row : label.rows) {
+        text += u"  ";
+        text += row.value.changed ? row.value.text() : withSign(row.edit, row.value.text());
+    }
+    return text;
+}
+
+/// Returns: " (lib, moved)" after the rows in the label, or nothing.
 std::u16string noteIn(const EntryLabel& label) {
     std::vector<std::u16string> notes;
     if (label.downstreamType) {
@@ -52,7 +62,7 @@ std::u16string noteIn(const EntryLabel& label) {
     for (const std::u16string& note : notes) {
         text += (text.empty() ? u" (" : u", ") + note;
     }
-    return text.empty() ? text : text + u')';
+    return rowsIn(label) + (text.empty() ? text : text + u')');
 }
 
 std::size_t depthOf(const EntryLabel& label) {
