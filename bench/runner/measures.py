@@ -28,6 +28,7 @@ class Measure:
     counts_allocations: bool = False
     folder: str = "."  # where it runs
     options: tuple = ()  # behind the arguments
+    once: bool = False  # a single process, since it takes minutes
 
 
 OURS = (
@@ -115,7 +116,7 @@ def whole_processes(build, files):
         wanted.append(Measure("networkx script", (python, "-B", str(PEERS / "networkx_graphml.py"))))
     if python and files <= 10_000:  # its time grows with the square
         wanted.append(Measure("networkx insights",
-                              (python, "-B", str(PEERS / "networkx_insights.py"))))
+                              (python, "-B", str(PEERS / "networkx_insights.py")), once=True))
     return wanted
 
 
