@@ -44,13 +44,15 @@ struct PackageURL {
 };
 
 PackageURL partsOf(std::string_view url) {
+    const auto cutFrom = [&](char mark) {
+        const std::size_t place = url.find(mark);
+        const auto tail = place == std::string_view::npos ? std::string_view() : url.substr(place);
+        url.remove_suffix(tail.size());
+        return tail;
+    };
     PackageURL parts;
-    const std::size_t fragment = std::min(url.find('#'), url.size());
-    parts.subpath = url.substr(fragment);
-    url = url.substr(0, fragment);
-    const std::size_t question = std::min(url.find('?'), url.size());
-    parts.qualifiers = url.substr(question);
-    url = url.substr(0, question);
+    parts.subpath = cutFrom('#');
+    parts.qualifiers = cutFrom('?');
     const std::size_t version = url.rfind('@');
     const std::size_t name = url.rfind('/');
     const bool hasVersion =
