@@ -124,7 +124,7 @@ TEST(ParseCommandLine, mistakesAreToldInOneLine) {
         {"l", "RIGHT is required"},
         {"l r --nope", "The following argument was not expected: --nope"},
         {"- -", "only one of the two graphs can come from standard input"},
-        {"-f yaml l r", "--format: yaml not in {text,json,html,markdown,summary}"},
+        {"-f yaml l r", "--format: yaml not in {text,json,html,markdown,summary,csv,tsv}"},
         {"l r --report pdf=a", "--report: pdf=a is not FORMAT=FILE"},
         {"l r --report json=", "--report: json= is not FORMAT=FILE"},
         {"l r --report json", "--report: json is not FORMAT=FILE"},
