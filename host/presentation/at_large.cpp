@@ -410,7 +410,7 @@ class TopicMaker {
                                  [](const auto& move) { return move.second; });
         std::ranges::stable_sort(single, std::greater(),
                                  [](const auto* rename) { return rename->found.score; });
-        Topic& topic = begin("Renames", 3, false);
+        Topic& topic = begin("Renames", 2, false);
         topic.statements.push_back(
             Saying()
                 .words(listed(
@@ -527,6 +527,12 @@ std::vector<Topic> atLarge(const Report& report) {
         const auto& [up, down, other] = *report.versions;
         if (std::string counts = listed({{up, "up"}, {down, "down"}, {other, "other"}});
             !counts.empty()) {
+            // The line that this takes is one of the first topic that may have several.
+            if (const auto longer = std::ranges::find_if(
+                    topics, [](const Topic& topic) { return topic.mostLines > 1; });
+                longer != topics.end()) {
+                --longer->mostLines;
+            }
             Topic& topic = *topics.emplace(
                 topics.begin(), Topic{.title = "Versions", .mostLines = 1, .isNews = true});
             topic.statements.push_back(Saying().words(counts).end());

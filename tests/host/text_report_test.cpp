@@ -261,11 +261,11 @@ TEST(TextReport, whatHappenedAtLargeComesBeforeTheTreeAsFarAsItFits) {
               "             \u2192 36 % of all  (5 more)\n"
               "             m/d: 2 \u2192 6, by m/d ->\n"
               "             m/a  (4 more)\n"
-              "\x1b[1mRenames\x1b[0m      1 probable\n"
-              "             n/old.c \u2192 n/new.c: 1.00, equal\n"
-              "             digest, 3 of 3 neighbours\n"
+              "\x1b[1mRenames\x1b[0m      1 probable  (1 more)\n"
               "\x1b[1mGroups\x1b[0m       +7: 3 rewired, 1 to new nodes, 3\n"
-              "             renamed  (1 more)\n"
+              "             renamed\n"
+              "             -6: 2 rewired, 1 to gone nodes, 3\n"
+              "             renamed\n"
               "\x1b[2mMore: --insights full\x1b[0m\n");
 }
 
