@@ -345,16 +345,16 @@ class RenameFinder {
     }
 
     // Returns: how often files that certainly are others are as alike; guessed from the most alike one
-    //          if none of them is.
+    //          if none of them is, with care if there are few.
     [[nodiscard]] double chanceOf(double likeness, const std::vector<double>& others) const {
         const auto end = std::ranges::upper_bound(others, likeness - 1e-9, std::ranges::greater());
-        const double chance = (0.5 + static_cast<double>(end - others.begin())) /
-                              (1.0 + static_cast<double>(commonFiles_));
+        const double seen = 1.0 + static_cast<double>(commonFiles_);
+        const double chance = (0.5 + static_cast<double>(end - others.begin())) / seen;
         if (end != others.begin()) {
             return chance;
         }
         const double most = others.empty() ? 0 : others.front();
-        return chance * std::pow(std::max(most / likeness, 0.1), 4);
+        return std::max(chance * std::pow(std::max(most / likeness, 0.1), 4), 1 / (seen * seen));
     }
 
     double neighbourFactor(const File& left, const File& right) {
