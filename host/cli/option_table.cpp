@@ -181,13 +181,13 @@ void setRenames(Options& options, const Arguments& arguments) {
 }
 
 template <class Number>
-OptionRow limit(std::string names, Number Limits::*member, std::uint64_t least, std::uint64_t most,
-                std::string description) {
-    return {.names = std::move(names),
+OptionRow limit(const std::string& names, Number Limits::*member, std::uint64_t least,
+                std::uint64_t most, const std::string& description) {
+    return {.names = names,
             .argument = "N",
             .range = {{.least = least, .most = most}},
             .byDefault = fmt::format("{}", Limits().*member),
-            .description = std::move(description),
+            .description = description,
             .take = [member](Options& options, const Arguments& arguments) {
                 options.reading.limits.*member = std::stoull(arguments.back());
             }};

@@ -37,25 +37,23 @@ struct FurtherReport {
 struct Options {
     std::array<std::string, 2> inputs;  ///< left, right; "-" is standard input
     std::array<std::string, 2> names;   ///< what reports call them
-    Format format = Format::text;
     std::optional<std::string> outputFile;
     std::vector<FurtherReport> reports;
     std::optional<std::size_t> mostBytes;  ///< of a Markdown report; see `mostMarkdownBytes`
-    bool rawCells = false;     ///< whether a table may have cells that look like formulas
-    bool whenChanged = false;  ///< reports are empty if no difference is visible
     EnabledFilters filters = defaultFilters();
-    /// Whether telling properties are shown besides what the filters leave.
-    bool showsTelling = true;
     ReadOptions reading;
     InsightOptions insights;
-    bool asksForInsights =
-        false;  ///< by name, so that they are computed even if nothing is printed
     std::optional<std::array<std::string, 2>> why;  ///< show why the one node needs the other
-    std::optional<GraphForm> conversion;            ///< write the left input, the only one, as this
-    FailOn failOn = FailOn::any;
     std::optional<std::string> locale;
+    std::optional<GraphForm> conversion;  ///< write the left input, the only one, as this
+    Format format = Format::text;
+    FailOn failOn = FailOn::any;
     When colour = When::automatic;
     When progress = When::automatic;
+    bool rawCells = false;         ///< whether a table may have cells that look like formulas
+    bool whenChanged = false;      ///< reports are empty if no difference is visible
+    bool showsTelling = true;      ///< whether telling properties are shown, whatever the filters
+    bool asksForInsights = false;  ///< by name: they are computed even if nothing is printed
     bool quiet = false;
     bool pager = true;  ///< whether a pager shows a text report on a terminal
 };

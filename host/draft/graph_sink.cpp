@@ -247,8 +247,8 @@ void GraphSink::finishEdges() {
     }
     if (foldsEqualEdges_) {
         std::ranges::sort(draft_.edges);
-        const auto [first, last] = std::ranges::unique(draft_.edges);
-        draft_.edges.erase(first, last);
+        draft_.edges.erase(std::unique(draft_.edges.begin(), draft_.edges.end()),
+                           draft_.edges.end());
     }
 }
 

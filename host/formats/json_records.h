@@ -114,11 +114,13 @@ std::vector<std::string> parseJson(JsonBytes& bytes, JsonRecords& records,
 /// What readers of JSON have in common: records in, a graph out. Nodes that only edges name are
 /// added.
 class JsonGraphReader : public JsonRecords {
+  public:
+    JsonGraphReader(const JsonGraphReader&) = delete;
+    JsonGraphReader& operator=(const JsonGraphReader&) = delete;
+
   protected:
     explicit JsonGraphReader(Input& input);
     ~JsonGraphReader() = default;
-    JsonGraphReader(const JsonGraphReader&) = delete;
-    JsonGraphReader& operator=(const JsonGraphReader&) = delete;
 
     /// As `parseJson`; members that are not known are named in a warning.
     void parse(const JsonFormat& format);

@@ -41,12 +41,14 @@ class LineReader {
 
 /// What readers of lines have in common: lines in, a graph out.
 class LineGraphReader {
+  public:
+    LineGraphReader(const LineGraphReader&) = delete;
+    LineGraphReader& operator=(const LineGraphReader&) = delete;
+
   protected:
     explicit LineGraphReader(Input& input)
         : lines_(input), sink_(input.name(), input.limits(), [this] { return lines_.line(); }) {}
     ~LineGraphReader() = default;
-    LineGraphReader(const LineGraphReader&) = delete;
-    LineGraphReader& operator=(const LineGraphReader&) = delete;
 
     /// Calls `take` with every line, without its line break, and `end` after the last one.
     template <class Take, class End>

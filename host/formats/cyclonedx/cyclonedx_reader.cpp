@@ -310,19 +310,19 @@ class XmlReader final : public XmlEvents {
         if (element.isList) {
             return std::move(element.items);
         }
-        const bool isBlank = element.text.find_first_not_of(" \t\r\n") == std::string::npos;
-        if (element.name == "hash") {
-            element.members["content"] = element.text;
-        } else if (element.name == "property") {
-            element.members["value"] = element.text;
-        } else if (element.name == "license") {
+        if (element.name == "license") {
             return json::object({{"license", std::move(element.members)}});
-        } else if (element.name == "expression") {
+        }
+        if (element.name == "expression") {
             return json::object({{"expression", element.text}});
-        } else if (element.members.empty()) {
+        }
+        const bool isProperty = element.name == "property";
+        const bool hasText = isProperty || element.name == "hash";
+        if (element.members.empty() && !hasText) {
             return element.text;
-        } else if (!isBlank) {
-            element.members["content"] = element.text;
+        }
+        if (hasText || element.text.find_first_not_of(" \t\r\n") != std::string::npos) {
+            element.members[isProperty ? "value" : "content"] = element.text;
         }
         return std::move(element.members);
     }
