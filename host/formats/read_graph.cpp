@@ -26,7 +26,7 @@ struct InputFormat {
     bool isGuess = false;  // whether other files, too, may look like this
     GraphDraft (*read)(Input& input);
     std::string_view description;
-    std::vector<std::string> softTypes = {};                   // as in `GraphDraft`
+    std::initializer_list<std::string_view> softTypes = {};    // as in `GraphDraft`
     std::initializer_list<std::string_view> tellingKeys = {};  // whose change is news
 };
 
@@ -234,7 +234,7 @@ std::vector<std::string> tellingKeysOf(Input& input, std::string_view format) {
 GraphDraft readGraph(Input& input, std::string_view format) {
     const InputFormat& chosen = chosenFormat(input, format);
     GraphDraft draft = chosen.read(input);
-    draft.softTypes = chosen.softTypes;
+    draft.softTypes.assign(chosen.softTypes.begin(), chosen.softTypes.end());
     return draft;
 }
 

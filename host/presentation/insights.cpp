@@ -129,10 +129,9 @@ std::vector<ListedRename> listRenames(const LinkGraph& graph, const LoadedPair& 
         renameOptions.forbidden.push_back(finder.find(ids));
     }
     for (insight::Rename& found : insight::findRenames(graph, renameOptions)) {
-        listed.push_back({.ids = {.left = std::u16string(graph.id(found.nodes.left)),
-                                  .right = std::u16string(graph.id(found.nodes.right))},
-                          .found = std::move(found),
-                          .applied = false});
+        NodeIDs ids{.left = std::u16string(graph.id(found.nodes.left)),
+                    .right = std::u16string(graph.id(found.nodes.right))};
+        listed.push_back({.ids = std::move(ids), .found = std::move(found), .applied = false});
     }
     return listed;
 }

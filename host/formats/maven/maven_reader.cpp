@@ -109,7 +109,7 @@ class MavenTextReader final : LineGraphReader {
     }
 
     /// `-Dverbose` puts what it leaves out in parentheses: `(g:a:jar:1:compile - omitted ...)`.
-    Artifact artifactOf(std::string_view text, bool isRoot) const {
+    [[nodiscard]] Artifact artifactOf(std::string_view text, bool isRoot) const {
         const std::string_view whole = text;
         if (text.starts_with('(')) {
             text = text.substr(1, text.find_last_not_of(") "));
@@ -164,7 +164,7 @@ class MavenJsonReader final : public JsonGraphReader {
         if (artifact.group.empty() || artifact.name.empty()) {
             bytes_.fail("artifact without \"groupId\" or \"artifactId\"");
         }
-        const std::string id = addArtifact(artifact, sink_);
+        std::string id = addArtifact(artifact, sink_);
         for (const json& child : elementsOf(value, "children", sink_)) {
             std::string type = memberText(child, "scope");
             if (memberText(child, "optional") == "true") {

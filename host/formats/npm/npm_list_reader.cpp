@@ -47,7 +47,7 @@ class NpmListReader final : public JsonGraphReader {
 
   private:
     std::string addPackage(const std::string& name, const std::string& version) {
-        const std::string id = version.empty() ? name : fmt::format("{}@{}", name, version);
+        std::string id = version.empty() ? name : fmt::format("{}@{}", name, version);
         const NodeNumber node = sink_.addNodeOnce(id);
         sink_.setName(node, name);
         if (!version.empty()) {
@@ -68,7 +68,7 @@ class NpmListReader final : public JsonGraphReader {
         if (version.empty() && !isMissing) {
             return "";
         }
-        const std::string id = addPackage(name, isMissing ? "" : version);
+        std::string id = addPackage(name, isMissing ? "" : version);
         if (isMissing) {
             sink_.setType(sink_.addNodeOnce(id), "missing");
         } else if (const json& resolved = memberOf(package, "resolved"); resolved.is_string()) {
