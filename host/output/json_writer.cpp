@@ -69,11 +69,13 @@ void JsonWriter::quote(std::string_view utf8) {
     std::size_t plain = 0;  // where the part that needs no escape begins
     for (std::size_t i = 0; i < utf8.size(); ++i) {
         const auto byte = static_cast<unsigned char>(utf8[i]);
-        if (byte >= 0x20 && byte != '"' && byte != '\\') {
+        // CI systems obey ##[...] and ##name[...] anywhere in a line.
+        const bool isSecondHash = byte == '#' && i != 0 && utf8[i - 1] == '#';
+        if (byte >= 0x20 && byte != '"' && byte != '\\' && !isSecondHash) {
             continue;
         }
         output_.write(utf8.substr(plain, i - plain));
-        if (byte < 0x20) {
+        if (byte < 0x20 || isSecondHash) {
             output_.print("\\u{:04x}", byte);
         } else {
             output_.print("\\{}", utf8[i]);

@@ -4,6 +4,8 @@
 
 #include <fl/i18n/ustring.h>
 
+#include "output/visible_text.h"
+
 namespace depcompare {
 
 void TableWriter::row(std::initializer_list<std::u16string_view> cells) {
@@ -24,7 +26,7 @@ void TableWriter::cell(std::u16string_view text) {
     }
     const bool isPlain = written.find_first_of("\"\r\n") == std::string::npos &&
                          written.find(form_.separator) == std::string::npos &&
-                         !written.starts_with('#');
+                         !written.starts_with('#') && withoutCommand(std::u16string(text)) == text;
     if (isPlain) {
         output_.write(written);
         return;

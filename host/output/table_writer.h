@@ -13,8 +13,8 @@ struct TableForm {
     bool guarded = false;  ///< whether a cell that a spreadsheet may take for a formula is changed
 };
 
-/// Writes rows as RFC 4180 has them. A cell that begins with `#` is quoted too, since readers may take
-/// its line for a comment.
+/// Writes rows as RFC 4180 has them. A cell that begins with `#` or `::` is quoted too, since readers
+/// may take its line for a comment, and CI systems for a command.
 ///
 /// A guarded cell begins with an apostrophe if it began with one, or as a formula may: with = + - @,
 /// their full-width forms, a tab or a line break. Without the first apostrophe of each cell that begins

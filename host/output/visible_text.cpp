@@ -5,6 +5,7 @@
 
 #include <fl/i18n/ustring.h>
 #include <fmt/format.h>
+#include <unicode/uchar.h>
 
 namespace depcompare {
 
@@ -13,12 +14,6 @@ namespace {
 struct Range {
     char32_t first;
     char32_t last;
-};
-
-constexpr Range unsafe[] = {
-#define UNSAFE(first, last) {first, last},
-#include "output/unsafe_characters.def"
-#undef UNSAFE
 };
 
 // East Asian characters, and the first halves of all characters beyond 16 bits.
@@ -48,6 +43,43 @@ char32_t firstOf(std::u16string_view text) {
         return 0x10000U + ((text[0] - 0xD800U) << 10U) + (text[1] - 0xDC00U);
     }
     return text[0];
+}
+
+bool has(char32_t character, UProperty property) {
+    return u_hasBinaryProperty(static_cast<UChar32>(character), property) != 0;
+}
+
+/// Returns: whether the character cannot be seen, or changes how the text around it is shown.
+bool isUnsafe(char32_t character) {
+    constexpr char32_t blankBraille = 0x2800;
+    switch (u_charType(static_cast<UChar32>(character))) {
+        case U_CONTROL_CHAR:
+        case U_FORMAT_CHAR:
+        case U_LINE_SEPARATOR:
+        case U_PARAGRAPH_SEPARATOR:
+            return true;
+        default:
+            return character == blankBraille || has(character, UCHAR_DEFAULT_IGNORABLE_CODE_POINT);
+    }
+}
+
+/// Returns: whether the selector chooses a form of the character before it, as of emoji and Han
+///          characters; anywhere else it cannot be seen.
+bool selectsForm(char32_t selector, char32_t before) {
+    if (selector == 0xFE0E || selector == 0xFE0F) {
+        return before > 0x7F && has(before, UCHAR_EMOJI);
+    }
+    constexpr Range ofHan[] = {{0xFE00, 0xFE02}, {0xE0100, 0xE01EF}};
+    return isIn(ofHan, selector) && has(before, UCHAR_IDEOGRAPHIC);
+}
+
+/// Returns: whether CI systems obey what begins with ## and this, wherever in a line: ##[error].
+bool isCommand(std::u16string_view afterHashes) {
+    const auto isLetter = [](char16_t unit) {
+        return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
+    };
+    const auto bracket = std::ranges::find_if_not(afterHashes, isLetter);
+    return bracket != afterHashes.end() && *bracket == u'[';
 }
 
 std::string escaped(char32_t character) {
@@ -92,22 +124,36 @@ std::size_t fitting(Iterator begin, Iterator end, std::size_t most, Measure meas
 std::u16string visible(std::u16string_view text) {
     std::u16string shown;
     shown.reserve(text.size());
-    while (!text.empty()) {
+    for (char32_t before = 0; !text.empty();) {
         const char32_t character = firstOf(text);
         const std::size_t units = character < 0x10000 ? 1 : 2;
         const bool isPlain = character >= 0x20 && character < 0x7F;
-        if (!isPlain && isIn(unsafe, character)) {
-            std::ranges::copy(escaped(character), std::back_inserter(shown));
-        } else {
+        const bool isSafe = isPlain
+                                ? character != U'#' || before != U'#' || !isCommand(text.substr(1))
+                                : !isUnsafe(character) || selectsForm(character, before);
+        if (isSafe) {
             shown.append(text.substr(0, units));
+        } else {
+            std::ranges::copy(escaped(character), std::back_inserter(shown));
         }
         text.remove_prefix(units);
+        before = character;
     }
     return shown;
 }
 
 std::string visible(std::string_view utf8) {
     return fl::i18n::ustring_to_utf8(visible(fl::i18n::utf8_to_ustring(utf8)));
+}
+
+std::u16string withoutCommand(std::u16string line) {
+    const auto begin =
+        std::ranges::find_if_not(line, [](char16_t unit) { return u_isUWhiteSpace(unit) != 0; });
+    const auto index = static_cast<std::size_t>(begin - line.begin());
+    if (std::u16string_view(line).substr(index).starts_with(u"::")) {
+        line.replace(index, 1, u"\\x3a");
+    }
+    return line;
 }
 
 std::size_t displayWidth(std::u16string_view text) {

@@ -1,5 +1,6 @@
 #pragma once
-// Text of graphs as a terminal may get it: nothing that steers it, nothing that cannot be seen.
+// Text of graphs as a terminal or a log may get it: nothing that steers it, nothing that cannot be
+// seen.
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -8,10 +9,16 @@
 
 namespace depcompare {
 
-/// Returns: the text with unsafe characters written as escapes (\n, \x1b, \u202e, \u{e0041}); see
-///          `unsafe_characters.def`.
+/// Returns: the text with unsafe characters written as escapes (\n, \x1b, \u202e, \u{e0041}): controls,
+///          line separators, format characters and others that displays ignore, and variation
+///          selectors after anything but emoji and Han characters; likewise the second # of ##[...] and
+///          ##name[...], which CI systems obey. The page has the same rules.
 [[nodiscard]] std::u16string visible(std::u16string_view text);
 [[nodiscard]] std::string visible(std::string_view utf8);
+
+/// Returns: the line, in which a command at its beginning (::warning), which CI systems obey, is
+///          escaped.
+[[nodiscard]] std::u16string withoutCommand(std::u16string line);
 
 /// Returns: how many columns of a terminal the text takes, approximately.
 [[nodiscard]] std::size_t displayWidth(std::u16string_view text);

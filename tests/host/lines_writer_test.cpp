@@ -31,11 +31,12 @@ TEST(WriteLines, everyPartOfAGraphHasItsLine) {
 
 TEST(WriteLines, noTextCanBeTakenForAnother) {
     EXPECT_EQ(linesOf(R"({"graph": {"nodes": {
-                  "->": {}, "a\nb": {}, "a\\nb": {}, "\"q\"": {}, "[x]": {}, "k=v": {}, "": {},
+                  "->": {}, "a\nb": {}, "a\\nb": {}, "\"q\"": {}, "[x]": {}, "k=v": {}, "": {}, "::b": {},
                   "\u202eevil\u0000": {}, "\u00e9": {}}}})"),
               "\"\" [file]\n"
               "\"\\\"q\\\"\" [file]\n"
               "\"->\" [file]\n"
+              "\"::b\" [file]\n"
               "\"[x]\" [file]\n"
               "\"a\\nb\" [file]\n"
               "\"a\\\\nb\" [file]\n"

@@ -14,12 +14,16 @@ TEST(Visible, nothingUnsafeGetsThrough) {
     const std::pair<std::u16string, const char*> cases[] = {
         {u"C:\\new \u00e4 \u65e5\u672c \U0001f600\ufe0f",
          "C:\\new \u00e4 \u65e5\u672c \U0001f600\ufe0f"},
+        {u"\u2764\ufe0f \u845b\U000e0100 b\ufe0f\u2764\ufe0f\ufe0f \u845b\ufe0f\U000e0100",
+         "\u2764\ufe0f \u845b\U000e0100 b\\ufe0f\u2764\ufe0f\\ufe0f \u845b\\ufe0f\\u{e0100}"},
+        {u"##[error]x ##vso[task] ###[x ##x #[ ##",
+         "#\\x23[error]x #\\x23vso[task] ##\\x23[x ##x #[ ##"},
         {u"a\nb\tc\rd", "a\\nb\\tc\\rd"},
         {u"\x1b[31mred\x07\x7f\u009b", "\\x1b[31mred\\x07\\x7f\\x9b"},
         // NOLINTNEXTLINE(misc-misleading-bidirectional): that is what is tested.
         {u"\u202e\u2066\u2069\u200f\u061c\u2028", "\\u202e\\u2066\\u2069\\u200f\\u061c\\u2028"},
-        {u"a\u200b\u200d\u00ad\u2060\u180e\ufeff\u3164",
-         "a\\u200b\\u200d\\xad\\u2060\\u180e\\ufeff\\u3164"},
+        {u"a\u200b\u200d\u00ad\u2060\u180e\ufeff\u3164\u2800\u0600",
+         "a\\u200b\\u200d\\xad\\u2060\\u180e\\ufeff\\u3164\\u2800\\u0600"},
         {u"\U000e0041\U000e0fff", "\\u{e0041}\\u{e0fff}"},
         {u"\xdb40 \xdc41", "\ufffd \ufffd"},
     };

@@ -338,7 +338,7 @@ test("on a phone the details are one tap away, and nothing is wider than the scr
 
 test("hostile text is shown and does nothing", async () => {
   const names = ["</script><script>alert(1)</script>", "x<img src=x onerror=alert(2)>",
-                 "a\u202e\u200b\u2060\u180e\u00ad\u{e0041}txt", "--><!--", "\"'&amp;{{data}}", "very/" + "long".repeat(250000)];
+                 "a\u202e\u200b\u2060\u180e\u00ad\ufe0f\u2800\u{e0041}txt", "--><!--", "\"'&amp;{{data}}", "very/" + "long".repeat(250000)];
   const visible = (name) => name.replace(/[^ -~]/gu, (letter) => {
     const digits = letter.codePointAt(0).toString(16);
     return digits.length < 3 ? `\\x${digits}` : digits.length < 5 ? `\\u${digits}` : `\\u{${digits}}`;

@@ -34,7 +34,8 @@ std::string quotedText(std::u16string_view text) {
 std::string word(std::u16string_view text) {
     constexpr std::u16string_view special = u" \"\\=[]\u00A0\u3000";
     const bool isPlain = !text.empty() && text != u"->" &&
-                         text.find_first_of(special) == text.npos && visible(text) == text;
+                         text.find_first_of(special) == text.npos &&
+                         withoutCommand(visible(text)) == text;
     return isPlain ? fl::i18n::ustring_to_utf8(text) : quotedText(text);
 }
 

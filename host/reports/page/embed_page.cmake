@@ -1,6 +1,5 @@
 # Writes OUTPUT, a source file that holds the page of FOLDER: template.html with style.css and the
-# scripts in it. SCRIPTS names the modules; each comes after those that it imports from. UNSAFE is the
-# file of unsafe characters, whose ranges replace `{unsafe}`.
+# scripts in it. SCRIPTS names the modules; each comes after those that it imports from.
 #
 # Modules are joined into one script. Imports and exports begin a line, as
 # `import { a, b } from "./c.js";` and `export function a(b)`, and no two modules use one name at their
@@ -48,13 +47,6 @@ foreach(module IN LISTS SCRIPTS)
   string(REGEX REPLACE "(^|\n)export " "\\1" text "${text}")
   string(APPEND script "\n// ${module}\n${text}")
 endforeach()
-set(unsafe "")
-file(STRINGS "${UNSAFE}" ranges REGEX "^UNSAFE")
-foreach(range IN LISTS ranges)
-  string(REGEX REPLACE "UNSAFE.0x([0-9A-F]+), 0x([0-9A-F]+)." "\\\\u{\\1}-\\\\u{\\2}" range "${range}")
-  string(APPEND unsafe "${range}")
-endforeach()
-string(REPLACE "{unsafe}" "${unsafe}" script "${script}")
 hash_of("${style}" style_hash)
 hash_of("${script}" script_hash)
 

@@ -1,8 +1,14 @@
 // Text of graphs in the document: always as text, with nothing in it that cannot be seen or that
 // changes the text around it.
 
-/** The build puts the ranges of unsafe_characters.def in here. */
-const unsafeText = /[{unsafe}]/u;
+/**
+ * Characters that cannot be seen, or that change how the text around them is shown, but for variation
+ * selectors of emoji and Han characters; the same as in the other reports.
+ */
+const unsafeText = new RegExp(
+    "(?!(?<=\\p{Emoji})(?<!\\p{ASCII})[\\ufe0e\\ufe0f]" +
+    "|(?<=\\p{Ideographic})[\\ufe00-\\ufe02\\u{e0100}-\\u{e01ef}])" +
+    "[\\p{Cc}\\p{Cf}\\p{Zl}\\p{Zp}\\p{Default_Ignorable_Code_Point}\\u2800]", "u");
 const unsafeTexts = new RegExp(unsafeText.source, "gu");
 
 /** Longer texts are shortened if there is no room for them. */

@@ -94,17 +94,6 @@ std::size_t widestName(const EntryTable& table, std::size_t most) {
 
 }  // namespace
 
-std::u16string withoutCommand(std::u16string line) {
-    const std::size_t begin = std::min(line.find_first_not_of(u' '), line.size());
-    const std::u16string_view text = std::u16string_view(line).substr(begin);
-    if (text.starts_with(u"::")) {
-        line.replace(begin, 1, u"\\x3a");
-    } else if (text.starts_with(u"##")) {
-        line.replace(begin, 1, u"\\x23");
-    }
-    return line;
-}
-
 TextLines::TextLines(const TextStyle& style, std::size_t leftColumns, Output& output)
     : style_(style), output_(output), leftColumns_(std::min(leftColumns, style_.width() / 2)) {}
 

@@ -19,10 +19,6 @@ struct RowLayout;
 /// Returns: how wide the entry is beside its rows.
 [[nodiscard]] std::size_t widthOf(const EntryLabel& label);
 
-/// Returns: the line, with an escape for its first character if it begins as a command to the log of a
-///          build service does: with `::` or `##`, after spaces or none.
-[[nodiscard]] std::u16string withoutCommand(std::u16string line);
-
 /// Headings are written if they differ from the previous ones of their column.
 class TextLines {
   public:

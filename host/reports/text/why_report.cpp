@@ -26,6 +26,11 @@ std::string shownID(const LinkGraph& graph, Number node) {
     return fl::i18n::ustring_to_utf8(visible(graph.id(node)));
 }
 
+/// Returns: text of a graph with which a line begins.
+std::string lineOf(std::u16string_view text) {
+    return fl::i18n::ustring_to_utf8(withoutCommand(visible(text)));
+}
+
 Number findEnd(const LinkGraph& graph, const std::string& text) {
     constexpr std::size_t mostListed = 10;
     const auto found = insight::findNodes(graph, fl::i18n::utf8_to_ustring(text));
@@ -60,7 +65,7 @@ bool lacksLink(const LinkGraph& graph, Side side, std::span<const Number> path) 
 
 void writePath(const LinkGraph& graph, Side side, std::span<const Number> path,
                const TextStyle& style, Output& output) {
-    output.print("  {}\n", shownID(graph, path.front()));
+    output.print("  {}\n", lineOf(graph.id(path.front())));
     for (std::size_t i = 1; i < path.size(); ++i) {
         const std::string step = "-> " + shownID(graph, path[i]);
         if (isOn(graph, insight::otherSide(side), {path[i - 1], path[i]})) {
@@ -95,7 +100,8 @@ void writeWhy(const Why& why, const std::array<std::string, 2>& names, const Tex
               Output& output) {
     for (const Side side : insight::sides) {
         const auto& path = why.paths[side];
-        const std::string name = visible(names[side == Side::left ? 0 : 1]);
+        const std::string name =
+            lineOf(fl::i18n::utf8_to_ustring(names[side == Side::left ? 0 : 1]));
         if (path.empty()) {
             output.print("{}: no path\n", name);
         } else {
