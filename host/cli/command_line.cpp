@@ -133,6 +133,11 @@ std::pair<Words, std::optional<Words>> splitAtGit(Words words) {
     return {words.first(own), words.subspan(own)};
 }
 
+/// Returns: the path as `Input` takes it: git never means standard input.
+std::string pathOf(std::string_view file) {
+    return file == "-" ? "./-" : std::string(file);
+}
+
 /// Understands what git appends: the two files of a diff tool; a driver's path, then file, object
 /// and mode of both sides, then a renamed file's new path and how it was renamed; or a lone path,
 /// which is in conflict.
@@ -150,7 +155,7 @@ void takeGitWords(Words words, Options& options) {
             throw Information{
                 fmt::format("* Unmerged path {}\n", visible(std::string_view(words[0])))};
         case 2:
-            options.inputs = {words[0], words[1]};
+            options.inputs = {pathOf(words[0]), pathOf(words[1])};
             options.names = options.inputs;
             return;
         case newPath:
@@ -159,7 +164,7 @@ void takeGitWords(Words words, Options& options) {
                                    std::string_view file) {
                 return file == "/dev/null" ? std::string(file) : fmt::format("{}/{}", prefix, path);
             };
-            options.inputs = {words[oldFile], words[newFile]};
+            options.inputs = {pathOf(words[oldFile]), pathOf(words[newFile])};
             options.names = {
                 nameOf("a", words[0], words[oldFile]),
                 nameOf("b", words[words.size() > newPath ? newPath : 0], words[newFile])};

@@ -206,15 +206,18 @@ void GraphSink::settleMissingEnds() {
         return;
     }
     const auto lineOf = [&](NodeNumber node) { return states_[node].edgeLine; };
-    const NodeNumber first = *std::ranges::min_element(missing, {}, lineOf);
-    const std::string_view id = draft_.nodes[first].id;
+    const auto idOf = [&](NodeNumber node) { return draft_.nodes[node].id; };
     if (!addsMissingEnds_) {
-        throw InputError(draft_.source, lineOf(first),
-                         fmt::format("edge end {} is not declared as a node", inQuotes(id)));
+        const NodeNumber first = *std::ranges::min_element(missing, {}, lineOf);
+        throw InputError(
+            draft_.source, lineOf(first),
+            fmt::format("edge end {} is not declared as a node", inQuotes(idOf(first))));
     }
     if (addedNodes_ + missing.size() > limits_.nodes) {
         failForNodes();
     }
+    // A report must not depend on the order of the file.
+    const std::string_view id = idOf(*std::ranges::min_element(missing, {}, idOf));
     warn(onlyInEdges(missing.size(), id) + (missing.size() == 1 ? "; added it" : "; added them"));
 }
 

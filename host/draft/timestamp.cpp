@@ -43,7 +43,11 @@ class TimestampText {
             time -= offset();
         }
         require(rest_.empty());
-        return ptime(date) + time;
+        const ptime moment = ptime(date) + time;
+        // Beyond them the calendar ends, but not the arithmetic.
+        require(moment.date() >= boost::gregorian::date(1400, 1, 1) &&
+                moment.date() <= boost::gregorian::date(9999, 12, 31));
+        return moment;
     }
 
   private:

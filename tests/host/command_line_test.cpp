@@ -107,8 +107,8 @@ TEST(ParseCommandLine, everyOptionArrives) {
         {"-q --git l -q", "l -q [nonstructural] empty=true fail=2 quiet=true"},
         {"--fail-on any --git path old 1 2 new 3 4",
          "old new names=a/path,b/path [nonstructural] empty=true pager=false"},
-        {"--git path old 1 2 /dev/null 3 4 moved how",
-         "old /dev/null names=a/path,/dev/null [nonstructural] empty=true fail=2 pager=false"},
+        {"--git path - 1 2 /dev/null 3 4 moved how",
+         "./- /dev/null names=a/path,/dev/null [nonstructural] empty=true fail=2 pager=false"},
         {"--git path old 1 2 new 3 4 moved how",
          "old new names=a/path,b/moved [nonstructural] empty=true fail=2 pager=false"},
     };

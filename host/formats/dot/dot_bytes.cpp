@@ -33,9 +33,17 @@ std::size_t DotBytes::checked(std::span<char> target) {
     if (taken_ == piece_.size()) {
         refill();
     }
-    const std::size_t count = std::min(target.size(), piece_.size() - taken_);
-    std::copy_n(piece_.data() + taken_, count, target.data());
+    const std::string_view rest =
+        std::string_view(piece_).substr(taken_, std::min(target.size(), piece_.size() - taken_));
+    if (rest.empty()) {
+        return 0;
+    }
+    // No more than a line, so that the parser has seen nothing after the one that it complains about.
+    const std::size_t count = std::min(rest.find('\n'), rest.size() - 1) + 1;
+    std::ranges::copy(rest.substr(0, count), target.begin());
     taken_ += count;
+    lineRead_ += lineEnded_ ? 1 : 0;
+    lineEnded_ = rest[count - 1] == '\n';
     return count;
 }
 

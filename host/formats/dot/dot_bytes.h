@@ -14,8 +14,12 @@ class DotBytes {
   public:
     explicit DotBytes(Input& input) : input_(input) {}
 
-    /// Returns: how many bytes were put into `target`; 0 at the end, and from a failure on.
+    /// Returns: how many bytes were put into `target`, of one line at most; 0 at the end, and from a
+    ///          failure on.
     [[nodiscard]] int read(char* target, int size) noexcept;
+
+    /// Returns: the line of the bytes that were read last, from 1.
+    [[nodiscard]] std::size_t lineRead() const { return lineRead_; }
 
     /// Throws: the `InputError` that ended the reading, if any.
     void rethrowFailure() const;
@@ -29,7 +33,9 @@ class DotBytes {
     std::string piece_;
     std::size_t taken_ = 0;  // of the piece
     std::string rest_;       // of a character that the last piece cut
-    std::size_t line_ = 1;
+    std::size_t line_ = 1;   // of what is checked
+    std::size_t lineRead_ = 1;
+    bool lineEnded_ = false;  // what was read last
     bool begun_ = false;
     std::exception_ptr failure_;
 };

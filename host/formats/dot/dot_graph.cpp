@@ -1,7 +1,7 @@
 // The library keeps its state in globals, which are set for one file and reset after it.
 #include "formats/dot/dot_graph.h"
 
-#include <charconv>
+#include <algorithm>
 #include <cstddef>
 #include <limits>
 #include <string>
@@ -18,7 +18,9 @@ namespace depcompare {
 namespace {
 
 struct Watch {
+    const DotBytes* bytes = nullptr;
     std::string messages;
+    std::size_t line = 0;  // of the first message
     std::size_t edges = 0;
     std::size_t mostEdges = 0;
     ForgottenNames forgotten;
@@ -33,6 +35,9 @@ std::mutex& libraryMutex() {
 }
 
 int noteMessage(char* part) {
+    if (watch.messages.empty()) {
+        watch.line = watch.bytes->lineRead();
+    }
     watch.messages += part;
     return 0;
 }
@@ -79,8 +84,13 @@ Agdisc_t& disciplines() {
 
 class Session {
   public:
-    explicit Session(const Limits& limits) : former_(agseterrf(noteMessage)) {
-        watch = {.messages = {}, .edges = 0, .mostEdges = limits.edges, .forgotten = {}};
+    Session(const DotBytes& bytes, const Limits& limits) : former_(agseterrf(noteMessage)) {
+        watch = {.bytes = &bytes,
+                 .messages = {},
+                 .line = 0,
+                 .edges = 0,
+                 .mostEdges = limits.edges,
+                 .forgotten = {}};
         agreseterrors();
         agsetfile(nullptr);
     }
@@ -92,36 +102,45 @@ class Session {
     agusererrf former_;
 };
 
-/// Throws: `InputError` with the first message and the line that it names.
+/// Returns: the message without the file and line in it, which the input itself may have stated
+///          (`# 7 "name"`).
+std::string problemIn(std::string_view message) {
+    message = message.substr(0, message.find('\n'));
+    for (const std::string_view before : {"Error: ", "Warning: "}) {
+        message.remove_prefix(message.starts_with(before) ? before.size() : 0);
+    }
+    if (const std::size_t begin = message.rfind("syntax "); begin != std::string_view::npos) {
+        message.remove_prefix(begin);
+    }
+    constexpr std::string_view place = " in line ";
+    const std::size_t begin = message.find(place);
+    if (begin == std::string_view::npos) {
+        return std::string(message);
+    }
+    std::string_view rest = message.substr(begin + place.size());
+    rest.remove_prefix(std::min(rest.find(' '), rest.size()));
+    if (rest.starts_with(" of ")) {
+        rest.remove_prefix(std::min(rest.rfind(" splits "), rest.size()));
+    }
+    return std::string(message.substr(0, begin)).append(rest);
+}
+
+/// Throws: `InputError` with the first message and its line.
 void requireSilence(const Input& input) {
     if (watch.edges > watch.mostEdges) {
         throw InputError(input.name(), 0, tooManyEdges(watch.mostEdges));
     }
-    std::string_view message = watch.messages;
-    if (message.empty()) {
-        return;
+    if (!watch.messages.empty()) {
+        throw InputError(input.name(), watch.line,
+                         "not well-formed DOT: " + problemIn(watch.messages));
     }
-    message = message.substr(0, message.find('\n'));
-    for (const std::string_view prefix : {"Error", "Warning", ":", " ", ":", " "}) {
-        message.remove_prefix(message.starts_with(prefix) ? prefix.size() : 0);
-    }
-    constexpr std::string_view place = " in line ";
-    std::size_t line = 0;
-    std::string problem(message);
-    if (const std::size_t found = message.find(place); found != std::string_view::npos) {
-        std::string_view number = message.substr(found + place.size());
-        const auto end = std::from_chars(number.data(), number.data() + number.size(), line);
-        number.remove_prefix(static_cast<std::size_t>(end.ptr - number.data()));
-        problem = std::string(message.substr(0, found)).append(number);
-    }
-    throw InputError(input.name(), line, "not well-formed DOT: " + problem);
 }
 
 }  // namespace
 
 DotGraph::DotGraph(Input& input) : lock_(libraryMutex()) {
-    const Session session(input.limits());
     DotBytes bytes(input);
+    const Session session(bytes, input.limits());
     graph_.reset(agread(&bytes, &disciplines()));
     forgotten_ = std::move(watch.forgotten);
     // The library keeps what follows the graph until it has seen the end.

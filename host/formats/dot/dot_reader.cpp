@@ -106,9 +106,13 @@ class DOTReader {
             }
             readNode(node, attributes);
         }
-        // A file that describes its nodes describes all; the others appear only in edges.
+        // A file that describes its nodes describes all; the others may be slips in edges.
         if (described != 0 && !bare.empty()) {
-            sink_.warn(onlyInEdges(bare.size(), bare.front()));
+            const std::string first = inQuotes(*std::ranges::min_element(bare));
+            sink_.warn(bare.size() == 1
+                           ? fmt::format("node {} has edges, but no attributes", first)
+                           : fmt::format("{} nodes have edges, but no attributes (first: {})",
+                                         bare.size(), first));
         }
     }
 
