@@ -27,6 +27,7 @@ std::optional<std::string_view> XmlAttributes::find(std::string_view name) const
 
 template <std::invocable Action>
 void XmlParser::guarded(Action action) {
+    endToken();
     if (failure_) {
         return;
     }
@@ -60,6 +61,9 @@ XmlParser::XmlParser() : parser_(XML_ParserCreate(nullptr)) {
         auto& parser = *static_cast<XmlParser*>(self);
         parser.guarded([&] { parser.events_->comment(text); });
     });
+    XML_SetDefaultHandlerExpand(parser_.get(), [](void* self, const char* /*token*/, int) {
+        static_cast<XmlParser*>(self)->endToken();
+    });
     XML_SetEntityDeclHandler(parser_.get(), [](void* self, const char*, int, const char*, int,
                                                const char*, const char*, const char*, const char*) {
         static_cast<XmlParser*>(self)->refuse("entity declarations are not supported");
@@ -73,6 +77,7 @@ void XmlParser::parse(Input& input, XmlEvents& events) {
     input_ = &input;
     events_ = &events;
     XML_SetUserData(parser_.get(), this);
+    std::size_t tokenBytes = 0;  // of whole pieces in which none ended
     for (bool last = false; !last;) {
         auto* const buffer = static_cast<char*>(XML_GetBuffer(parser_.get(), chunkBytes));
         if (buffer == nullptr) {
@@ -80,6 +85,7 @@ void XmlParser::parse(Input& input, XmlEvents& events) {
         }
         const std::size_t count = input.read(std::span(buffer, chunkBytes));
         last = count == 0;
+        tokenEnded_ = false;
         const XML_Status status =
             XML_ParseBuffer(parser_.get(), static_cast<int>(count), last ? XML_TRUE : XML_FALSE);
         if (failure_) {
@@ -88,6 +94,10 @@ void XmlParser::parse(Input& input, XmlEvents& events) {
         if (status != XML_STATUS_OK) {
             fail(fmt::format("not well-formed XML: {}",
                              XML_ErrorString(XML_GetErrorCode(parser_.get()))));
+        }
+        tokenBytes = tokenEnded_ ? 0 : tokenBytes + count;
+        if (tokenBytes > input.limits().textBytes) {
+            fail(tooLongText(input.limits()));
         }
     }
 }

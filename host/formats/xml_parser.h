@@ -39,7 +39,8 @@ class XmlEvents {
     ~XmlEvents() = default;
 };
 
-/// Entity declarations are refused, external ones are never followed, and depth is limited.
+/// Entity declarations are refused, external ones are never followed, and depth is limited, as is the
+/// length of a token: the library would look at the beginning of a long one with every piece of it.
 class XmlParser {
   public:
     XmlParser();
@@ -59,6 +60,7 @@ class XmlParser {
     void guarded(Action action);
     void startElement(const char* name, const char** attributes);
     void refuse(std::string_view problem);
+    void endToken() { tokenEnded_ = true; }
     [[noreturn]] void fail(std::string_view problem) const;
 
     std::unique_ptr<XML_ParserStruct, Free> parser_;
@@ -66,6 +68,7 @@ class XmlParser {
     XmlEvents* events_ = nullptr;
     std::exception_ptr failure_;
     std::size_t depth_ = 0;
+    bool tokenEnded_ = false;  // since it was last set
 };
 
 }  // namespace depcompare
