@@ -15,6 +15,7 @@
 #include "input/input_error.h"
 #include "presentation/enabled_filters.h"
 #include "presentation/insights.h"
+#include "reports/json/json_report.h"
 #include "reports/markdown/markdown_report.h"
 
 namespace depcompare {
@@ -472,6 +473,11 @@ OptionGroup conversionOptions() {
               }}}};
 }
 
+std::string versions() {
+    return fmt::format("depcompare {}\nJSON report: version {}\n", DEPCOMPARE_VERSION,
+                       jsonReportVersion);
+}
+
 OptionGroup otherOptions() {
     // What git appends is not for the parser of options, nor is `--git`.
     return {"Git and help",
@@ -486,7 +492,7 @@ OptionGroup otherOptions() {
              {.names = "--version",
               .description = "Show the version",
               .inShortHelp = true,
-              .shows = [] { return std::string("depcompare " DEPCOMPARE_VERSION "\n"); }}}};
+              .shows = versions}}};
 }
 
 constexpr std::string_view introduction = R"(Usage: depcompare [OPTION]... LEFT RIGHT

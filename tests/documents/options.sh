@@ -62,6 +62,14 @@ while read -r option values; do
     same "zsh $option" "$values" "$(grep -E -- "$option(\}')?\[" <<<"$zsh" | sed -E 's/.*:\(([^)]*)\)$/\1/')"
 done <<<"$choices"
 
+# The number in CMakeLists.txt has an entry in the list of changes, and a report the version of its schema.
+diff <(sed -nE '0,/^## /s/^## ([0-9.]+).*/depcompare \1/p' CHANGELOG.md
+    jq -r '"JSON report: version \(.properties.version.const)"' docs/report.schema.json) \
+    <("$program" --version) >&2 || {
+    echo "CHANGELOG.md or docs/report.schema.json (<): not as in --version (>)" >&2
+    failed=1
+}
+
 for shell in zsh fish; do
     command -v $shell >/dev/null || echo "not checked with $shell: it is not installed"
 done

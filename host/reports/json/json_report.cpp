@@ -105,7 +105,7 @@ class JsonReport {
         json_.beginObject();
         json_.member("format", "depcompare-report");
         json_.key("version");
-        json_.number(1);
+        json_.number(jsonReportVersion);
         json_.member("locale", fl::i18n::Locale::global().name());
         json_.key("filters");
         json_.beginArray();
