@@ -39,11 +39,15 @@ GraphSink::GraphSink(std::string source, const Limits& limits, CurrentLine curre
 }
 
 NodeNumber GraphSink::addNode(std::string_view id) {
-    const NodeNumber node = nodeWithID(id);
-    if (states_[node].added) {
-        fail(fmt::format("duplicate node ID {}", inQuotes(id)));
+    if (const auto node = addNewNode(id)) {
+        return *node;
     }
-    return addNodeOnce(id);
+    fail(fmt::format("duplicate node ID {}", inQuotes(id)));
+}
+
+std::optional<NodeNumber> GraphSink::addNewNode(std::string_view id) {
+    const bool isNew = !states_[nodeWithID(id)].added;
+    return isNew ? std::optional(addNodeOnce(id)) : std::nullopt;
 }
 
 NodeNumber GraphSink::addNodeOnce(std::string_view id) {

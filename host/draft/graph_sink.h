@@ -35,6 +35,8 @@ class GraphSink {
     NodeNumber addNode(std::string_view id);
     /// Returns: the node with this ID, which is added if it was not before.
     NodeNumber addNodeOnce(std::string_view id);
+    /// Returns: the node with this ID, which is added; nothing if it was before.
+    std::optional<NodeNumber> addNewNode(std::string_view id);
     /// The default is the ID.
     void setName(NodeNumber node, std::string_view name);
     /// The default is `file`.

@@ -19,8 +19,9 @@ void TableWriter::row(std::initializer_list<std::u16string_view> cells) {
 }
 
 void TableWriter::cell(std::u16string_view text) {
-    constexpr std::u16string_view beginningsOfFormulas = u"=+-@\t\r\n'\uFF1D\uFF0B\uFF0D\uFF20";
-    std::string written = fl::i18n::ustring_to_utf8(text);
+    constexpr std::u16string_view beginningsOfFormulas = u"=+-@'\uFF1D\uFF0B\uFF0D\uFF20";
+    std::string written =
+        fl::i18n::ustring_to_utf8(form_.guarded ? visible(text) : std::u16string(text));
     if (form_.guarded && !text.empty() && beginningsOfFormulas.find(text.front()) != text.npos) {
         written.insert(0, 1, '\'');
     }

@@ -10,15 +10,16 @@ namespace depcompare {
 struct TableForm {
     char separator = ',';
     std::string_view endOfLine = "\r\n";
-    bool guarded = false;  ///< whether a cell that a spreadsheet may take for a formula is changed
+    /// Whether cells are changed that a spreadsheet may take for a formula, or a terminal for a command.
+    bool guarded = false;
 };
 
 /// Writes rows as RFC 4180 has them. A cell that begins with `#` or `::` is quoted too, since readers
 /// may take its line for a comment, and CI systems for a command.
 ///
-/// A guarded cell begins with an apostrophe if it began with one, or as a formula may: with = + - @,
-/// their full-width forms, a tab or a line break. Without the first apostrophe of each cell that begins
-/// with one, the table is as it was.
+/// In a guarded cell unsafe characters are escapes, as `visible` writes them; and it begins with an
+/// apostrophe if it began with one, or as a formula may: with = + - @ or their full-width forms.
+/// Without the first apostrophe of each cell that begins with one, the other cells are as they were.
 class TableWriter {
   public:
     TableWriter(Output& output, const TableForm& form) : output_(output), form_(form) {}

@@ -77,9 +77,15 @@ std::string dependenciesLine(const SideLedger& side) {
                        fmt::join(parts, ", "));
 }
 
-std::string leftOutLine(const SideLedger& side) {
+std::string leftOutLine(const SideLedger& side, LeftOutParts which) {
     const auto& [nodes, dependencies, properties, buildProperties, components] = side.leftOut;
     std::vector<std::string> parts;
+    if (nodes != 0 && which == LeftOutParts::all) {
+        parts.push_back(counted(nodes, "node", "nodes"));
+    }
+    if (dependencies != 0 && which == LeftOutParts::all) {
+        parts.push_back(counted(dependencies, "dependency", "dependencies"));
+    }
     if (properties != 0) {
         parts.push_back(counted(properties, "property", "properties"));
     }

@@ -1,6 +1,7 @@
 #pragma once
 // The account of a comparison in words and numbers, as lines that a report can lay out.
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,8 +28,12 @@ namespace depcompare {
 /// Returns: "7 dependencies: 5 compared, 2 duplicates".
 [[nodiscard]] std::string dependenciesLine(const SideLedger& side);
 
-/// Returns: "Left out: 3 properties, 2 components"; nothing if neither was.
-[[nodiscard]] std::string leftOutLine(const SideLedger& side);
+/// What a line about the left-out parts of a side counts: all of them, or those that `nodesLine` and
+/// `dependenciesLine` do not.
+enum class LeftOutParts : std::uint8_t { all, others };
+
+/// Returns: "Left out: 3 properties, 2 components"; nothing if nothing was.
+[[nodiscard]] std::string leftOutLine(const SideLedger& side, LeftOutParts which);
 
 /// Returns: a line of headings, and a line per kind of entry and of row.
 [[nodiscard]] std::string countsTable(const Summary& summary);

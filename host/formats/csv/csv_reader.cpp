@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cctype>
 #include <iterator>
 #include <optional>
 #include <string>
@@ -11,6 +10,7 @@
 #include "formats/edge_data.h"
 #include "formats/formats.h"
 #include "formats/line_reader.h"
+#include "input/input_error.h"
 
 namespace depcompare {
 
@@ -53,7 +53,13 @@ class CsvRecords {
                 fail("quotation mark inside a field that does not begin with one");
             }
             rest_.remove_prefix(field.size());
-            return rest_.empty() ? std::string(withoutReturn(field)) : field;
+            if (rest_.empty() && field.ends_with('\r')) {
+                field.pop_back();
+            }
+            if (field.find('\r') != std::string::npos) {
+                fail("carriage return inside a field; a line ends with a line feed");
+            }
+            return field;
         }
         rest_.remove_prefix(1);
         return takeQuoted();
@@ -105,16 +111,6 @@ class CsvRecords {
     std::string_view rest_;  // of the line
 };
 
-std::string normalized(std::string_view name) {
-    std::string text(name);
-    text.erase(0, text.find_first_not_of(' '));
-    text.erase(text.find_last_not_of(' ') + 1);
-    std::ranges::transform(text, text.begin(), [](char letter) {
-        return static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
-    });
-    return text;
-}
-
 /// The columns of a file, by what they mean.
 struct Columns {
     std::vector<std::string> names;  // as written
@@ -152,6 +148,7 @@ class CsvReader {
         }
         if (auto columns = Columns::of(record)) {
             columns_ = *std::move(columns);
+            hasHeader_ = true;
         } else {
             requireDefaultColumns(record);
             addRow(record);
@@ -164,6 +161,13 @@ class CsvReader {
             addRow(record);
         }
         edgeData_.warnOfIgnored("columns");
+        if (!hasHeader_) {
+            firstRow_.warnOfHeader(sink_);
+        }
+        if (padded_ != 0) {
+            sink_.warn(fmt::format("IDs with blanks around them, which count: {} (first: {})",
+                                   padded_, inQuotes(firstPadded_)));
+        }
         return sink_.finish();
     }
 
@@ -184,12 +188,24 @@ class CsvReader {
         if (source.empty()) {
             records_.fail("row without a source");
         }
+        firstRow_.take(source, target);
+        notePadding(source);
+        notePadding(target);
         const NodeNumber node = sink_.addNodeOnce(source);
         if (target.empty()) {
             describe(node, record);
         } else {
             sink_.addNodeOnce(target);
             addEdge(record);
+        }
+    }
+
+    void notePadding(const std::string& id) {
+        constexpr std::string_view blanks = " \t";
+        const bool isPadded = !id.empty() && (blanks.find(id.front()) != blanks.npos ||
+                                              blanks.find(id.back()) != blanks.npos);
+        if (isPadded && padded_++ == 0) {
+            firstPadded_ = id;
         }
     }
 
@@ -217,7 +233,16 @@ class CsvReader {
     void addEdge(const Record& record) {
         const std::size_t edge = sink_.addEdge(record[columns_.source], record[columns_.target]);
         forOthers(record, [&](const std::string& column, const std::string& value) {
-            edgeData_.set(edge, normalized(column), value, column);
+            const std::string name = normalized(column);
+            // As Gephi writes it.
+            if (name == "type" && normalized(value) == "undirected") {
+                sink_.failForUndirected(record[columns_.source], record[columns_.target]);
+            }
+            if (hasHeader_) {
+                edgeData_.set(edge, name, value, column);
+            } else {
+                edgeData_.setUnnamed(edge, value);
+            }
         });
     }
 
@@ -225,6 +250,10 @@ class CsvReader {
     GraphSink sink_;
     NamedEdgeData edgeData_{sink_};
     Columns columns_;
+    bool hasHeader_ = false;
+    FirstRow firstRow_;
+    std::size_t padded_ = 0;  // IDs
+    std::string firstPadded_;
 };
 
 bool hasHeader(std::string_view firstBytes, char separator) {

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cctype>
-#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -12,6 +11,7 @@
 #include "formats/edge_data.h"
 #include "formats/formats.h"
 #include "formats/line_reader.h"
+#include "input/input_error.h"
 
 namespace depcompare {
 
@@ -36,6 +36,21 @@ std::size_t versionOfModule(std::string_view word) {
     const bool hasNumber =
         !version.empty() && std::isdigit(static_cast<unsigned char>(version.front())) != 0;
     return hasNumber ? at : word.size();
+}
+
+/// Returns: a word that only other notations have: an arrow, a branch of a tree, the name of what make
+///          makes, a quoted text; nothing for a line of a list.
+std::string_view foreignWord(const std::vector<std::string_view>& words) {
+    constexpr std::string_view lines = "\xE2\x94";  // how characters that draw lines begin
+    const auto isForeign = [&](std::string_view word) {
+        return word.find_first_not_of("-=<>|+\\`:") == word.npos || word.starts_with(lines) ||
+               word.starts_with('"');
+    };
+    if (!words.empty() && words[0].ends_with(':') && !words[0].ends_with("::")) {
+        return words[0];
+    }
+    const auto found = std::ranges::find_if(words, isForeign);
+    return found == words.end() ? std::string_view() : *found;
 }
 
 /// The data of an edge as networkx writes them: `{'weight': 1, 'type': "it's"}`.
@@ -150,7 +165,10 @@ class EdgeListReader final : LineGraphReader {
 
     GraphDraft read() {
         return readLines([this](std::string_view line) { readLine(line); },
-                         [this] { data_.warnOfIgnored("data"); });
+                         [this] {
+                             data_.warnOfIgnored("data");
+                             firstRow_.warnOfHeader(sink_);
+                         });
     }
 
   private:
@@ -164,6 +182,15 @@ class EdgeListReader final : LineGraphReader {
             lines_.fail(
                 fmt::format("{} words on a line of an edge list, expected 2 or 3", words.size()));
         }
+        if (const auto word = foreignWord(hasData ? std::vector{words[0], words[1]} : words);
+            !word.empty()) {
+            lines_.fail(fmt::format("{} is not a word of an edge list, which has names and blanks",
+                                    inQuotes(word)));
+        }
+        if (!std::exchange(hasRows_, true) && nameEnds(words[0], words[1])) {
+            return;
+        }
+        firstRow_.take(words[0], words[1]);
         addNode(words[0]);
         addNode(words[1]);
         // To tsort, a pair of equal words is an item without a neighbour.
@@ -178,22 +205,23 @@ class EdgeListReader final : LineGraphReader {
                     data_.set(edge, name, value, name);
                 });
         } else if (words.size() == 3) {
-            sink_.set(edge, EdgeColumn::type, words[2]);
+            data_.setUnnamed(edge, words[2]);
         }
     }
 
     void addNode(std::string_view word) {
-        const NodeNumber node = sink_.addNodeOnce(word);
+        const auto node = sink_.addNewNode(word);
         const std::size_t at = versionOfModule(word);
-        if (at < word.size() && versioned_.insert(node).second) {
-            sink_.setName(node, word.substr(0, at));
-            sink_.setProperty(node, "version", word.substr(at + 1));
-            sink_.addIdCandidate(node, word.substr(0, at));
+        if (node && at < word.size()) {
+            sink_.setName(*node, word.substr(0, at));
+            sink_.setProperty(*node, "version", word.substr(at + 1));
+            sink_.addIdCandidate(*node, word.substr(0, at));
         }
     }
 
     NamedEdgeData data_{sink_};
-    std::set<NodeNumber> versioned_;
+    FirstRow firstRow_;
+    bool hasRows_ = false;
 };
 
 }  // namespace
@@ -205,6 +233,9 @@ bool looksLikeEdgeList(std::string_view firstBytes) {
     for (const std::string_view line : wholeLines(firstBytes)) {
         const auto words = wordsOf(line);
         if (!words.empty() && words.size() != 2 && !hasDictionary(words)) {
+            return false;
+        }
+        if (!hasDictionary(words) && !foreignWord(words).empty()) {
             return false;
         }
         if (!words.empty()) {

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,12 @@ namespace depcompare {
 namespace {
 
 constexpr std::size_t columns = 5;
+
+// Older versions write the path of a project without quotation marks.
+bool startsProject(std::string_view line) {
+    return line.starts_with("Root project") || line.starts_with("Project '") ||
+           line.starts_with("Project :");
+}
 
 bool takeEnd(std::string_view& text, std::string_view end) {
     if (!text.ends_with(end)) {
@@ -38,7 +45,9 @@ class GradleReader final : LineGraphReader {
         const auto [depth, text] = treeLine(line, columns);
         if (depth != 0) {
             addLine(depth, text);
-        } else if (line.starts_with("Root project") || line.starts_with("Project '")) {
+        } else if (line.starts_with("FAILURE: ")) {
+            lines_.fail(fmt::format("the build failed: {}", inQuotes(line)));
+        } else if (startsProject(line)) {
             startProject(line);
         } else if (!line.empty()) {
             // "compileClasspath - Compile classpath for source set 'main'."
@@ -48,11 +57,14 @@ class GradleReader final : LineGraphReader {
     }
 
     void startProject(std::string_view line) {
-        const std::size_t begin = line.find('\'');
-        const std::size_t end = begin == line.npos ? begin : line.find('\'', begin + 1);
-        const std::string name(end == line.npos ? "" : line.substr(begin + 1, end - begin - 1));
         // A dependency on a project is written with the project's path, the root's being ":".
         const bool isRoot = line.starts_with("Root");
+        line.remove_prefix(
+            std::min(line.size(), std::string_view(isRoot ? "Root project " : "Project ").size()));
+        const bool isQuoted = line.starts_with('\'');
+        line.remove_prefix(isQuoted ? 1 : 0);
+        const std::string name(
+            isRoot && !isQuoted ? "" : line.substr(0, line.find(isQuoted ? '\'' : ' ')));
         project_ = "project " + (isRoot ? ":" : name);
         const NodeNumber node = sink_.addNodeOnce(project_);
         if (!name.empty()) {
@@ -106,14 +118,15 @@ class GradleReader final : LineGraphReader {
                                   : name == module.npos           ? std::string_view()
                                                                   : module.substr(name + 1));
         std::string id = version.empty() ? bare : fmt::format("{}:{}", bare, version);
-        const NodeNumber node = sink_.addNodeOnce(id);
-        sink_.setName(node, bare);
-        sink_.addIdCandidate(node, bare);
-        if (!version.empty()) {
-            sink_.setProperty(node, "version", version);
+        if (const auto node = sink_.addNewNode(id)) {
+            sink_.setName(*node, bare);
+            sink_.addIdCandidate(*node, bare);
+            if (!version.empty()) {
+                sink_.setProperty(*node, "version", version);
+            }
         }
         if (failed) {
-            sink_.setType(node, "unresolved");
+            sink_.setType(sink_.addNodeOnce(id), "unresolved");
         }
         return id;
     }
@@ -128,7 +141,7 @@ class GradleReader final : LineGraphReader {
 bool looksLikeGradle(std::string_view firstBytes) {
     bool hasProject = false;
     for (const std::string_view line : wholeLines(firstBytes)) {
-        hasProject |= line.starts_with("Root project") || line.starts_with("Project '");
+        hasProject |= startsProject(line);
         if (hasProject && treeLine(line, columns).depth == 1) {
             return true;
         }

@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 
 #include "draft/graph_sink.h"
+#include "formats/edge_data.h"
 #include "formats/graphml/graphml_values.h"
 #include "formats/xml_parser.h"
 #include "input/input_error.h"
@@ -37,6 +38,9 @@ class GraphMLReader final : public XmlEvents {
 
     GraphDraft read() {
         xml_.parse(input_, *this);
+        if (hyperedges_ != 0) {
+            sink_.warn(ignoredHyperedges(hyperedges_));
+        }
         return sink_.finish();
     }
 
@@ -71,7 +75,8 @@ class GraphMLReader final : public XmlEvents {
     std::vector<Open> open_{Open{}};
     bool hasGraph_ = false;
     std::size_t passedOver_ = 0;  // how many ignored elements are open
-    std::string prefix_;          // with its colon
+    std::size_t hyperedges_ = 0;
+    std::string prefix_;  // with its colon
 };
 
 void GraphMLReader::start(std::string_view element, const XmlAttributes& attributes) {
@@ -155,6 +160,7 @@ bool GraphMLReader::startInGraph(std::string_view element, const XmlAttributes& 
     } else if (element == "data" && !open_.back().nested) {
         startData(GraphMLCarrier::graph, attributes);
     } else {
+        hyperedges_ += element == "hyperedge" ? 1 : 0;
         return false;
     }
     return true;

@@ -45,9 +45,10 @@ class JGFReader final : public JsonGraphReader {
                .known = {"$schema", "label", "type", "metadata"}});
         settleForeignMembers();
         if (hyperedges_ != 0) {
-            sink_.warn(fmt::format("ignored hyperedges: {}", hyperedges_));
+            sink_.warn(ignoredHyperedges(hyperedges_));
         }
         requireDirections();
+        data_.warnOfIgnored("metadata");
         return sink_.finish();
     }
 
@@ -107,8 +108,8 @@ class JGFReader final : public JsonGraphReader {
         }
         const std::string id = step.isElement ? memberText(value, "id") : step.key;
         const NodeNumber node = sink_.addNode(id);
-        if (value.is_object() && value.contains("label")) {
-            sink_.setName(node, memberText(value, "label"));
+        if (const json& label = memberOf(value, "label"); !label.is_null()) {
+            sink_.setName(node, textOf(label));
         }
         for (const auto& [key, property] : membersOf(value, "metadata", sink_).items()) {
             addProperty(node, key, property);
@@ -140,14 +141,13 @@ class JGFReader final : public JsonGraphReader {
             firstUndecided_.emplace(source, target);
         }
         const std::size_t edge = sink_.addEdge(source, target);
-        const json& metadata = membersOf(value, "metadata", sink_);
-        for (const auto& [key, column] : edgeData) {
-            if (metadata.contains(key)) {
-                sink_.set(edge, column, memberText(metadata, key));
+        for (const auto& [key, datum] : membersOf(value, "metadata", sink_).items()) {
+            if (!datum.is_null()) {
+                data_.set(edge, key, textOf(datum), key);
             }
         }
-        if (value.contains("relation")) {
-            sink_.set(edge, EdgeColumn::type, memberText(value, "relation"));
+        if (const json& relation = memberOf(value, "relation"); !relation.is_null()) {
+            sink_.set(edge, EdgeColumn::type, textOf(relation));
         }
     }
 
@@ -164,6 +164,7 @@ class JGFReader final : public JsonGraphReader {
     // The ends of the first edge that leaves its direction to the graph.
     std::optional<std::pair<std::string, std::string>> firstUndecided_;
     std::vector<std::string> foreignMembers_;  // of the graph
+    NamedEdgeData data_{sink_};
     bool hasMembers_ = false;
     bool edgesAreDirected_ = true;
     std::size_t hyperedges_ = 0;

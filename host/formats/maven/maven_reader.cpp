@@ -36,14 +36,15 @@ std::string addArtifact(const Artifact& artifact, GraphSink& sink) {
         kind += ":" + classifier;
     }
     std::string id = fmt::format("{}:{}", kind, version);
-    const NodeNumber node = sink.addNodeOnce(id);
-    sink.setName(node, bare);
-    sink.addIdCandidate(node, bare);
-    sink.addIdCandidate(node, kind);
-    sink.setProperty(node, "version", version);
-    sink.setProperty(node, "type", type);
-    if (!classifier.empty()) {
-        sink.setProperty(node, "classifier", classifier);
+    if (const auto node = sink.addNewNode(id)) {
+        sink.setName(*node, bare);
+        sink.addIdCandidate(*node, bare);
+        sink.addIdCandidate(*node, kind);
+        sink.setProperty(*node, "version", version);
+        sink.setProperty(*node, "type", type);
+        if (!classifier.empty()) {
+            sink.setProperty(*node, "classifier", classifier);
+        }
     }
     return id;
 }

@@ -28,6 +28,7 @@ class NodeLinkReader final : public JsonGraphReader {
         if (hasNodes_ && !hasNumberID_ && hasNumberEnd_) {
             bytes_.fail("edges name nodes by position; write them with the nodes' IDs");
         }
+        data_.warnOfIgnored("members of edges");
         return sink_.finish();
     }
 
@@ -81,14 +82,16 @@ class NodeLinkReader final : public JsonGraphReader {
             firstEdge_ = {textOf(source), textOf(target)};
         }
         const std::size_t edge = sink_.addEdge(textOf(source), textOf(target));
-        for (const auto& [key, column] : edgeData) {
-            if (const auto text = value.find(key); text != value.end()) {
-                sink_.set(edge, column, textOf(*text));
+        for (const auto& [key, datum] : value.items()) {
+            // The key of a multigraph only numbers the edges of a pair.
+            if (key != "source" && key != "target" && key != "key" && !datum.is_null()) {
+                data_.set(edge, key, textOf(datum), key);
             }
         }
     }
 
     std::optional<std::pair<std::string, std::string>> firstEdge_;  // its ends, for a message
+    NamedEdgeData data_{sink_};
     bool isDirected_ = true;
     bool hasNodes_ = false;
     bool hasNumberID_ = false;

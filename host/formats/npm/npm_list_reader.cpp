@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <fmt/format.h>
@@ -32,6 +34,11 @@ class NpmListReader final : public JsonGraphReader {
         for (const std::string& id : needed_) {
             sink_.addEdge(root, id);
         }
+        for (const auto& [id, needed] : bare_) {
+            if (withoutVersion_.contains(needed)) {
+                sink_.addEdge(id.empty() ? root : id, needed);
+            }
+        }
         return sink_.finish();
     }
 
@@ -40,24 +47,36 @@ class NpmListReader final : public JsonGraphReader {
             rootName_ = textOf(value);
         } else if (path.is({"version"})) {
             rootVersion_ = textOf(value);
-        } else if (const std::string id = addTree(path.last().key, value); !id.empty()) {
-            needed_.push_back(id);
+        } else if (isBare(value)) {
+            bare_.emplace_back("", path.last().key);
+        } else {
+            needed_.push_back(addTree(path.last().key, value));
         }
     }
 
   private:
+    // An optional package that is not installed; but a package without a version, as those of
+    // workspaces may be, is written like this, too, wherever it is not listed for the first time.
+    static bool isBare(const json& package) {
+        constexpr const char* ofInstalled[] = {"version", "resolved", "dependencies", "missing"};
+        return package.is_object() && std::ranges::none_of(ofInstalled, [&](const char* key) {
+                   return package.contains(key);
+               });
+    }
+
     std::string addPackage(const std::string& name, const std::string& version) {
         std::string id = version.empty() ? name : fmt::format("{}@{}", name, version);
-        const NodeNumber node = sink_.addNodeOnce(id);
-        sink_.setName(node, name);
-        if (!version.empty()) {
-            sink_.addIdCandidate(node, name);
-            sink_.setProperty(node, "version", version);
+        if (const auto node = sink_.addNewNode(id)) {
+            sink_.setName(*node, name);
+            if (!version.empty()) {
+                sink_.addIdCandidate(*node, name);
+                sink_.setProperty(*node, "version", version);
+            }
         }
         return id;
     }
 
-    /// Returns: the ID of the package; none for an optional one that is not installed.
+    /// Returns: the ID of the package.
     std::string addTree(const std::string& name, const json& package) {
         if (!package.is_object()) {
             bytes_.fail(
@@ -65,19 +84,21 @@ class NpmListReader final : public JsonGraphReader {
         }
         const bool isMissing = isTrue(package, "missing");
         const std::string version = memberText(package, "version");
-        if (version.empty() && !isMissing) {
-            return "";
-        }
         std::string id = addPackage(name, isMissing ? "" : version);
         if (isMissing) {
             sink_.setType(sink_.addNodeOnce(id), "missing");
-        } else if (const json& resolved = memberOf(package, "resolved"); resolved.is_string()) {
+        } else if (version.empty()) {
+            withoutVersion_.insert(name);
+        }
+        if (const json& resolved = memberOf(package, "resolved"); resolved.is_string()) {
             sink_.setProperty(sink_.addNodeOnce(id), "resolved", textOf(resolved));
         }
         for (const auto& [innerName, dependency] :
              membersOf(package, "dependencies", sink_).items()) {
-            if (const std::string end = addTree(innerName, dependency); !end.empty()) {
-                sink_.addEdge(id, end);
+            if (isBare(dependency)) {
+                bare_.emplace_back(id, innerName);
+            } else {
+                sink_.addEdge(id, addTree(innerName, dependency));
             }
         }
         return id;
@@ -86,6 +107,8 @@ class NpmListReader final : public JsonGraphReader {
     std::string rootName_;
     std::string rootVersion_;
     std::vector<std::string> needed_;  // by the root
+    std::set<std::string> withoutVersion_;
+    std::vector<std::pair<std::string, std::string>> bare_;  // who needs them (empty: the root)
 };
 
 }  // namespace
@@ -95,7 +118,8 @@ bool looksLikeNpmList(const JsonShape& shape) {
         return false;
     }
     if (shape.has({"dependencies"}, JsonKind::object)) {
-        return shape.has({"dependencies", "*", "version"}) || shape.has({"problems"});
+        return shape.has({"dependencies", "*", "version"}) || shape.has({"problems"}) ||
+               shape.has({"dependencies", "*", "overridden"});
     }
     // A project that needs nothing has a name and a version, and nothing else.
     const auto isOfProject = [](const JsonShape::Value& value) {

@@ -30,7 +30,16 @@ class PipdeptreeReader final : public JsonGraphReader {
         if (key.empty()) {
             bytes_.fail("package without \"key\"");
         }
-        const NodeNumber node = sink_.addNodeOnce(key);
+        if (const auto node = sink_.addNewNode(key)) {
+            describe(*node, package);
+        }
+        for (const json& dependency : dependencies) {
+            addTree(dependency, elementsOf(dependency, "dependencies", sink_));
+            sink_.addEdge(key, memberText(dependency, "key"));
+        }
+    }
+
+    void describe(NodeNumber node, const json& package) {
         if (const std::string name = memberText(package, "package_name"); !name.empty()) {
             sink_.setName(node, name);
         }
@@ -38,10 +47,6 @@ class PipdeptreeReader final : public JsonGraphReader {
             sink_.setType(node, "missing");
         } else if (version.is_string()) {
             sink_.setProperty(node, "version", textOf(version));
-        }
-        for (const json& dependency : dependencies) {
-            addTree(dependency, elementsOf(dependency, "dependencies", sink_));
-            sink_.addEdge(key, memberText(dependency, "key"));
         }
     }
 };

@@ -2,6 +2,7 @@
 #include <map>
 #include <set>
 #include <utility>
+#include <vector>
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -38,7 +39,9 @@ Direction directionOf(std::string type) {
             return {.type = std::string(opposite), .isTurned = true};
         }
     }
-    if (type.ends_with("_DEPENDENCY_OF") || type.ends_with("_TOOL_OF")) {
+    constexpr std::string_view parts[] = {"_DEPENDENCY_OF", "_TOOL_OF", "DATA_FILE_OF",
+                                          "OPTIONAL_COMPONENT_OF", "PACKAGE_OF"};
+    if (std::ranges::any_of(parts, [&](std::string_view end) { return type.ends_with(end); })) {
         type.resize(type.size() - std::string_view("_OF").size());
         return {.type = std::move(type), .isTurned = true};
     }
@@ -48,18 +51,20 @@ Direction directionOf(std::string type) {
 class SpdxReader final : public JsonGraphReader {
   public:
     explicit SpdxReader(Input& input) : JsonGraphReader(input) {
+        sink_.foldEqualEdges();  // some relationships have a shorter form beside the long one
         for (const char* key : {"documentNamespace", "created", "tools"}) {
             sink_.declareBuildProperty(key);
         }
     }
 
     GraphDraft read() {
-        JsonFormat format{
-            .records = {},
-            .required = {"spdxVersion", "sbom"},
-            .excludesOthers = true,
-            .known = {"annotations", "comment", "documentDescribes", "externalDocumentRefs",
-                      "hasExtractedLicensingInfos", "revieweds", "snippets"}};
+        JsonFormat format{.records = {},
+                          .required = {"spdxVersion", "sbom"},
+                          .excludesOthers = true,
+                          .known = {"annotations", "comment", "externalDocumentRefs",
+                                    "hasExtractedLicensingInfos", "revieweds", "snippets"}};
+        format.records.push_back(valuesAt({"documentDescribes", "*"}));
+        format.records.push_back(valuesAt({"sbom", "documentDescribes", "*"}));
         for (const char* member : {"spdxVersion", "SPDXID", "name", "dataLicense",
                                    "documentNamespace", "creationInfo"}) {
             format.records.push_back(valuesAt({member}));
@@ -77,6 +82,9 @@ class SpdxReader final : public JsonGraphReader {
             bytes_.fail(
                 fmt::format("{} is not SPDX 2; only SPDX 2 in JSON is read", inQuotes(version_)));
         }
+        for (const std::string& described : described_) {
+            addEdge(document_, described, "DESCRIBES");
+        }
         return sink_.finish();
     }
 
@@ -86,8 +94,11 @@ class SpdxReader final : public JsonGraphReader {
             addElement(value, member == "packages" ? "name" : "fileName");
         } else if (member == "relationships") {
             addRelationship(value);
+        } else if (member == "documentDescribes") {
+            described_.push_back(textOf(value));
         } else if (member == "SPDXID") {
-            sink_.setType(sink_.addNode(textOf(value)), "document");
+            document_ = textOf(value);
+            sink_.setType(sink_.addNode(document_), "document");
         } else if (member == "creationInfo") {
             addCreation(value);
         } else {
@@ -136,10 +147,13 @@ class SpdxReader final : public JsonGraphReader {
             sink_.addIdCandidate(node, fmt::format("{}@{}", name, version));
         }
         addNamed(node, elementsOf(element, "checksums", sink_), "algorithm", "checksumValue");
+        for (const json& file : elementsOf(element, "hasFiles", sink_)) {
+            addEdge(id, textOf(file), "CONTAINS");
+        }
         for (const auto& [key, value] : element.items()) {
             const std::string text = textOf(value);
             if (key != nameKey && !saysNothing(text) &&
-                !isOneOf(key, {"SPDXID", "externalRefs", "checksums", "annotations"})) {
+                !isOneOf(key, {"SPDXID", "externalRefs", "checksums", "annotations", "hasFiles"})) {
                 sink_.setProperty(node, key == "versionInfo" ? "version" : key, text);
             }
         }
@@ -183,10 +197,17 @@ class SpdxReader final : public JsonGraphReader {
         if (isTurned) {
             std::swap(upstream, downstream);
         }
+        addEdge(upstream, downstream, type);
+    }
+
+    void addEdge(const std::string& upstream, const std::string& downstream,
+                 const std::string& type) {
         sink_.set(sink_.addEdge(upstream, downstream), EdgeColumn::type, type);
     }
 
     std::string version_;
+    std::string document_ = "SPDXRef-DOCUMENT";
+    std::vector<std::string> described_;
 };
 
 }  // namespace

@@ -69,6 +69,7 @@ class MarkdownReport {
         for (const std::string& line : hiddenLines(report_.ledger.visibility)) {
             output_.print("{}.\n\n", line);
         }
+        writeLeftOut();
         writeMissing();
     }
 
@@ -219,6 +220,15 @@ class MarkdownReport {
         }
         missingFiles_ += text.missingFiles;
         missingGroups_ += text.missingGroups;
+    }
+
+    void writeLeftOut() {
+        for (std::size_t side = 0; side < report_.inputs.size(); ++side) {
+            const std::string line = leftOutLine(report_.ledger.sides[side], LeftOutParts::all);
+            if (!line.empty()) {
+                output_.print("{}: {}.\n\n", side == 0 ? "Left" : "Right", line);
+            }
+        }
     }
 
     void writeMissing() {

@@ -164,7 +164,7 @@ class Ending {
             writeBroken(nodes, 0);
             writeBroken(dependencies, indent);
         }
-        if (const std::string leftOut = leftOutLine(side); !leftOut.empty()) {
+        if (const std::string leftOut = leftOutLine(side, LeftOutParts::others); !leftOut.empty()) {
             writeBroken(leftOut, indent);
         }
         for (const std::string& warning : side.warnings) {
