@@ -62,6 +62,12 @@ TEST(Readers, whatIsNotReadIsNamedWithAWayOut) {
         {"*Vertices 2\n1 \"a\"\n2 \"b\"\n", "a network of Pajek"},
         {"graph TD\n  A-->B\n", "Mermaid"},
         {"@startuml\na --> b\n", "PlantUML"},
+        {"n@1.0 /x\n\u251C\u2500\u2500 a@1\n\u2514\u2500\u2500 b@2\n",
+         "a tree that is drawn as text"},
+        {"Package Version\n------- -------\na       1.0\nb       2.0.1\n",
+         "a list of packages with their versions"},
+        {R"({"SchemaVersion": 2, "Results": []})", "what syft or trivy write for themselves"},
+        {R"({"elements": {"nodes": []}})", "what Cytoscape writes"},
         {"SPDXVersion: SPDX-2.3\n", "SPDX in its tag-value form"},
         {"<?xml version='1.0'?><rdf:RDF>", "SPDX as RDF"},
         {"SPDXID: x\nspdxVersion: SPDX-2.3\n", "SPDX as YAML"},
@@ -152,12 +158,25 @@ TEST(Readers, oddInputsAreWarnedOf) {
         {"digraph { a [label=A] a -> c a -> b }",
          {"2 nodes have edges, but no attributes (first: \"b\")"}},
         {"digraph { a -> b }", {}},
+        {graphML("<node id='a'/><hyperedge/>"), {"ignored hyperedges: 1"}},
         {"a b {'weight': 1.5, 'w': [\"]\"]}\n",
          {"dependencies have no properties; ignored data: \"w\", \"weight\""}},
+        {"from to\na b\nb c\n", {}},
+        {"caller callee\na b\nb c\n",
+         {"the first row, \"caller\" and \"callee\", is read as data; a header names \"source\" "
+          "and "
+          "\"target\""}},
+        {"from,to\na, b\nb,c\n", {"IDs with blanks around them, which count: 1 (first: \" b\")"}},
+        {R"({"nodes": [{"id": "a"}], "edges": [{"source": "a", "target": "a", "key": 0, "w": 1}]})",
+         {"dependencies have no properties; ignored members of edges: \"w\""}},
     };
     for (const auto& [file, expected] : cases) {
         EXPECT_EQ(test::load(file).warnings, expected);
     }
+    Input weights = Input::fromText("in", "a b 2e-3\nb c x\n");
+    EXPECT_EQ(
+        readGraph(weights, "list").warnings,
+        std::vector<std::string>{"dependencies have no properties; ignored data: \"weight\""});
 }
 
 }  // namespace
