@@ -10,17 +10,22 @@ std::vector<Number> findPath(const LinkGraph& graph, Side side, Number from, Num
     return BreadthFirst(graph, side).pathToFirst(from, [&](Number node) { return node == to; });
 }
 
-std::vector<Number> findNodes(const LinkGraph& graph, std::u16string_view text) {
+std::vector<Number> findNodes(const LinkGraph& graph, std::u16string_view text,
+                              std::u16string_view separator) {
     if (const auto exact = graph.find(text)) {
         return {*exact};
     }
-    std::vector<Number> nodes;
+    std::vector<Number> components;
+    std::vector<Number> parts;
     for (Number node = 0; node < graph.nodeCount(); ++node) {
-        if (graph.id(node).ends_with(text)) {
-            nodes.push_back(node);
+        const auto id = graph.id(node);
+        if (id.ends_with(text)) {
+            const bool begins = text.starts_with(separator) ||
+                                id.substr(0, id.size() - text.size()).ends_with(separator);
+            (begins ? components : parts).push_back(node);
         }
     }
-    return nodes;
+    return components.empty() ? parts : components;
 }
 
 }  // namespace dependency::insight

@@ -56,9 +56,12 @@ TEST(Insight, pathsAreShortestAndSmallest) {
 }
 
 TEST(Insight, nodesAreFoundByIdOrByEnding) {
-    const LinkGraph graph = linkGraph("x/a -> y/a\na", "b");
+    const LinkGraph graph = linkGraph("x/a -> y/a\na", "b\nx/pa.h\nx/hpa.h");
     EXPECT_EQ(findNodes(graph, u"a"), std::vector<Number>{0});
-    EXPECT_EQ(findNodes(graph, u"/a"), (std::vector<Number>{2, 3}));
+    EXPECT_EQ(findNodes(graph, u"/a"), (std::vector<Number>{2, 5}));
+    EXPECT_EQ(findNodes(graph, u"pa.h"), std::vector<Number>{4});
+    EXPECT_EQ(findNodes(graph, u"a.h"), (std::vector<Number>{3, 4}));
+    EXPECT_EQ(findNodes(graph, u"pa.h", u"x"), (std::vector<Number>{3, 4}));
     EXPECT_EQ(findNodes(graph, u"c"), std::vector<Number>());
 }
 

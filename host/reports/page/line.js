@@ -1,6 +1,6 @@
 // A line of the tree.
 import { Comparison } from "./data.js";
-import { signOf, tallyOf } from "./edits.js";
+import { edits, signOf, tallyOf } from "./edits.js";
 import { clipped, element, graphText, pathText, plainNumber, visibleText } from "./text.js";
 import { View } from "./view.js";
 
@@ -31,6 +31,11 @@ function labelOf(data, view, entry) {
   const oldID = group ? undefined : data.oldIDs.get(id);
   if (oldID !== undefined) {
     parts.push(element("span", { class: "other-name" }, "\u2190 ", pathText(oldID)));
+  }
+  for (const values of data.tellingValues.get(entry) ?? []) {
+    const [before, after] = values.map((value) => value === null ? null : graphText(clipped(value, 60)));
+    parts.push(element("span", { class: "other-name telling" },
+                       ...(before && after ? [before, " \u2192 ", after] : [`${edits[before ? 1 : 0].sign} `, before ?? after])));
   }
   if (name !== "" && !id.endsWith(name)) {
     parts.push(element("span", { class: "other-name" }, graphText(clipped(name, 60))));

@@ -88,6 +88,11 @@ function headline(data, insights, guide) {
   if (files.changed > 0) {
     made.append(" ", guide.toEdit(2, counted(files.changed, "file"), true), ` ${files.changed === 1 ? "has" : "have"} other properties.`);
   }
+  const versions = Object.entries(data.head.versions ?? {}).filter(([, count]) => count > 0)
+      .map(([name, count]) => `${plainNumber(count)} ${name}`);
+  if (versions.length > 0) {
+    made.append(` Versions: ${versions.join(", ")}.`);
+  }
   return made;
 }
 

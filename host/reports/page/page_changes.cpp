@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include "presentation/at_large.h"
 #include "presentation/entry_label.h"
 #include "presentation/entry_table.h"
 #include "presentation/ledger_text.h"
@@ -174,6 +175,48 @@ void writeCountsTable(const Summary& summary, Output& output) {
     output.write("</tbody></table>\n");
 }
 
+void writeStatement(const Statement& statement, Output& output) {
+    output.write("<dd>");
+    if (statement.edit) {
+        writeSign(*statement.edit, output);
+    }
+    for (const Phrase& phrase : statement.phrases) {
+        switch (phrase.kind) {
+            case Phrase::Kind::words:
+                output.write(htmlText(phrase.text));
+                break;
+            case Phrase::Kind::name:
+                output.print("<bdi>{}</bdi>", htmlText(phrase.text));
+                break;
+            case Phrase::Kind::leadsTo:
+                output.write(" \u2192 ");
+                break;
+        }
+    }
+    output.write("</dd>\n");
+}
+
+/// Writes what scripts show in the overview.
+void writeOverview(const Report& report, Output& output) {
+    output.print("<div class=\"at-large\">\n<h2>Overview</h2>\n<p>{}</p>\n", verdictOf(report));
+    if (const auto topics = atLarge(report); !topics.empty()) {
+        output.write("<dl>\n");
+        for (const Topic& topic : topics) {
+            if (!topic.title.empty()) {
+                output.print("<dt>{}</dt>\n", topic.title);
+            }
+            for (const Statement& statement : topic.statements) {
+                writeStatement(statement, output);
+            }
+            if (topic.more != 0) {
+                output.print("<dd>{} more, which the page shows with scripts</dd>\n", topic.more);
+            }
+        }
+        output.write("</dl>\n");
+    }
+    output.write("</div>\n");
+}
+
 void writeWarnings(const Report& report, Output& output) {
     for (std::size_t side = 0; side < report.inputs.size(); ++side) {
         for (const std::string& warning : report.ledger.sides[side].warnings) {
@@ -192,12 +235,11 @@ void writePageChanges(const Report& report, Output& output) {
     for (const std::string& line : hiddenLines(report.ledger.visibility)) {
         output.print("<p>{}.</p>\n", line);
     }
-    output.write("<h2>Changes</h2>\n");
-    if (const std::string_view verdict = report.verdict(); !verdict.empty()) {
-        output.print("<p>{}</p>\n", verdict);
-        return;
+    writeOverview(report, output);
+    if (report.verdict().empty()) {
+        output.write("<h2>Changes</h2>\n");
+        Changes(report, output).write();
     }
-    Changes(report, output).write();
 }
 
 }  // namespace depcompare

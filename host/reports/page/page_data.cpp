@@ -198,6 +198,36 @@ void writeChoice(const PresentedTree& tree, JsonWriter& json) {
     json.endObject();
 }
 
+/// Writes per entry with telling edits its place, and of each edit both values.
+void writeTellingValues(const PresentedTree& tree, JsonWriter& json) {
+    const auto writeSide = [&](const auto& property) {
+        if (property) {
+            json.text(property->value);
+        } else {
+            json.null();
+        }
+    };
+    json.beginArray();
+    for (std::size_t place = 0; place < tree.entries().size(); ++place) {
+        const auto edits = tree.tellingEdits(tree.entries()[place].match);
+        if (edits.empty()) {
+            continue;
+        }
+        json.beginArray();
+        json.number(place);
+        json.beginArray();
+        for (const auto& edit : edits) {
+            json.beginArray();
+            writeSide(edit[Side::left]);
+            writeSide(edit[Side::right]);
+            json.endArray();
+        }
+        json.endArray();
+        json.endArray();
+    }
+    json.endArray();
+}
+
 void writeHead(const Report& report, const SwitchedTrees& trees, const EntryColumns& entries,
                const std::vector<std::size_t>& blocks, JsonWriter& json) {
     json.beginObject();
@@ -237,6 +267,8 @@ void writeHead(const Report& report, const SwitchedTrees& trees, const EntryColu
         json.endArray();
     }
     json.endArray();
+    json.key("tellingValues");
+    writeTellingValues(trees.unfiltered(), json);
     json.endObject();
 }
 

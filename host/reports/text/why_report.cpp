@@ -31,9 +31,9 @@ std::string lineOf(std::u16string_view text) {
     return fl::i18n::ustring_to_utf8(withoutCommand(visible(text)));
 }
 
-Number findEnd(const LinkGraph& graph, const std::string& text) {
+Number findEnd(const LinkGraph& graph, const std::string& text, std::u16string_view separator) {
     constexpr std::size_t mostListed = 10;
-    const auto found = insight::findNodes(graph, fl::i18n::utf8_to_ustring(text));
+    const auto found = insight::findNodes(graph, fl::i18n::utf8_to_ustring(text), separator);
     if (found.size() == 1) {
         return found.front();
     }
@@ -86,8 +86,9 @@ void writePath(const LinkGraph& graph, Side side, std::span<const Number> path,
 Why findWhy(const LoadedPair& inputs, const InsightOptions& options,
             const std::array<std::string, 2>& ends) {
     Why why{.graph = linkGraph(inputs, options), .paths = {}};
-    const Number from = findEnd(why.graph, ends[0]);
-    const Number to = findEnd(why.graph, ends[1]);
+    const std::u16string_view separator = options.areas.separator;
+    const Number from = findEnd(why.graph, ends[0], separator);
+    const Number to = findEnd(why.graph, ends[1], separator);
     for (const Side side : insight::sides) {
         auto& path = why.paths[side];
         path = insight::findPath(why.graph, side, from, to);

@@ -16,10 +16,11 @@ namespace dependency::insight {
                                                                      Number to);
 
 /// Returns: the node of either side whose displayed ID is `text`, or else all whose displayed ID
-///          ends in it.
+///          ends in it: those in which a component begins there, or else all others.
 /// Order:   ascending.
+/// Requires: a separator that is not empty.
 /// Complexity: linear in nodes.
-[[nodiscard]] DEPENDENCY_INSIGHT_EXPORT std::vector<Number> findNodes(const LinkGraph& graph,
-                                                                      std::u16string_view text);
+[[nodiscard]] DEPENDENCY_INSIGHT_EXPORT std::vector<Number> findNodes(
+    const LinkGraph& graph, std::u16string_view text, std::u16string_view separator = u"/");
 
 }  // namespace dependency::insight
