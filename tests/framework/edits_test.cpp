@@ -15,9 +15,16 @@ TEST(StatefulEdit, offersTheLeftSideElseTheRightOne) {
 }
 
 TEST(SideDeathTest, thirdSideEndsTheProcessAndNamesThePlaceOfTheCall) {
-    const std::string here = "edits_test\\.cpp:" + std::to_string(__LINE__ + 1) + ": ";
-    EXPECT_DEATH((void)indexOf(static_cast<Side>(2)),
-                 here + ".*indexOf.*: Cannot apply a three way side to `Product`\\.\n$");
+    constexpr auto third = static_cast<Side>(2);
+    const Edit edit;
+    const BySide<int> values{};
+    const auto dies = [](const auto& use, int line) {
+        EXPECT_DEATH(use(), "edits_test\\.cpp:" + std::to_string(line) +
+                                ": .*indexOf.*: Cannot apply a three way side to `Product`\\.\n$");
+    };
+    dies([&] { (void)indexOf(third); }, __LINE__);
+    dies([&] { (void)edit[third]; }, __LINE__);
+    dies([&] { (void)values[third]; }, __LINE__);
 }
 
 }  // namespace

@@ -95,13 +95,6 @@ MessageNotFound::MessageNotFound(const MessageID& id, const Locale& locale)
       id_(std::make_shared<const MessageID>(id)) {}
 
 ustring MessageCatalog::get_message(const MessageID& id, const Locale& locale) {
-    if (std::optional<ustring> message = find_message(id, locale)) {
-        return *std::move(message);
-    }
-    throw MessageNotFound(id, locale);
-}
-
-std::optional<ustring> MessageCatalog::find_message(const MessageID& id, const Locale& locale) {
     const std::string& english = Locale().name();
     Store& store = Store::instance();
     const std::shared_lock lock(store.mutex);
@@ -112,7 +105,10 @@ std::optional<ustring> MessageCatalog::find_message(const MessageID& id, const L
     if (message == nullptr && locale.language() != english) {
         message = store.find(english, id);
     }
-    return message == nullptr ? std::nullopt : std::optional<ustring>(*message);
+    if (message == nullptr) {
+        throw MessageNotFound(id, locale);
+    }
+    return *message;
 }
 
 void MessageCatalog::add(std::string_view localeName, std::string_view utf8Json) {

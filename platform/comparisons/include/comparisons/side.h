@@ -23,14 +23,24 @@ namespace detail {
                                                             const char* signature) noexcept;
 }
 
+/// A side, and the place of the code that passes it.
+struct PassedSide {
+    constexpr PassedSide(Side passed,
+                         const boost::source_location& from = {__builtin_FILE(), __builtin_LINE(),
+                                                               __builtin_FUNCTION()}) noexcept
+        : side(passed), caller(from) {}
+
+    Side side;
+    boost::source_location caller;
+};
+
 /// Returns: 0 for left, 1 for right. Any other side is a broken invariant and ends the process with
 ///          a line that names the place of the call.
-[[nodiscard]] constexpr std::size_t indexOf(Side side, const boost::source_location& caller = {
-                                                           __builtin_FILE(), __builtin_LINE(),
-                                                           __builtin_FUNCTION()}) noexcept {
-    const auto index = static_cast<std::size_t>(side);
+[[nodiscard]] constexpr std::size_t indexOf(const PassedSide& passed) noexcept {
+    const auto index = static_cast<std::size_t>(passed.side);
     if (index >= sides.size()) [[unlikely]] {
-        detail::terminateOnInvalidSide(caller, static_cast<const char*>(__PRETTY_FUNCTION__));
+        detail::terminateOnInvalidSide(passed.caller,
+                                       static_cast<const char*>(__PRETTY_FUNCTION__));
     }
     return index;
 }
@@ -38,10 +48,10 @@ namespace detail {
 /// A value per side. Loops over it run left first.
 template <class T>
 struct BySide : std::array<T, sides.size()> {
-    [[nodiscard]] constexpr const T& operator[](Side side) const noexcept {
+    [[nodiscard]] constexpr const T& operator[](const PassedSide& side) const noexcept {
         return std::array<T, sides.size()>::operator[](indexOf(side));
     }
-    [[nodiscard]] constexpr T& operator[](Side side) noexcept {
+    [[nodiscard]] constexpr T& operator[](const PassedSide& side) noexcept {
         return std::array<T, sides.size()>::operator[](indexOf(side));
     }
 };

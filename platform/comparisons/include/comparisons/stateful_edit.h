@@ -25,8 +25,10 @@ class StatefulEdit {
     StatefulEdit(Value left, Value right, bool changed)
         : values_{std::move(left), std::move(right)}, changed_(changed) {}
 
-    [[nodiscard]] const Value& operator[](Side side) const noexcept { return values_[side]; }
-    [[nodiscard]] Value& operator[](Side side) noexcept { return values_[side]; }
+    [[nodiscard]] const Value& operator[](const PassedSide& side) const noexcept {
+        return values_[side];
+    }
+    [[nodiscard]] Value& operator[](const PassedSide& side) noexcept { return values_[side]; }
 
     [[nodiscard]] bool isChanged() const noexcept { return changed_; }
     void setChanged(bool changed) noexcept { changed_ = changed; }

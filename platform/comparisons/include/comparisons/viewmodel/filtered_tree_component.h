@@ -19,7 +19,7 @@ namespace comparisons::viewmodel::tree {
 /// The entries of one comparison tree with their visibility. `TreeFilter` is a stateless callable
 /// that lowers the flags of the entries by one filter.
 ///
-/// A hidden entry says nothing of its parent or its children.
+/// That an entry is hidden says nothing about its parent or its children.
 template <class Edit, class Filters, class TreeFilter>
 class FilteredTreeComponent {
   public:
@@ -33,7 +33,7 @@ class FilteredTreeComponent {
 
     FilteredTreeComponent() = default;
 
-    /// Lists `comparison`: every entry once, the root first, children behind their parent in
+    /// Lists `comparison`: every entry once, the root first, children after their parent in
     /// display order, each followed by its own. An entry with two parents is listed under that of
     /// the right side.
     ///
@@ -58,10 +58,10 @@ class FilteredTreeComponent {
     [[nodiscard]] std::vector<Entry>& entries() noexcept { return entries_; }
     [[nodiscard]] const std::vector<Entry>& entries() const noexcept { return entries_; }
 
-    /// Returns: null where the entry has none.
+    /// Returns: null if the entry has none.
     [[nodiscard]] const Edit* edit(Match match) const { return edits_.at(match->getIndex()); }
 
-    /// Returns: the metrics of the entry's detail comparison, empty where they are not known.
+    /// Returns: the metrics of the entry's detail comparison, empty if they are not known.
     [[nodiscard]] virtual std::optional<DiffMetrics<2>> metrics(Match match) const {
         const auto found = metrics_.find(match);
         return found == metrics_.end() ? std::nullopt : std::optional(found->second);

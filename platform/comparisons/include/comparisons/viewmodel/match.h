@@ -1,5 +1,5 @@
 #pragma once
-// What a viewer knows of one entry of a comparison tree.
+// What a viewer knows about one entry of a comparison tree.
 #include <array>
 #include <bitset>
 #include <cstddef>
@@ -13,7 +13,7 @@ using EditType = ::comparisons::EditType;
 
 namespace comparisons::viewmodel::tree {
 
-/// Stands for one entry of a filtered tree; two are equal when they stand for the same one.
+/// Identifies one entry of a filtered tree; two are equal if they identify the same one.
 ///
 /// Lifetime: that of the tree.
 class Match {
@@ -34,9 +34,9 @@ class Match {
         /// Returns: the entry's place in the list of the tree.
         [[nodiscard]] std::size_t getIndex() const noexcept { return index_; }
         [[nodiscard]] const EditTypes& getEditTypes() const noexcept { return editTypes_; }
-        /// Returns: set where the sides have the entry under different parents.
+        /// Returns: set if the sides have the entry under different parents.
         [[nodiscard]] Bits getIsHierMove() const noexcept { return hierarchyMove_; }
-        /// Returns: set where the sides order the entry differently among its siblings.
+        /// Returns: set if the sides order the entry differently among its siblings.
         [[nodiscard]] Bits getIsOrderMove() const noexcept { return orderMove_; }
 
       private:

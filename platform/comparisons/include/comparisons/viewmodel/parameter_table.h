@@ -85,7 +85,7 @@ class COMPARISONS_EXPORT OptionalParameterImpl final : public ElementImpl {
     using ElementImpl::ElementImpl;
     ~OptionalParameterImpl() override;
 
-    /// Returns: null where the side is absent.
+    /// Returns: null if the side is absent.
     [[nodiscard]] const Parameter& getParameter() const noexcept { return parameter_.get(); }
     void setParameter(Parameter parameter) { parameter_.set(std::move(parameter)); }
 
@@ -119,7 +119,7 @@ class COMPARISONS_EXPORT EntryImpl final : public ElementImpl {
         return editTypes_;
     }
     [[nodiscard]] PrimitiveSequence<EditType>& getEditTypesMutable() noexcept { return editTypes_; }
-    /// Returns: null where the row has no nested comparison.
+    /// Returns: null if the row has no nested comparison.
     [[nodiscard]] const utils::tessel::Metrics& getSubmetrics() const noexcept {
         return submetrics_.get();
     }

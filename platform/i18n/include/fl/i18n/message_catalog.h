@@ -1,7 +1,6 @@
 #pragma once
 // The localized texts of the process, by message ID and locale.
 #include <memory>
-#include <optional>
 #include <stdexcept>
 #include <string_view>
 
@@ -36,10 +35,6 @@ class FL_I18N_EXPORT MessageCatalog {
     ///
     /// Throws: MessageNotFound.
     [[nodiscard]] static ustring get_message(const MessageID& id, const Locale& locale);
-
-    /// As `get_message`, but empty if there is no message.
-    [[nodiscard]] static std::optional<ustring> find_message(const MessageID& id,
-                                                             const Locale& locale);
 
     /// Registers {"catalog": {"key": "text", ...}, ...}; a text replaces the one with its ID.
     ///
