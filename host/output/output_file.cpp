@@ -5,8 +5,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <array>
 #include <cerrno>
 #include <charconv>
 #include <csignal>
@@ -14,7 +12,6 @@
 #include <filesystem>
 #include <memory>
 #include <system_error>
-#include <vector>
 
 #include <fmt/format.h>
 
