@@ -7,9 +7,11 @@ namespace dependency::comparisons {
 
 namespace {
 
-std::u16string nameOf(const graph::Component& component, const graph::Node& node) {
+// The component's name, or else that of the node, which is asked for only then.
+template <class Node>
+std::u16string nameOf(const graph::Component& component, const Node& node) {
     std::u16string name = component.getName();
-    return name.empty() ? node.getName() : name;
+    return name.empty() ? node()->getName() : name;
 }
 
 }  // namespace
@@ -21,8 +23,10 @@ std::u16string label(std::string_view key) {
 
 MakeViewModelParam::Param MakeViewModelParam::operator()(
     const std::shared_ptr<graph::Dependency>& dependency) const {
-    return {nameOf(*dependency->getUpstreamComponent(), *dependency->getUpstreamNode()),
-            nameOf(*dependency->getDownstreamComponent(), *dependency->getDownstreamNode())};
+    return {
+        nameOf(*dependency->getUpstreamComponent(), [&] { return dependency->getUpstreamNode(); }),
+        nameOf(*dependency->getDownstreamComponent(),
+               [&] { return dependency->getDownstreamNode(); })};
 }
 
 }  // namespace dependency::comparisons

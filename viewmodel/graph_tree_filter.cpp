@@ -10,9 +10,13 @@ using ::comparisons::EditType;
 using ::comparisons::UnchangedFilter;
 using ::comparisons::viewmodel::tree::Match;
 
-bool keeps(const FilteredGraphTree& tree, Match match, const UnchangedFilter& /*filter*/) {
-    if (std::ranges::any_of(match->getEditTypes(),
-                            [](EditType type) { return type != EditType::unchanged; })) {
+using Entry = FilteredGraphTree::Entry;
+
+bool keeps(const FilteredGraphTree& tree, const Entry& entry, const UnchangedFilter& /*filter*/) {
+    const Match match = entry.match;
+    if (entry.visible == 0 || std::ranges::any_of(match->getEditTypes(), [](EditType type) {
+            return type != EditType::unchanged;
+        })) {
         return true;
     }
     const auto metrics = tree.metrics(match);
@@ -20,13 +24,15 @@ bool keeps(const FilteredGraphTree& tree, Match match, const UnchangedFilter& /*
            match->getIsOrderMove().any();
 }
 
-bool keeps(const FilteredGraphTree& tree, Match match, const NonstructuralFilter& /*filter*/) {
-    const ItemEdit* edit = tree.edit(match);
+// Looks at hidden entries as well: which edits it refuses does not depend on the filters before it.
+bool keeps(const FilteredGraphTree& tree, const Entry& entry,
+           const NonstructuralFilter& /*filter*/) {
+    const ItemEdit* edit = tree.edit(entry.match);
     if (edit == nullptr) {
         return true;
     }
     if (std::holds_alternative<ParallelDependencies>(anySide(*edit))) {
-        const auto metrics = tree.metrics(match);
+        const auto metrics = tree.metrics(entry.match);
         return !metrics || metrics->areStructural();
     }
     return !hasBothSides(*edit);
@@ -38,7 +44,7 @@ void GraphTreeFilter::operator()(FilteredGraphTree& tree, const Filters& filter)
     std::visit(
         [&](const auto& active) {
             for (auto& entry : tree.entries()) {
-                if (entry.visible != 0 && !keeps(tree, entry.match, active)) {
+                if (!keeps(tree, entry, active)) {
                     entry.visible = 0;
                 }
             }

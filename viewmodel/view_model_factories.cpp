@@ -40,12 +40,8 @@ constexpr std::u16string_view blankLine = u"\n\n";
 std::u16string upstreamHeading(const DependencyComparison& comparison) {
     const std::u16string role = label("ImpactedComponent");
     const auto& first = anySide(comparison.edits().at(0));
-    std::u16string heading = label("DependencyType");
-    heading += u": ";
-    heading += first->getType()->getName();
-    heading += blankLine;
-    heading += role;
-    return heading;
+    const std::u16string type = first->getType()->getName();
+    return label("DependencyType").append(u": ").append(type).append(blankLine).append(role);
 }
 
 std::u16string downstreamHeading() {

@@ -31,12 +31,14 @@ TEST_F(PropertySubcomparatorTest, namesComeFromTheCatalogsOfTheGlobalLocale) {
     MessageCatalog::add("en", R"({
         "ORBITA:dependency:analysis": {"license": "First", "size": "Size"},
         "VeltrinoDependencyAnalysis:Analyze": {"license": "Second", "tool": "Tool"},
-        "ORBITA:dependency:comparisons": {"license": "Third", "origin": "Origin"}})");
+        "ORBITA:dependency:comparisons": {"license": "Third", "origin": "Origin",
+                                          "npm:version": "Version"}})");
     const char* properties = "license=1 tool=2 origin=3 size=4 other=5";
     EXPECT_EQ(graphRows(properties, properties),
               "= First: 1\n= Size: 4\n= Tool: 2\n= origin: 3\n= other: 5\n");
     EXPECT_EQ(nodeRows(properties, properties),
               "= Origin: 3\n= Third: 1\n= other: 5\n= size: 4\n= tool: 2\n");
+    EXPECT_EQ(nodeRows("npm:version=1", "npm:version=1"), "= Version: 1\n");
     MessageCatalog::add("de", R"({"ORBITA:dependency:analysis": {"license": "Lizenz"}})");
     fl::i18n::Locale::setGlobal(fl::i18n::Locale("de"));
     EXPECT_EQ(graphRows("license=1", ""), "< Lizenz: 1\n");

@@ -117,6 +117,24 @@ std::string dependencyRows(const std::vector<comparisons::DependencyEdit>& edits
     return text + '\n' + rows;
 }
 
+// The subcomparators answer for any edit what the tree shows, whatever the edit's state says.
+void requireFromSubcomparator(const std::string& rows, comparisons::ItemEdit edit) {
+    comparisons::GraphSubcomparator graphs;
+    comparisons::NodeSubcomparator nodes;
+    comparisons::DependencySubcomparator groups;
+    for (::comparisons::Subcomparator<comparisons::ItemEdit>* one :
+         std::initializer_list<::comparisons::Subcomparator<comparisons::ItemEdit>*>{
+             &graphs, &nodes, &groups}) {
+        for (const bool state : {false, true}) {
+            edit.setChanged(state);
+            if (one->canCompare(edit) && (&graphs != one || hasBothSides(edit)) &&
+                rowsOf(one->compare(edit).get()) != rows) {
+                throw std::logic_error("the subcomparator finds other rows than the tree");
+            }
+        }
+    }
+}
+
 }  // namespace
 
 std::string labelOf(const comparisons::Item& item) {
@@ -164,7 +182,9 @@ std::string rowsOf(std::string_view left, std::string_view right, std::string_vi
     const auto comparison = comparisons::compareGraphs(graphOf(left), graphOf(right));
     for (const auto vertex : comparison->entries()) {
         if (labelOf((*comparison)[vertex].edit) == label) {
-            return rowsOf((*comparison)[vertex].detail.get());
+            const std::string rows = rowsOf((*comparison)[vertex].detail.get());
+            requireFromSubcomparator(rows, (*comparison)[vertex].edit);
+            return rows;
         }
     }
     throw std::out_of_range("no entry " + std::string(label));

@@ -83,6 +83,26 @@ TEST_F(FactoriesTest, eachAcceptsItsKindRefusesToCastAnyOtherAndTheFallbackTakes
     EXPECT_EQ(types, "parameter parameter parameter combined empty ");
 }
 
+TEST_F(FactoriesTest, combinedFactoryPassesTheContextOn) {
+    struct Recording final : FilteredViewModelFactory {
+        explicit Recording(std::vector<const void*>& seen) : contexts(seen) {}
+        [[nodiscard]] bool accepts(const ComparisonValue& /*any*/) const override { return true; }
+        [[nodiscard]] std::unique_ptr<FilteredViewModel> create(
+            const ComparisonValue& /*any*/,
+            const ::comparisons::CreationContext& given) const override {
+            contexts.push_back(&given);
+            return std::make_unique<::comparisons::EmptyFilteredViewModel<Filters, 2>>();
+        }
+        std::vector<const void*>& contexts;
+    };
+    std::vector<const void*> seen;
+    std::vector<std::unique_ptr<FilteredViewModelFactory>> one;
+    one.push_back(std::make_unique<Recording>(seen));
+    const ::comparisons::FilteredCombinedViewModelFactory<Filters, 2> factory(std::move(one));
+    (void)factory.create(kinds[3], context);
+    EXPECT_EQ(seen, std::vector<const void*>(3, &context));
+}
+
 TEST_F(FactoriesTest, combinedFactoryNeedsNoOtherAndItsViewModelNoFactory) {
     auto registry = getTwoFilteredVMFactoryRegistry();
     registry.factories.erase(registry.factories.begin(), registry.factories.begin() + 3);

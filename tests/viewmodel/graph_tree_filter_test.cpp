@@ -107,6 +107,7 @@ TEST_F(GraphTreeFilterTest, editWithoutSidesIsRefusedByTheNonstructuralFilterOnl
     EXPECT_THROW(applySteps(tree, "N"), std::bad_optional_access);
     applySteps(tree, "U");
     EXPECT_EQ(tree.entryCount().visible, 0U);
+    EXPECT_THROW(applySteps(tree, "N"), std::bad_optional_access) << "hidden or not";
 }
 
 TEST(FilteredGraphTree, listsAnEntryWithAParentPerSideOnceBelowTheRightOne) {

@@ -107,7 +107,10 @@ TEST_F(NestedTablesTest, metricsAddThoseOfNestedViewModelsOfVisibleRows) {
     const std::vector<Edit> rows{edit("<a"), edit("=b"), edit(">c"), edit("~d"), edit("=c")};
     auto outer = table(rows);
     EXPECT_EQ(textOf(outer.metrics()), "2 3 2 0");
-    outer.applyFilter(UnchangedFilter());
+    const std::vector<Filters> filters{UnchangedFilter()};
+    const Child::FilterRange range(filters);
+    outer.applyFilters(&range);
+    outer.applyFilters(nullptr);
     EXPECT_EQ(committed(outer),
               "1 a=v | - (1 0 1 0)\n"
               "0 - | c=v (0 1 0 0)\n"
@@ -115,6 +118,7 @@ TEST_F(NestedTablesTest, metricsAddThoseOfNestedViewModelsOfVisibleRows) {
               "3 c=v | c=v (0 1 0 0)\n");
     outer.applyFilter(HideNamed{"c"});
     EXPECT_EQ(textOf(outer.metrics()), "2 0 2 0");
+    EXPECT_EQ(tablesOf(table({})), "Name | Value\n");
 }
 
 TEST_F(NestedTablesTest, filtersAreForATablesOwnRowsAndCommitAndResetForNestedOnesToo) {
@@ -160,6 +164,8 @@ TEST_F(NestedTablesTest, commitThatFailsHalfwayLeavesTheTableAndOneRecord) {
     EXPECT_NE(outer.child(first), nullptr);
 
     ASSERT_EQ(records.size(), 1U);
+    EXPECT_EQ(records[0].name, "comparisons::viewmodel::utils");
+    EXPECT_EQ(records[0].severity, foundation::log::Severity::error);
     EXPECT_THAT(records[0].message, StartsWith("Exception caught: "));
     EXPECT_THAT(records[0].message, HasSubstr("std::runtime_error"));
     EXPECT_THAT(records[0].message, HasSubstr("cannot show bad"));

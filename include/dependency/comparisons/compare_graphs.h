@@ -51,8 +51,8 @@ class DEPENDENCY_COMPARISONS_EXPORT UnmatchedItemError : public std::logic_error
 ///           ready.
 /// Order:    each entry records its position per side; the tree's links themselves are unordered.
 /// Throws:   `UnmatchedItemError`; `std::bad_variant_access` if coinciding keys pair a node with a
-///           group across the sides; `std::length_error` for graphs with 2^32 nodes and
-///           dependencies or more; what the graph model, the message catalog or an allocation
+///           group across the sides; `std::length_error` for graphs with 2^32 - 1 or
+///           more nodes and dependencies in all; what the graph model, the message catalog or an allocation
 ///           throws. Then nothing is returned.
 /// Complexity: linear in files, groups and dependencies, plus their sorts, whatever their IDs.
 [[nodiscard]] DEPENDENCY_COMPARISONS_EXPORT std::shared_ptr<GraphComparison> compareGraphs(

@@ -51,8 +51,8 @@ class DEPENDENCY_COMPARISONS_EXPORT DependencySubcomparator
     [[nodiscard]] bool canCompare(const ItemEdit& edit) const override;
 
     /// Dependencies pair if their types have one ID, whatever the types' names, and the names of
-    /// upstream and downstream component joined are equal; of several of one side that pair, the one
-    /// with the greatest ID survives. An absent side has none.
+    /// upstream and downstream component joined are equal; of several on one side that have one
+    /// pairing key, only the one with the greatest ID is kept. An absent side counts as empty.
     ///
     /// Returns: a ready future of a `::comparisons::CombinedComparison` with one
     ///          `DependencyComparison` per type, in type-ID order.

@@ -1,5 +1,5 @@
 #pragma once
-// What a viewer may hide of a comparison, and what it hides at first.
+// The filters of a comparison, and those that are on at first.
 #include <variant>
 #include <vector>
 
@@ -8,7 +8,7 @@
 
 namespace dependency::comparisons {
 
-/// Hides what differs in properties only: leaves files and dependencies that appear or disappear.
+/// Hides differences in properties only; files and dependencies that appear or disappear stay.
 struct NonstructuralFilter {
     friend bool operator==(const NonstructuralFilter&, const NonstructuralFilter&) = default;
 };

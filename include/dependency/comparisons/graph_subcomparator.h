@@ -31,7 +31,7 @@ class DEPENDENCY_COMPARISONS_EXPORT GraphSubcomparator
     /// Throws:  `std::bad_optional_access` if no side is present.
     [[nodiscard]] bool canCompare(const ItemEdit& edit) const override;
 
-    /// Properties pair by displayed name; of several of one side with one name the last survives.
+    /// Properties pair by displayed name; of several on one side with one name, the last is kept.
     /// A property whose displayed name is "timestamp" becomes the analysis time of its graph.
     ///
     /// Returns: a ready future of a `GraphPropertyComparison`.

@@ -17,8 +17,8 @@ using FilteredGraphTree =
 ///
 /// The unchanged filter keeps an entry that is added, removed, changed or moved, or whose metrics
 /// are not all zero. The non-structural filter keeps a graph or file that is present on one side
-/// only, and a group whose metrics count an addition or a removal; an entry without an edit and a
-/// group without metrics it leaves as they are.
+/// only, and a group whose metrics count an addition or a removal; it does not touch an entry without
+/// an edit or a group without metrics.
 struct DEPENDENCY_COMPARISONS_EXPORT GraphTreeFilter {
     /// Throws: `std::bad_variant_access` for a valueless filter, `std::bad_optional_access` for an
     ///         edit without sides under the non-structural filter.

@@ -20,8 +20,8 @@ namespace dependency::comparisons {
 /// Requires: both non-null.
 /// Returns:  one edit per key, keeping both graphs alive; the pair of graphs first.
 /// Order:    none after the first.
-/// Throws:   `std::length_error` for graphs with 2^32 nodes and dependencies or more; what the graph
-///           model or an allocation throws.
+/// Throws:   `std::length_error` for graphs with 2^32 - 1 or more nodes and dependencies in all;
+///           what the graph model or an allocation throws.
 /// Threads:  any number of calls at a time.
 /// Complexity: linear in files, groups and dependencies, plus the sort of IDs, whatever the IDs.
 [[nodiscard]] DEPENDENCY_COMPARISONS_EXPORT std::vector<ItemEdit> matchGraphs(

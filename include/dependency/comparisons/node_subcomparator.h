@@ -31,8 +31,8 @@ class DEPENDENCY_COMPARISONS_EXPORT NodeSubcomparator
     /// Throws:  `std::bad_optional_access` if no side is present.
     [[nodiscard]] bool canCompare(const ItemEdit& edit) const override;
 
-    /// Properties pair by displayed name; of several of one side with one name the last survives.
-    /// An absent side has none.
+    /// Properties pair by displayed name; of several on one side with one name, the last is kept.
+    /// An absent side counts as empty.
     ///
     /// Returns: a ready future of a `NodePropertyComparison`.
     /// Throws:  `std::bad_variant_access` for a present side that is not a node.

@@ -11,11 +11,11 @@ namespace dependency::comparisons {
 using FilteredViewModel = ::comparisons::FilteredViewModel<Filters, 2>;
 using FilteredViewModelFactory = ::comparisons::FilteredViewModelFactory<Filters, 2>;
 
-/// Shows a `DependencyComparison`: a row per dependency, its name the upstream component and its
-/// value the downstream one, or the end's node if the component has no name. The headings name the
-/// dependency type and the roles of the two ends.
+/// Shows a `DependencyComparison`: one row per dependency, with the upstream component as its name
+/// and the downstream one as its value; a component without a name shows its node. The headings name
+/// the dependency type and the roles of the two ends.
 ///
-/// What it creates is a `::comparisons::viewmodel::ParameterViewModel`.
+/// Creates a `::comparisons::viewmodel::ParameterViewModel`.
 class DEPENDENCY_COMPARISONS_EXPORT DependencyViewModelFactory final
     : public FilteredViewModelFactory {
   public:
@@ -33,7 +33,7 @@ class DEPENDENCY_COMPARISONS_EXPORT DependencyViewModelFactory final
 /// Shows a `GraphPropertyComparison`: a row per property. The non-structural filter also hides the
 /// analysis time.
 ///
-/// What it creates is a `::comparisons::viewmodel::ParameterViewModel`.
+/// Creates a `::comparisons::viewmodel::ParameterViewModel`.
 class DEPENDENCY_COMPARISONS_EXPORT GraphPropertyViewModelFactory final
     : public FilteredViewModelFactory {
   public:
@@ -50,7 +50,7 @@ class DEPENDENCY_COMPARISONS_EXPORT GraphPropertyViewModelFactory final
 /// Shows a `NodePropertyComparison`: a row per property. The non-structural filter also hides the
 /// checksum.
 ///
-/// What it creates is a `::comparisons::viewmodel::ParameterViewModel`.
+/// Creates a `::comparisons::viewmodel::ParameterViewModel`.
 class DEPENDENCY_COMPARISONS_EXPORT NodePropertyViewModelFactory final
     : public FilteredViewModelFactory {
   public:

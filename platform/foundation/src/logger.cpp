@@ -92,8 +92,9 @@ Sink Logger::setSink(Sink sink) {
     Registry& registry = Registry::instance();
     auto next = std::make_shared<const Sink>(std::move(sink));
     const std::lock_guard lock(registry.sinkMutex);
+    Sink previous = *registry.sink;
     registry.sink.swap(next);
-    return *next;
+    return previous;
 }
 
 const std::string& Logger::name() const noexcept {

@@ -15,7 +15,7 @@ BOOST_TYPE_ERASURE_FREE((has_get_type), get_type)
 
 namespace comparisons {
 
-/// What a comparison must offer: it moves, tells its run-time type, and has a free function
+/// What a comparison must offer: it moves, exposes its run-time type, and has a free function
 /// `get_type` that returns a constant reference to its type string.
 using ComparisonConcept = boost::mpl::vector<
     boost::type_erasure::constructible<boost::type_erasure::_self(boost::type_erasure::_self&&)>,

@@ -29,7 +29,7 @@ struct DisplayedChild {
 /// Order:   children on the right are in right order; between two matched children that keep their
 ///          order, left-only ones come before right-only ones, in left order. The fewest matched
 ///          children that explain a different order are order moves (of several smallest choices
-///          always the same one); they and hierarchy moves are where the right side has them.
+///          always the same one); they and hierarchy moves appear at their place on the right.
 /// Returns: every child except matched ones that the right side has under another parent.
 /// Complexity: n log n.
 [[nodiscard]] COMPARISONS_EXPORT std::vector<DisplayedChild> displayOrder(

@@ -8,7 +8,7 @@
 
 namespace comparisons {
 
-/// The numbers are those that tables carry.
+/// Tables store these numbers.
 enum class EditType : std::uint32_t { rightOnly = 0, leftOnly = 1, changed = 2, unchanged = 3 };
 
 /// Returns: by presence of the sides; with both present or both absent, by the state.

@@ -1,5 +1,5 @@
 #pragma once
-// What compares the two sides of one tree entry in detail.
+// Compares the two sides of one tree entry in detail.
 #include <future>
 
 #include <comparisons/comparison_value.h>

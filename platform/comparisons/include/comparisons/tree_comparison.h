@@ -67,7 +67,7 @@ class TreeComparison {
         bool hierarchyMove = false;
     };
 
-    /// `fill` builds the tree in the place where it stays.
+    /// Lets `fill` build the tree in place.
     ///
     /// Requires: `fill` adds vertices and links to the empty tree that it is given, and returns the
     ///           vertex of the root.

@@ -1,5 +1,5 @@
 #pragma once
-// What a viewer shows of one detail comparison: the interfaces.
+// The interfaces of view models: what a viewer shows of one detail comparison.
 #include <cstddef>
 #include <string>
 
@@ -31,7 +31,7 @@ class DiffViewModel : public virtual ViewModel {
     [[nodiscard]] virtual DiffMetrics<Sides> metrics() const = 0;
 };
 
-/// How many rows there are, those of nested view models left aside.
+/// The number of rows, without those of nested view models.
 struct RowCount {
     std::size_t all = 0;
     std::size_t visible = 0;
@@ -56,7 +56,7 @@ class FilteredViewModel : public DiffViewModel<Sides> {
     virtual void resetVisibility() = 0;
 
     /// Hides rows; a row that is hidden already stays so.
-    /// Throws: `std::bad_variant_access` for a valueless filter.
+    /// Throws: `std::bad_variant_access` for a valueless filter, if it has a table of its own.
     virtual void applyFilter(const Filters& filter) = 0;
 
     /// Applies `filters` one after the other; a null pointer does nothing.
@@ -68,7 +68,7 @@ class FilteredViewModel : public DiffViewModel<Sides> {
         }
     }
 
-    /// Makes what is shown follow what is visible.
+    /// Rebuilds what is shown from the visible rows.
     virtual void commit() = 0;
 
     [[nodiscard]] virtual RowCount rowCount() const = 0;

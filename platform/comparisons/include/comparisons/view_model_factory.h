@@ -11,7 +11,7 @@
 
 namespace comparisons {
 
-/// What a viewer hands through to every view model that is made for it; nothing so far.
+/// The context that a viewer passes to every view model that is created for it; empty so far.
 struct CreationContext {};
 
 /// Makes view models of comparisons of one kind.
@@ -53,8 +53,8 @@ class EmptyFilteredViewModelFactory final : public FilteredViewModelFactory<Filt
     }
 };
 
-/// Returns: what the first of `factories` that accepts `comparison` makes of it, else what
-///          `fallback` makes.
+/// Returns: the view model created by the first of `factories` that accepts `comparison`, else by
+///          `fallback`.
 template <class Filters, std::size_t Sides, class Factories>
 [[nodiscard]] std::unique_ptr<FilteredViewModel<Filters, Sides>> createByFirst(
     const Factories& factories, const EmptyFilteredViewModelFactory<Filters, Sides>& fallback,

@@ -19,7 +19,7 @@ namespace comparisons::viewmodel::tree {
 /// The entries of one comparison tree with their visibility. `TreeFilter` is a stateless callable
 /// that lowers the flags of the entries by one filter.
 ///
-/// That an entry is hidden says nothing about its parent or its children.
+/// Hiding an entry hides neither its parent nor its children.
 template <class Edit, class Filters, class TreeFilter>
 class FilteredTreeComponent {
   public:
@@ -27,7 +27,7 @@ class FilteredTreeComponent {
 
     struct Entry {
         Match match;
-        std::size_t parent = noParent;  ///< its place in the list, before this entry's own
+        std::size_t parent = noParent;  ///< its index in the list, less than this entry's
         std::uint8_t visible = 1;       ///< non-zero: shown
     };
 
@@ -46,11 +46,13 @@ class FilteredTreeComponent {
     FilteredTreeComponent(const FilteredTreeComponent&) = delete;
     FilteredTreeComponent& operator=(const FilteredTreeComponent&) = delete;
 
-    /// Appends an entry, visible. `edit` may be null.
+    /// Appends an entry, visible. `edit` may be null. If it throws, nothing is appended.
     Match add(const Edit* edit, EditType type, bool hierarchyMove, bool orderMove,
               std::size_t parent) {
-        const Match match(matches_.emplace_back(matches_.size(), type, hierarchyMove, orderMove));
+        const std::size_t index = entries_.size();
+        edits_.resize(index);  // less the one of a call that threw
         edits_.push_back(edit);
+        const Match match(matches_.emplace_back(index, type, hierarchyMove, orderMove));
         entries_.push_back({.match = match, .parent = parent});
         return match;
     }

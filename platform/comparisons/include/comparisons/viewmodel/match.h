@@ -1,5 +1,5 @@
 #pragma once
-// What a viewer knows about one entry of a comparison tree.
+// The display state of one entry of a comparison tree.
 #include <array>
 #include <bitset>
 #include <cstddef>
@@ -13,7 +13,7 @@ using EditType = ::comparisons::EditType;
 
 namespace comparisons::viewmodel::tree {
 
-/// Identifies one entry of a filtered tree; two are equal if they identify the same one.
+/// Refers to one entry of a filtered tree; two are equal if they refer to the same one.
 ///
 /// Lifetime: that of the tree.
 class Match {

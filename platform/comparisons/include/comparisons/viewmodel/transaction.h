@@ -1,5 +1,5 @@
 #pragma once
-// Changes of an object model that happen whole or not at all, and leave a record when they fail.
+// Atomic changes of an object model, logged if they fail.
 #include <utility>
 
 #include <boost/assert/source_location.hpp>
@@ -20,7 +20,7 @@ COMPARISONS_EXPORT void logCurrentException() noexcept;
 /// Runs `callable` inside one transaction of `model` and commits it.
 ///
 /// Returns: what `callable` returns.
-/// Throws:  what `callable` or the model throws, after a record of it went to the logger
+/// Throws:  what `callable` or the model throws, after it was logged to the logger
 ///          "comparisons::viewmodel::utils"; the model then has its prior content.
 template <class Callable>
 decltype(auto) executeTesselTransaction(::tessel::core::Model& model, Callable&& callable) {

@@ -1,5 +1,5 @@
 #pragma once
-// Marks where a thread is, for the records that it writes meanwhile.
+// Marks a thread's position in the log records that it writes.
 #include <string>
 #include <string_view>
 #include <vector>

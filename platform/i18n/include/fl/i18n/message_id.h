@@ -15,9 +15,10 @@ class FL_I18N_EXPORT MalformedMessageID : public std::invalid_argument {
     using std::invalid_argument::invalid_argument;
 };
 
+/// Two are equal if their full texts are, wherever these are split.
 class FL_I18N_EXPORT MessageID {
   public:
-    /// "catalog:key"; the catalog may contain colons, the key none.
+    /// "catalog:key", split at the last colon.
     ///
     /// Throws: MalformedMessageID without a colon, or if either side of the last one is empty.
     explicit MessageID(std::string full);
@@ -33,7 +34,9 @@ class FL_I18N_EXPORT MessageID {
     }
     [[nodiscard]] const std::string& full() const noexcept { return full_; }
 
-    friend bool operator==(const MessageID&, const MessageID&) = default;
+    friend bool operator==(const MessageID& a, const MessageID& b) noexcept {
+        return a.full_ == b.full_;
+    }
 
   private:
     std::size_t colon_;

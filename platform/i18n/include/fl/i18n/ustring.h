@@ -13,7 +13,7 @@ using ustring = std::u16string;
 /// UTF-8; an unpaired surrogate becomes U+FFFD.
 [[nodiscard]] FL_I18N_EXPORT std::string ustring_to_utf8(std::u16string_view text);
 
-/// The 8-bit form that message IDs and logger names have, which is UTF-8 too.
+/// Converts to the encoding of message IDs and logger names: UTF-8.
 [[nodiscard]] FL_I18N_EXPORT std::string to_string(std::u16string_view text);
 
 /// Each maximal ill-formed sequence of bytes becomes one U+FFFD.

@@ -1,5 +1,5 @@
 #pragma once
-// What a model consists of: elements, told apart by their UUIDs, held through handles.
+// Elements of a model, identified by their UUIDs and held through handles.
 //
 // An element type is a class derived from `ElementImpl`, whose members are of `Property` and
 // `Sequence`, and a handle type:

@@ -1,5 +1,5 @@
 #pragma once
-// What the object model refuses. A refused operation changes nothing.
+// The errors of the object model. An operation that is refused changes nothing.
 #include <stdexcept>
 #include <string>
 #include <typeinfo>

@@ -1,5 +1,5 @@
 #pragma once
-// What elements live in, and what their transactions belong to.
+// Models: they hold elements and own transactions.
 #include <tessel/core/export.h>
 #include <tessel/core/handle.h>
 #include <tessel/core/transaction.h>

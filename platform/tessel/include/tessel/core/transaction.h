@@ -1,5 +1,5 @@
 #pragma once
-// The only time at which a model changes: all of it, or nothing.
+// A model changes only inside a transaction, atomically.
 #include <boost/smart_ptr/intrusive_ptr.hpp>
 
 #include <tessel/core/export.h>
