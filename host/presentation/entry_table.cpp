@@ -31,7 +31,7 @@ using CombinedViewModel = ::comparisons::FilteredCombinedViewModel<Filters, 2>;
 /// By side; nothing if the side is absent.
 using Texts = std::array<std::optional<std::u16string>, 2>;
 
-/// A label of several lines: what is above the column, and what heads it.
+/// A label of several lines: what is above the column ("introduction: caption"), and what heads it.
 struct Label {
     std::u16string introduction;
     std::u16string caption;
@@ -50,8 +50,6 @@ Label partsOf(std::u16string_view text) {
     if (const auto end = firstLine.find(colon); end != firstLine.npos) {
         label.introduction = visible(firstLine.substr(0, end));
         label.caption = visible(firstLine.substr(end + colon.size()));
-    } else {
-        label.caption = visible(firstLine);
     }
     return label;
 }

@@ -96,7 +96,7 @@ TEST(Readers, whatIsNotReadIsNamedWithAWayOut) {
         EXPECT_EQ(message.substr(0, message.find(", which is not read; ")),
                   std::string("in: looks like ") + name);
     }
-    Input named = Input::fromText("x/requirements.txt", "a b\nc d\n");
+    Input named = Input::fromText("x/requirements.txt.gz", "a b\nc d\n");
     EXPECT_THROW(static_cast<void>(readGraph(named)), InputError);
 }
 
@@ -145,9 +145,12 @@ TEST(Readers, oddInputsAreWarnedOf) {
         {graphML("<node id='n0'/><node id='n1'/><node id='n2'/>"),
          {"node IDs (\"n0\", \"n1\", ...) look like positions, which may differ between files; use "
           "--node-id to identify nodes by something else"}},
-        {graphML("<node id='a'><data key='type'>lib</data></node>"),
+        {R"({"graph": {"nodes": {"a": {"metadata": {"type": "f"}}, "b": {"metadata": {"type": "b"}},
+             "c": {"metadata": {"type": "c"}}, "d": {"metadata": {"type": "d"}},
+             "e": {"metadata": {"type": "e"}}, "g": {"metadata": {"type": "b"}},
+             "h": {"metadata": {"type": "a"}}}}})",
          {"no file nodes, so nothing to compare; use --file-type to choose the types that count as "
-          "files (nodes by type: 1 \"lib\")"}},
+          "files (nodes by type: 1 \"a\", 2 \"b\", 1 \"c\", 1 \"d\", 1 \"e\", ...)"}},
         {jgf(R"("hyperedges": [{}, {}])"), {"ignored hyperedges: 2"}},
         {jgf(R"("edges": [{"source": "x", "target": "x"}])"),
          {"node \"x\" appears only in edges; added it"}},

@@ -120,7 +120,8 @@ TEST(TextReport, theTreeHasEveryVisibleEntryWithItsRowsBesideOrBelow) {
         {"short rows of one part share a line, as far as they fit",
          "a; b",
          "a; b; a>b upstream_component=first; a>b upstream_component=second;"
-         "a>b upstream_component=third; a>b type=use; a>b type=use upstream_component=fourth;"
+         "a>b upstream_component=third; a>b upstream_component=third_and_last; a>b type=use; a>b "
+         "type=use upstream_component=fourth;"
          "a>b type=use upstream_component=" +
              letters,
          {"unchanged"},
@@ -128,6 +129,7 @@ TEST(TextReport, theTreeHasEveryVisibleEntryWithItsRowsBesideOrBelow) {
          "a           Dependency type  Impacted component\n"
          "                             -> Required component\n"
          "  + -> b  + depends          first  + second  + third\n"
+         "          +                  third and last\n"
          "          + use\n"
          "          +                  abcdefghijklmnopqrstuvwxyz\n"
          "          +                  fourth\n"},

@@ -65,6 +65,7 @@ TEST(Broken, textIsBrokenAfterSpacesAndNeverInsideACharacter) {
     for (const auto& [text, expected] : cases) {
         EXPECT_EQ(broken(text, 6), expected);
     }
+    EXPECT_EQ(broken(u"\u65E5\u672C", 1), (std::vector<std::u16string>{u"\u65E5", u"\u672C"}));
 }
 
 }  // namespace

@@ -18,6 +18,7 @@ TEST(Locale, namesAreReadInTheFormsThatEnvironmentsAndPeopleWrite) {
         {"sr_RS@latin", "sr_Latn_RS", "sr"},
         {"zh-hant-tw", "zh_Hant_TW", "zh"},
         {"fil_PH", "fil_PH", "fil"},
+        {"es-419", "es_419", "es"},
         {"C", "en", "en"},
         {"", "en", "en"},
     };
