@@ -200,7 +200,9 @@ std::vector<std::u16string> broken(std::u16string_view text, std::size_t columns
         lines.emplace_back(text.substr(0, count));
         text.remove_prefix(count);
     }
-    lines.emplace_back(text);
+    if (!text.empty() || lines.empty()) {
+        lines.emplace_back(text);
+    }
     return lines;
 }
 
