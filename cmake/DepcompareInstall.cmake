@@ -1,4 +1,5 @@
-# Installs the program, the libraries with their headers, and the CMake package that finds them.
+# Installs the program, the libraries with their headers, and what finds them: the CMake package and a
+# file for pkg-config.
 # Included last, when every target has its headers.
 include(CMakePackageConfigHelpers)
 
@@ -39,4 +40,17 @@ install(
     "${PROJECT_BINARY_DIR}/depcompareConfig.cmake"
     "${PROJECT_BINARY_DIR}/depcompareConfigVersion.cmake"
   DESTINATION "${package_dir}"
+  COMPONENT development)
+
+# For pkg-config, the library with what it needs and the texts; the file may be moved with the rest.
+list(REMOVE_ITEM libraries dependency_insight)
+list(REVERSE libraries)
+list(TRANSFORM libraries PREPEND "-l")
+list(JOIN libraries " " linked)
+set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+file(RELATIVE_PATH to_prefix "${CMAKE_INSTALL_PREFIX}/${pkgconfig_dir}" "${CMAKE_INSTALL_PREFIX}")
+cmake_path(SET to_prefix NORMALIZE "${to_prefix}.")
+configure_file("${CMAKE_CURRENT_LIST_DIR}/depcompare.pc.in" "${PROJECT_BINARY_DIR}/depcompare.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/depcompare.pc"
+  DESTINATION "${pkgconfig_dir}"
   COMPONENT development)

@@ -15,7 +15,7 @@ printed() {
         case $line in
             '```console') block=1 ;;
             '```') block=0 ;;
-            '$ depcompare '*)
+            '$ '*)
                 [[ $block -eq 0 ]] || {
                     printf '%s\n' "$line"
                     LC_ALL=C bash -c "${line#'$ '}" 2>&1 || true
