@@ -22,6 +22,13 @@ if(TARGET depcompare)
     DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/site-functions")
   install(FILES "${completions}/depcompare.fish" COMPONENT runtime
     DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")
+  # In the folders of the source tree, so that the links between the pages hold.
+  install(FILES "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
+    DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT runtime)
+  install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" "${PROJECT_SOURCE_DIR}/examples"
+    DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT runtime
+    FILES_MATCHING PATTERN "*.md" PATTERN "page.png" PATTERN "scale.svg" PATTERN "report.schema.json"
+    PATTERN "notes-*" PATTERN "terms-*" PATTERN "embed/*")
 endif()
 
 install(EXPORT depcompare-targets
