@@ -79,6 +79,7 @@ TEST_F(LoggerTest, sinkThatReplacesItselfLivesToTheEndOfTheCall) {
 
 TEST_F(LoggerTest, threadsWriteWholeRecordsOneAtATime) {
     std::vector<std::jthread> threads;
+    threads.reserve(4);
     for (int i = 0; i < 4; ++i) {
         threads.emplace_back([i] {
             for (int k = 0; k < 200; ++k) {

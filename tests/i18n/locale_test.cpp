@@ -40,6 +40,7 @@ TEST(Locale, globalLocaleIsReadWholeWhileItIsSetAndOthersAreMade) {
     std::atomic<bool> stop = false;
     std::atomic<int> torn = 0;
     std::vector<std::jthread> readers;
+    readers.reserve(3);
     for (int i = 0; i < 3; ++i) {
         readers.emplace_back([&, i] {
             for (char c = 'a'; !stop; c = c == 'z' ? 'a' : static_cast<char>(c + 1)) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include <depcompare/messages/messages.h>
+#include <fl/i18n/message_id.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -99,6 +100,7 @@ TEST_F(MessageCatalogTest, readersSeeOneTextOrTheOtherOrNoneWhileOthersRegisterA
     std::atomic<bool> stop = false;
     std::atomic<int> wrong = 0;
     std::vector<std::jthread> readers;
+    readers.reserve(3);
     for (int i = 0; i < 3; ++i) {
         readers.emplace_back([&] {
             while (!stop) {
@@ -125,7 +127,7 @@ TEST_F(MessageCatalogTest, programRegistersTheTextsOfItsFilesWithEveryKeyInEvery
         int count = 0;
         for (const auto& [catalog, keys] : catalogs.items()) {
             for (const auto& [key, expected] : keys.items()) {
-                const std::string id = catalog + ':' + key;
+                const std::string id = fl::i18n::MessageID(catalog, key).full();
                 EXPECT_NE(expected, "") << id;
                 EXPECT_EQ(text(id.c_str(), locale), expected) << locale << ' ' << id;
                 EXPECT_NE(text(id.c_str(), "en"), "(none)") << id;

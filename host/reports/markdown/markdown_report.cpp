@@ -145,8 +145,10 @@ class MarkdownReport {
 
     void writeAtLarge() {
         std::vector<Topic> topics = atLarge(report_);
-        const auto rest = std::ranges::stable_partition(topics, &Topic::isNews);
-        for (const Topic& topic : std::span(topics.begin(), rest.begin())) {
+        const auto news = std::stable_partition(topics.begin(), topics.end(),
+                                                [](const Topic& topic) { return topic.isNews; });
+        const std::span<const Topic> rest(news, topics.end());
+        for (const Topic& topic : std::span(topics.begin(), news)) {
             write(topic);
         }
         const std::string_view begin = "<details><summary>More at large</summary>\n\n";
