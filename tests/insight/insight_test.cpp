@@ -141,7 +141,7 @@ TEST(Insight, manyFoldersMakeShallowAreas) {
 }
 
 // What stays on both sides: something that evidence is held against.
-const std::string surroundings = [] {
+std::string surroundings() {
     std::string text;
     for (int i = 0; i < 40; ++i) {
         const std::string number = std::to_string(i);
@@ -149,7 +149,7 @@ const std::string surroundings = [] {
         text += "keep/" + number + ".c -> keep/" + std::to_string(i * 3 % 40) + ".h\n";
     }
     return text;
-}();
+}
 
 TEST(Insight, renamesAreFoundByEvidence) {
     struct Case {
@@ -175,14 +175,14 @@ TEST(Insight, renamesAreFoundByEvidence) {
     };
     for (const auto& [about, left, right, expected] : cases) {
         const LinkGraph graph =
-            linkGraph((surroundings + left).c_str(), (surroundings + right).c_str());
+            linkGraph((surroundings() + left).c_str(), (surroundings() + right).c_str());
         EXPECT_EQ(renamesOf(graph), expected) << about;
     }
 }
 
 TEST(Insight, renamesAreStatedOrForbidden) {
-    const LinkGraph graph = linkGraph((surroundings + "old.c [sha1=abc]\nother.c").c_str(),
-                                      (surroundings + "src/new.c [sha1=abc]\nkeep/1.c").c_str());
+    const LinkGraph graph = linkGraph((surroundings() + "old.c [sha1=abc]\nother.c").c_str(),
+                                      (surroundings() + "src/new.c [sha1=abc]\nkeep/1.c").c_str());
     const NodePair guessed{*graph.find(u"old.c"), *graph.find(u"src/new.c")};
     const NodePair stated{*graph.find(u"other.c"), guessed.right};
     EXPECT_EQ(renamesOf(graph, {.forbidden = {guessed}}), "");

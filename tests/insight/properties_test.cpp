@@ -121,7 +121,7 @@ RC_GTEST_PROP(Insight, theOrderOfInsertionChangesNothing, ()) {
         std::istringstream lines(text);
         std::string result;
         for (std::string line; std::getline(lines, line);) {
-            result = line + '\n' + result;
+            result.insert(0, line.append(1, '\n'));
         }
         return graphOf(result);
     };
