@@ -182,7 +182,7 @@ std::string rowsOf(std::string_view left, std::string_view right, std::string_vi
     const auto comparison = comparisons::compareGraphs(graphOf(left), graphOf(right));
     for (const auto vertex : comparison->entries()) {
         if (labelOf((*comparison)[vertex].edit) == label) {
-            const std::string rows = rowsOf((*comparison)[vertex].detail.get());
+            std::string rows = rowsOf((*comparison)[vertex].detail.get());
             requireFromSubcomparator(rows, (*comparison)[vertex].edit);
             return rows;
         }
