@@ -16,6 +16,7 @@ std::variant<Options, Information> parsed(const std::string& line) {
     std::istringstream text("depcompare " + line);
     std::vector<std::string> words{std::istream_iterator<std::string>(text), {}};
     std::vector<const char*> pointers;
+    pointers.reserve(words.size());
     for (const std::string& word : words) {
         pointers.push_back(word.c_str());
     }
