@@ -32,6 +32,7 @@ TEST(LoadGraphs, dotFilesOfSeveralPairsDoNotMix) {
     std::vector<std::size_t> nodes(8);
     {
         std::vector<std::jthread> threads;
+        threads.reserve(nodes.size());
         for (std::size_t& counted : nodes) {
             threads.emplace_back([&counted] {
                 const auto loaded = load(Input::fromText("left", "digraph l { a -> b }"),
