@@ -29,7 +29,7 @@ TEST(Conversion, everySampleSurvivesIt) {
         for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
             const std::string name = entry.path().filename().string();
             if (entry.is_regular_file() && !name.starts_with("true_numbers") &&
-                !name.ends_with(".md")) {
+                !name.ends_with(".md") && entry.path().parent_path().filename() != "embed") {
                 ++files;
                 expectLossless(loadGraph(Input::open(entry.path().string()),
                                          {.selection = {.keepsBuildData = true}}, [](auto) {}),
