@@ -286,6 +286,7 @@ TEST(TextReport, namesCannotSteerTheTerminalNorTheLogOfABuild) {
         compare(test::graphML(""),
                 // NOLINTNEXTLINE(misc-misleading-bidirectional): that is what is tested.
                 test::graphML(
+                    // NOLINTNEXTLINE(misc-misleading-bidirectional): that is what is tested.
                     "<node id='a&#10;b\u202e\u009b1m'><data key='k&#9;'>\u009b2m</data></node>")));
     EXPECT_NE(text.find("+ a\\nb\\u202e\\x9b1m\n"), std::string::npos) << text;
     EXPECT_NE(text.find("+ k\\t  \\x9b2m\n"), std::string::npos) << text;
