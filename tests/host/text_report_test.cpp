@@ -284,7 +284,6 @@ TEST(TextReport, namesCannotSteerTheTerminalNorTheLogOfABuild) {
     }
     const std::string text = textOf(
         compare(test::graphML(""),
-                // NOLINTNEXTLINE(misc-misleading-bidirectional): that is what is tested.
                 test::graphML(
                     // NOLINTNEXTLINE(misc-misleading-bidirectional): that is what is tested.
                     "<node id='a&#10;b\u202e\u009b1m'><data key='k&#9;'>\u009b2m</data></node>")));
