@@ -55,7 +55,7 @@ TEST_F(GraphBuilderTest, refusalsNameTheIdAndLeaveTheBuilderUsable) {
     const auto strange = other.type(u"call", u"Call");
     const auto strangePart = other.component(u"", strange);
     const auto strangeNode = other.addNode(u"a", u"A", file);
-    const auto node = [this](auto id, auto type, std::vector<Property> properties = {}) {
+    const auto node = [this](auto id, auto type, const std::vector<Property>& properties = {}) {
         return [=, this] { builder.addNode(id, u"", type, properties); };
     };
     const auto edge = [this](auto id, auto up, auto down, auto type, auto from, auto to) {
