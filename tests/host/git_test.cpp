@@ -31,9 +31,10 @@ class Git : public Program {
         git("git init -q && git config user.name N && git config user.email e");
     }
 
+    // NOLINTNEXTLINE(modernize-use-nodiscard): often only the status counts, which is checked here.
     Outcome git(const std::string& words, int status = 0) const {
         // The user's own settings do not count.
-        const Outcome outcome = shell(
+        Outcome outcome = shell(
             "unset $(git rev-parse --local-env-vars); export HOME=\"$PWD\" "
             "XDG_CONFIG_HOME=\"$PWD\" GIT_CONFIG_NOSYSTEM=1 GIT_PAGER=cat "
             "PATH=\"$(dirname \"$P\"):$PATH\"\n" +
@@ -44,7 +45,7 @@ class Git : public Program {
     /// Runs the block of commands of docs/git.md that sets this.
     void configure(const std::string& setting) const {
         const std::string manual = contentOf(DOCUMENTS "/git.md");
-        const std::size_t begin = manual.find("\n", manual.rfind("```sh", manual.find(setting)));
+        const std::size_t begin = manual.find('\n', manual.rfind("```sh", manual.find(setting)));
         git(manual.substr(begin, manual.find("\n```", begin) - begin));
     }
     void copy(const fs::path& file, const std::string& name) const {
