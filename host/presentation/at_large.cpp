@@ -527,10 +527,12 @@ std::vector<Topic> atLarge(const Report& report) {
         const auto& [up, down, other] = *report.versions;
         if (std::string counts = listed({{up, "up"}, {down, "down"}, {other, "other"}});
             !counts.empty()) {
-            // The line that this takes is one of the first topic that may have several.
-            if (const auto longer = std::ranges::find_if(
-                    topics, [](const Topic& topic) { return topic.mostLines > 1; });
-                longer != topics.end()) {
+            // The line that this takes is one of the last topic that may have several: what others
+            // leave is its own by then.
+            if (const auto longer =
+                    std::find_if(topics.rbegin(), topics.rend(),
+                                 [](const Topic& topic) { return topic.mostLines > 1; });
+                longer != topics.rend()) {
                 --longer->mostLines;
             }
             Topic& topic = *topics.emplace(

@@ -81,6 +81,12 @@ TEST_F(SamplePairs, theTrueNumbersOfAllSamplePairsComeOut) {
     }
 }
 
+TEST_F(Program, theLineOfVersionsTakesNoneThatReachNeeds) {
+    const std::string text =
+        run("'" TEST_DATA "/npm/lock-1.0.json' '" TEST_DATA "/npm/lock-1.1.json'").output;
+    EXPECT_NE(text.find("+ notes -> ms@2.1.3: 1 file gains 1\n"), text.npos) << text;
+}
+
 TEST_F(Program, errorsAreOneLineAndStatusTwo) {
     write("cut", "<graphml>\n<x>");
     write("html", "<html/>");
