@@ -21,13 +21,15 @@ void TableWriter::row(std::initializer_list<std::u16string_view> cells) {
 void TableWriter::cell(std::u16string_view text) {
     constexpr std::u16string_view beginningsOfFormulas = u"=+-@'\uFF1D\uFF0B\uFF0D\uFF20";
     std::string written =
-        fl::i18n::ustring_to_utf8(form_.guarded ? visible(text) : std::u16string(text));
+        form_.guarded ? fl::i18n::ustring_to_utf8(visible(text)) : fl::i18n::ustring_to_utf8(text);
     if (form_.guarded && !text.empty() && beginningsOfFormulas.find(text.front()) != text.npos) {
         written.insert(0, 1, '\'');
     }
-    const bool isPlain = written.find_first_of("\"\r\n") == std::string::npos &&
+    const bool isCommand =
+        text.find(u"::") != text.npos && withoutCommand(std::u16string(text)) != text;
+    const bool isPlain = !isCommand && written.find_first_of("\"\r\n") == std::string::npos &&
                          written.find(form_.separator) == std::string::npos &&
-                         !written.starts_with('#') && withoutCommand(std::u16string(text)) == text;
+                         !written.starts_with('#');
     if (isPlain) {
         output_.write(written);
         return;

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -8,6 +9,7 @@
 
 #include "draft/graph_sink.h"
 #include "formats/edge_data.h"
+#include "formats/first_row.h"
 #include "formats/formats.h"
 #include "formats/line_reader.h"
 #include "input/input_error.h"
@@ -164,9 +166,9 @@ class CsvReader {
         if (!hasHeader_) {
             firstRow_.warnOfHeader(sink_);
         }
-        if (padded_ != 0) {
+        if (!padded_.empty()) {
             sink_.warn(fmt::format("IDs with blanks around them, which count: {} (first: {})",
-                                   padded_, inQuotes(firstPadded_)));
+                                   padded_.size(), inQuotes(*padded_.begin())));
         }
         return sink_.finish();
     }
@@ -204,8 +206,8 @@ class CsvReader {
         constexpr std::string_view blanks = " \t";
         const bool isPadded = !id.empty() && (blanks.find(id.front()) != blanks.npos ||
                                               blanks.find(id.back()) != blanks.npos);
-        if (isPadded && padded_++ == 0) {
-            firstPadded_ = id;
+        if (isPadded) {
+            padded_.insert(id);
         }
     }
 
@@ -252,8 +254,7 @@ class CsvReader {
     Columns columns_;
     bool hasHeader_ = false;
     FirstRow firstRow_;
-    std::size_t padded_ = 0;  // IDs
-    std::string firstPadded_;
+    std::set<std::string> padded_;  // IDs
 };
 
 bool hasHeader(std::string_view firstBytes, char separator) {

@@ -9,6 +9,7 @@
 
 #include "draft/graph_sink.h"
 #include "formats/edge_data.h"
+#include "formats/first_row.h"
 #include "formats/formats.h"
 #include "formats/line_reader.h"
 #include "input/input_error.h"

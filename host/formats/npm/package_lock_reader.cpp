@@ -1,4 +1,5 @@
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -92,18 +93,17 @@ class PackageLockReader final : public JsonGraphReader {
 
     // As node does: in the package's own folder first, then in those around it.
     void addEdges() {
-        std::size_t missing = 0;
-        std::string firstMissing;
+        std::multiset<std::string> missing;
         for (const Need& need : needs_) {
             if (const std::string* const found = find(need.folder, need.name)) {
                 sink_.set(sink_.addEdge(need.folder, *found), EdgeColumn::type, need.type);
-            } else if (need.type != "optional" && need.type != "peer" && missing++ == 0) {
-                firstMissing = need.name;
+            } else if (need.type != "optional" && need.type != "peer") {
+                missing.insert(need.name);
             }
         }
-        if (missing != 0) {
-            sink_.warn(fmt::format("dependencies without a package: {} (first: {})", missing,
-                                   inQuotes(firstMissing)));
+        if (!missing.empty()) {
+            sink_.warn(fmt::format("dependencies without a package: {} (first: {})", missing.size(),
+                                   inQuotes(*missing.begin())));
         }
     }
 
