@@ -33,42 +33,39 @@ CombinedComparison combined(DependencyEdit edit) {
 template <class Element, class Projection, class Take>
 void forEachRun(std::span<Element> elements, Projection projection, Take take) {
     while (!elements.empty()) {
-        const auto end = std::ranges::find_if(elements, [&](const auto& element) {
+        const auto end = std::ranges::find_if(elements.subspan(1), [&](const auto& element) {
             return projection(element) != projection(elements.front());
         });
-        const std::span<Element> run(elements.begin(), end);
-        take(run);
-        elements = elements.subspan(run.size());
+        const auto size = static_cast<std::size_t>(end - elements.begin());
+        take(elements.first(size));
+        elements = elements.subspan(size);
     }
 }
 
-template <class Element, class Projection>
-std::size_t countRuns(std::span<Element> elements, Projection projection) {
-    std::size_t runs = 0;
-    forEachRun(elements, projection, [&](const auto& /*run*/) { ++runs; });
-    return runs;
-}
+// The names of a dependency's components. Joined without a separator, they are the pairing key within
+// a type: "a" and "bc" pair with "ab" and "c".
+struct Names {
+    std::u16string upstream;
+    std::u16string downstream;
 
-// Appends the pairing key within a type. The names are joined without a separator: "a" and "bc"
-// pair with "ab" and "c".
-void appendKey(std::u16string& keys, const graph::Dependency& dependency) {
-    keys.append(dependency.getUpstreamComponent()->getName())
-        .append(dependency.getDownstreamComponent()->getName());
-}
+    explicit Names(const graph::Dependency& dependency)
+        : upstream(dependency.getUpstreamComponent()->getName()),
+          downstream(dependency.getDownstreamComponent()->getName()) {}
 
-}  // namespace
+    bool operator==(const Names&) const = default;
+};
 
-bool DependencyPairing::pairUp(const graph::Dependency& left, const graph::Dependency& right) {
+bool pairUp(const graph::Dependency& left, const graph::Dependency& right) {
     if (left.getType()->getID() != right.getType()->getID()) {
         return false;
     }
-    keys_.clear();
-    appendKey(keys_, left);
-    const std::size_t end = keys_.size();
-    appendKey(keys_, right);
-    const std::u16string_view keys(keys_);
-    return keys.substr(0, end) == keys.substr(end);
+    const Names ofLeft(left);
+    const Names ofRight(right);
+    return ofLeft == ofRight ||
+           ofLeft.upstream + ofLeft.downstream == ofRight.upstream + ofRight.downstream;
 }
+
+}  // namespace
 
 // Fast path: the single edit of groups that have at most one dependency each, if they pair; its
 // state is not set.
@@ -106,7 +103,9 @@ CombinedComparison DependencyPairing::operator()(const ItemEdit& edit) {
         return candidate.type->getID();
     };
     const std::span<const Candidate> candidates(candidates_);
-    comparisons.reserve(countRuns(candidates, typeID));
+    std::size_t types = 0;
+    forEachRun(candidates, typeID, [&](const auto& /*run*/) { ++types; });
+    comparisons.reserve(types);
     forEachRun(candidates, typeID,
                [&](const auto& run) { comparisons.emplace_back(comparisonOf(run, equalByPlace)); });
     return CombinedComparison(std::move(comparisons));
@@ -124,7 +123,8 @@ void DependencyPairing::collect(const ItemEdit& edit) {
         std::size_t place = 0;
         for (const auto& dependency : *dependencies) {
             const std::size_t begin = keys_.size();
-            appendKey(keys_, *dependency);
+            const Names names(*dependency);
+            keys_.append(names.upstream).append(names.downstream);
             candidates_.push_back({.type = dependency->getType(),
                                    .keyBegin = begin,
                                    .keySize = keys_.size() - begin,
@@ -149,11 +149,14 @@ void DependencyPairing::collect(const ItemEdit& edit) {
 }
 
 DependencyComparison DependencyPairing::comparisonOf(std::span<const Candidate> sameType,
-                                                     bool equalByPlace) const {
-    const auto key = [&](const Candidate& candidate) { return keyOf(candidate); };
+                                                     bool equalByPlace) {
+    runs_.clear();
+    forEachRun(
+        sameType, [&](const Candidate& candidate) { return keyOf(candidate); },
+        [&](const auto& run) { runs_.push_back(run); });
     std::vector<DependencyEdit> edits;
-    edits.reserve(countRuns(sameType, key));
-    forEachRun(sameType, key, [&](const auto& run) {
+    edits.reserve(runs_.size());
+    for (const auto run : runs_) {
         BySide<const Candidate*> last{};
         for (const Candidate& candidate : run) {
             last[candidate.side] = &candidate;
@@ -167,7 +170,7 @@ DependencyComparison DependencyPairing::comparisonOf(std::span<const Candidate> 
         edit.setChanged(hasBothSides(edit) &&
                         !(equalByPlace && last[Side::left]->place == last[Side::right]->place) &&
                         !(**edit[Side::left] == **edit[Side::right]));
-    });
+    }
     std::ranges::sort(edits,
                       [](const DependencyEdit& a, const DependencyEdit& b) { return a < b; });
     return DependencyComparison(std::move(edits));

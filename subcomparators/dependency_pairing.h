@@ -35,16 +35,16 @@ class DependencyPairing {
     [[nodiscard]] std::u16string_view keyOf(const Candidate& candidate) const {
         return std::u16string_view(keys_).substr(candidate.keyBegin, candidate.keySize);
     }
-    [[nodiscard]] bool pairUp(const graph::Dependency& left, const graph::Dependency& right);
-    [[nodiscard]] std::optional<DependencyEdit> singleEdit(const ItemEdit& edit);
+    [[nodiscard]] static std::optional<DependencyEdit> singleEdit(const ItemEdit& edit);
     void collect(const ItemEdit& edit);
     [[nodiscard]] DependencyComparison comparisonOf(std::span<const Candidate> sameType,
-                                                    bool equalByPlace) const;
+                                                    bool equalByPlace);
 
     EditStates states_;
     // Scratch buffers, reused between calls.
     std::u16string keys_;
     std::vector<Candidate> candidates_;
+    std::vector<std::span<const Candidate>> runs_;
     bool oneType_ = false;  // of all candidates, as nearly always
 };
 
