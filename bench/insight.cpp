@@ -225,7 +225,7 @@ class Mover {
         } else if (fate == Fate::moved) {
             std::vector<std::u16string> others(folders_.begin(), folders_.end());
             std::erase(others, folderOf(node.id));
-            others.push_back(u"other");
+            others.emplace_back(u"other");
             node.newID = others[random_.below(others.size())] + u'/' + node.id.substr(at);
         }
     }

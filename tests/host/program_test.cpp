@@ -329,8 +329,9 @@ TEST_F(Program, theStatusIsThatOfDiffForWhatTheFiltersLeave) {
 
 TEST_F(Program, aPipedReportFitsEightyColumns) {
     for (const char* filters : {"", "--no-filter ", "--filter unchanged "}) {
+        std::string command = "cp " + older + " old; cp " + newer;
         std::istringstream report(
-            shell("cp " + older + " old; cp " + newer + " new; $P " + filters + "old new").output);
+            shell(command.append(" new; $P ").append(filters) + "old new").output);
         std::size_t lines = 0;
         for (std::string line; std::getline(report, line); ++lines) {
             // Arrows are one column and three bytes.

@@ -56,7 +56,8 @@ TEST_F(Program, aTableHasALineForEachVisibleDifference) {
          {std::pair("ninja-v1.8.2.graphml", "ninja-v1.12.1.graphml"),
           std::pair("mocha-9.2.2.cdx.json.gz", "mocha-10.8.2.cdx.json.gz")}) {
         for (const char* filters : {"", "--no-filter ", "--filter unchanged "}) {
-            const std::string words = filters + samples + old + "' " + samples + now + "'";
+            std::string words = filters + samples;
+            words.append(old).append("' ").append(samples).append(now).append("'");
             const Outcome outcome = run("-f json --report csv=table " + words);
             EXPECT_EQ(outcome.status, 1) << outcome.error;
             Counts expected;
