@@ -328,10 +328,9 @@ TEST_F(Program, theStatusIsThatOfDiffForWhatTheFiltersLeave) {
 }
 
 TEST_F(Program, aPipedReportFitsEightyColumns) {
+    shell("cp " + older + " old; cp " + newer + " new");
     for (const char* filters : {"", "--no-filter ", "--filter unchanged "}) {
-        std::string command = "cp " + older + " old; cp " + newer;
-        std::istringstream report(
-            shell(command.append(" new; $P ").append(filters) + "old new").output);
+        std::istringstream report(shell(std::string("$P old new ").append(filters)).output);
         std::size_t lines = 0;
         for (std::string line; std::getline(report, line); ++lines) {
             // Arrows are one column and three bytes.
