@@ -328,7 +328,7 @@ TEST_F(Program, theStatusIsThatOfDiffForWhatTheFiltersLeave) {
 }
 
 TEST_F(Program, aPipedReportFitsEightyColumns) {
-    shell("cp " + older + " old; cp " + newer + " new");
+    ASSERT_EQ(shell("cp " + older + " old; cp " + newer + " new").status, 0);
     for (const char* filters : {"", "--no-filter ", "--filter unchanged "}) {
         std::istringstream report(shell(std::string("$P old new ").append(filters)).output);
         std::size_t lines = 0;
