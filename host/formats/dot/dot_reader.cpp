@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
-#include <map>
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,27 +21,16 @@ namespace depcompare {
 
 namespace {
 
-/// The attributes that a kind of object has in this graph.
-using Attributes = std::vector<Agsym_t*>;
-
-Attributes attributesOf(Agraph_t* graph, int kind) {
-    Attributes attributes;
-    for (auto* next = agnxtattr(graph, kind, nullptr); next != nullptr;
-         next = agnxtattr(graph, kind, next)) {
-        attributes.push_back(next);
-    }
-    return attributes;
-}
-
 class DOTReader {
   public:
     explicit DOTReader(Input& input)
-        : input_(input), sink_(input.name(), input.limits()), dot_(input), graph_(dot_.get()) {}
+        : sink_(input.name(), input.limits()),
+          graph_(parseDOT(input)),
+          nodes_(graph_.nodes.size()) {}
 
     GraphDraft read() {
-        legend_ = agsubg(graph_, legendName, 0);
+        findLegend();
         pointsToWhatIsMade_ = isOfNinja();
-        requireShallow(graph_, 1);
         readGraph();
         readNodes();
         readEdges();
@@ -52,62 +41,70 @@ class DOTReader {
   private:
     struct Named {
         NodeNumber number = 0;
+        std::string_view id;
         std::string label;                // empty without one
-        std::vector<std::string> leadTo;  // the labels of the nodes at the other ends of its edges
+        std::vector<NodeNumber> leadsTo;  // the nodes at the other ends of its edges
+        bool isOfLegend = false;
+        bool hasEdges = false;
     };
+
+    void findLegend() {
+        const auto found = graph_.namedSubgraphs.find({0, "clusterLegend"});
+        hasLegend_ = found != graph_.namedSubgraphs.end();
+        if (hasLegend_) {
+            std::uint64_t lookedAt = 0;
+            for (const NodeNumber node : graph_.nodesIn(found->second, lookedAt)) {
+                nodes_[node].isOfLegend = true;
+            }
+        }
+    }
+
+    /// Returns: the defaults of nodes at the end of the file.
+    [[nodiscard]] DotObject lastDefaults() const {
+        return {.defaults = graph_.subgraphs.front().defaults[DotSubgraph::nodes], .own = {}};
+    }
 
     // Ninja draws arrows from what a step reads to what it makes.
     [[nodiscard]] bool isOfNinja() const {
-        const auto nodesHave = [this](char* attribute, std::string_view value) {
-            const Agsym_t* found = agattr(graph_, AGNODE, attribute, nullptr);
-            return found != nullptr && found->defval == value;
-        };
-        return agnameof(graph_) == std::string_view("ninja") && nodesHave(fontSize, "10") &&
-               nodesHave(height, "0.25");
-    }
-
-    void requireShallow(Agraph_t* graph, std::size_t depth) const {
-        if (depth > input_.limits().nestingDepth) {
-            sink_.fail(tooDeep("graphs", input_.limits()));
-        }
-        for (auto* inner = agfstsubg(graph); inner != nullptr; inner = agnxtsubg(inner)) {
-            requireShallow(inner, depth + 1);
-        }
+        return graph_.name == "ninja" && attributeOf(lastDefaults(), "fontsize").value == "10" &&
+               attributeOf(lastDefaults(), "height").value == "0.25";
     }
 
     void readGraph() {
-        const std::string_view name = agnameof(graph_);
-        if (!name.empty() && !name.starts_with('%')) {  // which the library generates
-            sink_.setGraphProperty("name", name);
+        if (!graph_.name.empty()) {
+            sink_.setGraphProperty("name", graph_.name);
         }
-        for (Agsym_t* attribute : attributesOf(graph_, AGRAPH)) {
-            const std::string value = agxget(graph_, attribute);
-            if (!value.empty() &&
-                (!onlyDraws(attribute->name) || attribute->name == std::string_view("label"))) {
-                sink_.setGraphProperty(attribute->name, value);
+        keepLast(graph_.attributes);
+        for (const DotAttribute& attribute : graph_.attributes) {
+            if (!attribute.value.empty() &&
+                (!onlyDraws(attribute.name) || attribute.name == "label")) {
+                sink_.setGraphProperty(attribute.name, attribute.value);
             }
         }
     }
 
     void readNodes() {
-        const Attributes attributes = attributesOf(graph_, AGNODE);
-        std::size_t described = 0;
-        std::vector<std::string> bare;
-        for (auto* node = agfstnode(graph_); node != nullptr; node = agnxtnode(graph_, node)) {
-            if (isOfLegend(node)) {
+        for (const DotEdge& edge : graph_.edges) {
+            nodes_[edge.tail].hasEdges = true;
+            nodes_[edge.head].hasEdges = true;
+        }
+        const auto& defaults = lastDefaults().defaults->attributes;
+        bool someDescribed = false;
+        std::vector<std::string_view> bare;
+        for (NodeNumber node = 0; node < nodes_.size(); ++node) {
+            if (nodes_[node].isOfLegend) {
                 continue;
             }
-            const bool hasOwn = std::ranges::any_of(attributes, [&](Agsym_t* attribute) {
-                return agxget(node, attribute) != std::string_view(attribute->defval);
-            });
-            described += hasOwn ? 1 : 0;
-            if (!hasOwn && agdegree(graph_, node, 1, 1) != 0) {
-                bare.emplace_back(dot_.nameOf(node));
+            const auto attributes = attributesOf(graph_.nodes[node]);
+            const bool isDescribed = attributes != defaults;
+            someDescribed = someDescribed || isDescribed;
+            if (!isDescribed && nodes_[node].hasEdges) {
+                bare.push_back(graph_.nodes[node].id);
             }
             readNode(node, attributes);
         }
         // A file that describes its nodes describes all; the others may be slips in edges.
-        if (described != 0 && !bare.empty()) {
+        if (someDescribed && !bare.empty()) {
             const std::string first = inQuotes(*std::ranges::min_element(bare));
             sink_.warn(bare.size() == 1
                            ? fmt::format("node {} has edges, but no attributes", first)
@@ -116,39 +113,34 @@ class DOTReader {
         }
     }
 
-    void readNode(Agnode_t* node, const Attributes& attributes) {
-        const std::string id = idOf(node);
+    void readNode(NodeNumber node, const std::vector<DotAttribute>& attributes) {
+        const DotNode& read = graph_.nodes[node];
         Named& named = nodes_[node];
-        named.number = sink_.addNodeOnce(id);
-        for (Agsym_t* attribute : attributes) {
-            if (attribute->name == std::string_view("label")) {
-                named.label = legend_ != nullptr ? targetOf(named.number, agxget(node, attribute))
-                                                 : labelOf(node, attribute, id);
-            }
-        }
+        named.id = idOf(read.id);
+        named.number = sink_.addNodeOnce(named.id);
+        const DotAttribute label = attributeOf(read, "label");
+        named.label = hasLegend_ ? targetOf(named.number, label.value) : labelOf(label, named.id);
         if (!named.label.empty()) {
             sink_.setName(named.number, named.label);
         }
-        for (Agsym_t* attribute : attributes) {
-            const std::string_view value = agxget(node, attribute);
-            const bool isBlank = value.find_first_not_of(' ') == std::string_view::npos;
-            if (!onlyDraws(attribute->name) && !isBlank && value != id && value != named.label) {
-                sink_.setProperty(named.number, attribute->name, value);
+        for (const DotAttribute& attribute : attributes) {
+            const bool isBlank = attribute.value.find_first_not_of(' ') == std::string_view::npos;
+            if (!onlyDraws(attribute.name) && !isBlank && attribute.value != named.id &&
+                attribute.value != named.label) {
+                sink_.setProperty(named.number, attribute.name, attribute.value);
             }
         }
     }
 
-    static std::string labelOf(void* object, Agsym_t* attribute, const std::string& id) {
-        char* const label = agxget(object, attribute);
-        return aghtmlstr(label) != 0 ? htmlLabelText(label) : labelText(label, id);
+    static std::string labelOf(const DotAttribute& label, std::string_view id) {
+        return label.isHtml ? htmlLabelText(label.value) : labelText(label.value, id);
     }
 
     // jdeps appends the archive to a package that others need, but not to one that needs others.
-    std::string idOf(Agnode_t* node) const {
-        std::string id(dot_.nameOf(node));
-        if (const std::string archive = fmt::format(" ({})", agnameof(graph_));
+    [[nodiscard]] std::string_view idOf(std::string_view id) const {
+        if (const std::string archive = fmt::format(" ({})", graph_.name);
             id.size() > archive.size() && id.ends_with(archive)) {
-            id.resize(id.size() - archive.size());
+            id.remove_suffix(archive.size());
         }
         if (id.find("\\n") != std::string::npos && (id.starts_with("//") || id.starts_with('@'))) {
             sink_.fail(
@@ -170,31 +162,21 @@ class DOTReader {
     }
 
     void readEdges() {
-        const Attributes attributes = attributesOf(graph_, AGEDGE);
-        for (auto* node = agfstnode(graph_); node != nullptr; node = agnxtnode(graph_, node)) {
-            for (auto* edge = agfstout(graph_, node); edge != nullptr;
-                 edge = agnxtout(graph_, edge)) {
-                if (!isOfLegend(agtail(edge)) && !isOfLegend(aghead(edge))) {
-                    readEdge(edge, attributes);
-                }
+        for (const DotEdge& edge : graph_.edges) {
+            if (!nodes_[edge.tail].isOfLegend && !nodes_[edge.head].isOfLegend) {
+                readEdge(edge);
             }
         }
     }
 
-    void readEdge(Agedge_t* edge, const Attributes& attributes) {
-        std::map<std::string_view, std::string> values;
-        for (Agsym_t* attribute : attributes) {
-            values[attribute->name] = attribute->name == std::string_view("label")
-                                          ? labelOf(edge, attribute, "")
-                                          : std::string(agxget(edge, attribute));
+    void readEdge(const DotEdge& edge) {
+        if (!graph_.isDirected) {
+            sink_.failForUndirected(graph_.nodes[edge.tail].id, graph_.nodes[edge.head].id);
         }
-        std::pair tail{agtail(edge), std::string(portName(values["tailport"]))};
-        std::pair head{aghead(edge), std::string(portName(values["headport"]))};
-        if (agisdirected(graph_) == 0) {
-            sink_.failForUndirected(dot_.nameOf(tail.first), dot_.nameOf(head.first));
-        }
-        const std::string type = typeOf(values);
-        const std::string& direction = values["dir"];
+        const End tail{edge.tail, portName(attributeOf(edge, "tailport").value)};
+        const End head{edge.head, portName(attributeOf(edge, "headport").value)};
+        const std::string type = typeOf(edge);
+        const std::string_view direction = attributeOf(edge, "dir").value;
         if (direction != "back") {
             addEdge(tail, head, type);
         }
@@ -203,28 +185,29 @@ class DOTReader {
         }
     }
 
-    std::string typeOf(std::map<std::string_view, std::string>& values) const {
-        const std::string& style = values["style"];
-        if (legend_ != nullptr) {
+    [[nodiscard]] std::string typeOf(const DotEdge& edge) const {
+        const std::string_view style = attributeOf(edge, "style").value;
+        if (hasLegend_) {
             return style == "dotted" ? "private" : style == "dashed" ? "interface" : "public";
         }
-        std::string label = values["label"];
+        std::string label = labelOf(attributeOf(edge, "label"), "");
         label.erase(0, label.find_first_not_of(' '));
-        for (const std::string& text : {values["type"], label, style}) {
+        for (const std::string_view text :
+             {attributeOf(edge, "type").value, std::string_view(label), style}) {
             if (!text.empty()) {
-                return text;
+                return std::string(text);
             }
         }
         return "depends";
     }
 
-    using End = std::pair<Agnode_t*, std::string>;
+    using End = std::pair<NodeNumber, std::string_view>;
 
     void addEdge(const End& upstream, const End& downstream, const std::string& type) {
-        nodes_[upstream.first].leadTo.push_back(nodes_[downstream.first].label);
+        nodes_[upstream.first].leadsTo.push_back(downstream.first);
         const auto& [needs, needed] =
             pointsToWhatIsMade_ ? std::pair(downstream, upstream) : std::pair(upstream, downstream);
-        const std::size_t edge = sink_.addEdge(idOf(needs.first), idOf(needed.first));
+        const std::size_t edge = sink_.addEdge(nodes_[needs.first].id, nodes_[needed.first].id);
         sink_.set(edge, EdgeColumn::type, type);
         sink_.set(edge, EdgeColumn::upstreamComponent, needs.second);
         sink_.set(edge, EdgeColumn::downstreamComponent, needed.second);
@@ -233,41 +216,41 @@ class DOTReader {
     // Many steps of a build have the same label; together with what it leads to, it is unique.
     void offerLabels() {
         std::vector<std::string_view> ids;
-        for (const auto& [node, named] : nodes_) {
-            ids.emplace_back(dot_.nameOf(node));
+        for (NodeNumber node = 0; node < nodes_.size(); ++node) {
+            if (!nodes_[node].isOfLegend) {
+                ids.push_back(graph_.nodes[node].id);
+            }
         }
         if (!lookPositional(ids)) {
             return;
         }
-        for (auto& [node, named] : nodes_) {
-            if (named.label.empty()) {
+        std::uint64_t repeated = 0;
+        for (const Named& named : nodes_) {
+            if (named.isOfLegend || named.label.empty()) {
                 continue;
             }
             sink_.addIdCandidate(named.number, named.label);
-            std::ranges::sort(named.leadTo);
-            if (!named.leadTo.empty()) {
-                sink_.addIdCandidate(named.number, fmt::format("{} -> {}", named.label,
-                                                               fmt::join(named.leadTo, ", ")));
+            std::vector<std::string_view> leadsTo;
+            for (const NodeNumber other : named.leadsTo) {
+                leadsTo.emplace_back(nodes_[other].label);
+                repeated += leadsTo.back().size();
+            }
+            if (repeated > mostRepeated(graph_.fileBytes)) {
+                sink_.fail("labels of what nodes lead to, out of proportion to the file's size");
+            }
+            std::ranges::sort(leadsTo);
+            if (!leadsTo.empty()) {
+                sink_.addIdCandidate(
+                    named.number, fmt::format("{} -> {}", named.label, fmt::join(leadsTo, ", ")));
             }
         }
     }
 
-    [[nodiscard]] bool isOfLegend(Agnode_t* node) const {
-        return legend_ != nullptr && agsubnode(legend_, node, 0) != nullptr;
-    }
-
-    // The library takes texts that it does not change as `char*`.
-    static inline char legendName[] = "clusterLegend";
-    static inline char fontSize[] = "fontsize";
-    static inline char height[] = "height";
-
-    Input& input_;
     GraphSink sink_;
-    DotGraph dot_;
-    Agraph_t* graph_;
-    Agraph_t* legend_ = nullptr;       // which CMake adds
+    DotGraph graph_;
+    bool hasLegend_ = false;           // which CMake adds
     bool pointsToWhatIsMade_ = false;  // and not to what is needed
-    std::map<Agnode_t*, Named> nodes_;
+    std::vector<Named> nodes_;         // in the order of the graph
 };
 
 std::string_view withoutComments(std::string_view text) {

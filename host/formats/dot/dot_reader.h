@@ -14,7 +14,6 @@ namespace depcompare {
 /// positional, the label is the preferred ID.
 ///
 /// Throws: `InputError`; also for undirected edges.
-/// Threads: inputs are read one after the other.
 [[nodiscard]] GraphDraft readDOT(Input& input);
 
 }  // namespace depcompare
