@@ -181,6 +181,9 @@ TEST(Readers, oddInputsAreWarnedOf) {
         {"digraph { a [label=A] a -> c a -> b }",
          {"2 nodes have edges, but no attributes (first: \"b\")"}},
         {"digraph { a -> b }", {}},
+        {"digraph { edge [dir=none] c -> a a -> b b -> c [dir=both] }",
+         {"edges without a direction (dir=none), read as from the first end to the second: 2 "
+          "(first: \"a\" -> \"b\")"}},
         {graphML("<node id='a'/><hyperedge/>"), {"ignored hyperedges: 1"}},
         {"a b {'weight': 1.5, 'w': [\"]\"]}\n",
          {"dependencies have no properties; ignored data: \"w\", \"weight\""}},

@@ -167,6 +167,12 @@ class DOTReader {
                 readEdge(edge);
             }
         }
+        if (loose_ != 0) {
+            sink_.warn(
+                fmt::format("edges without a direction (dir=none), read as from the first end "
+                            "to the second: {} (first: {} -> {})",
+                            loose_, inQuotes(firstLoose_.first), inQuotes(firstLoose_.second)));
+        }
     }
 
     void readEdge(const DotEdge& edge) {
@@ -177,6 +183,10 @@ class DOTReader {
         const End head{edge.head, portName(attributeOf(edge, "headport").value)};
         const std::string type = typeOf(edge);
         const std::string_view direction = attributeOf(edge, "dir").value;
+        if (direction == "none") {
+            const std::pair ends(nodes_[tail.first].id, nodes_[head.first].id);
+            firstLoose_ = loose_++ == 0 ? ends : std::min(firstLoose_, ends);
+        }
         if (direction != "back") {
             addEdge(tail, head, type);
         }
@@ -251,6 +261,8 @@ class DOTReader {
     bool hasLegend_ = false;           // which CMake adds
     bool pointsToWhatIsMade_ = false;  // and not to what is needed
     std::vector<Named> nodes_;         // in the order of the graph
+    std::size_t loose_ = 0;            // edges without a direction
+    std::pair<std::string_view, std::string_view> firstLoose_;
 };
 
 std::string_view withoutComments(std::string_view text) {
