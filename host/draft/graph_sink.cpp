@@ -1,6 +1,7 @@
 #include "draft/graph_sink.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <limits>
 #include <utility>
 
@@ -22,6 +23,22 @@ EdgeDraft edgeWithoutTexts(NodeNumber upstream, NodeNumber downstream) {
     at(edge, EdgeColumn::upstream) = upstream;
     at(edge, EdgeColumn::downstream) = downstream;
     return edge;
+}
+
+// A file states a default once, but every node has a copy of it.
+void requireProportion(const GraphDraft& draft, std::size_t defaultNameBytes) {
+    constexpr std::uint64_t freeBytes = 64U << 20U;
+    constexpr std::uint64_t freeBytesPerNode = 1U << 10U;
+    std::uint64_t bytes = defaultNameBytes;
+    for (const PropertyDraft& property : draft.nodeDefaults) {
+        bytes += 64 + draft.texts[property.key].size() + property.value.size();
+    }
+    if (bytes > freeBytesPerNode && (bytes - freeBytesPerNode) * draft.nodes.size() > freeBytes) {
+        throw InputError(draft.source, 0,
+                         fmt::format("defaults of about {} bytes for each of {} nodes are out of "
+                                     "proportion to the file's size",
+                                     bytes, draft.nodes.size()));
+    }
 }
 
 }  // namespace
@@ -226,6 +243,7 @@ void GraphSink::settleMissingEnds() {
 }
 
 void GraphSink::finishNodes() {
+    requireProportion(draft_, defaultName_ ? defaultName_->size() : 0);
     const TextNumber defaultType = intern(defaultType_);
     const std::string_view defaultName =
         defaultName_ ? draft_.store.keep(*defaultName_) : std::string_view();

@@ -135,6 +135,15 @@ TEST(Readers, aLimitThatIsExceededIsNamed) {
         {"<graphml><!--" + std::string(200'000, 'x'),
          {.textBytes = 99'999},
          "in:1: text longer than 99999 bytes (--max-text-bytes)"},
+        {"<graphml><key id='k' for='node'><default>" + std::string(100'000, 'x') +
+             "</default></key><graph>" + numbered("<node id='{}'/>", 1'000) + "</graph></graphml>",
+         {},
+         "in: defaults of about 100065 bytes for each of 1000 nodes are out of proportion to the "
+         "file's size"},
+        {"<graphml><key id='k' attr.name='" + std::string(100'000, 'x') + "'/>\n<graph>" +
+             numbered("<node id='{}'><data key='k'/></node>", 1'000) + "</graph></graphml>",
+         {},
+         "in:2: keys with names of more than 256 bytes are out of proportion to the file's size"},
         {dot, {.edges = 15}, "in:1: more than 15 edges (--max-edges)"},
         {dot, {.nodes = 7}, "in: more than 7 nodes (--max-nodes)"},
         {"digraph {\na [b = \"1234\"\n+ \"5678\"] }",

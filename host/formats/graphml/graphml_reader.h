@@ -14,7 +14,7 @@ namespace depcompare {
 /// that contain elements are ignored. The file is read in pieces, never kept as a whole.
 ///
 /// Throws: `InputError` for a file that is not well-formed XML or not GraphML, an undirected edge,
-///         an entity declaration, a key declared after its use, and whatever `GraphSink` refuses.
+///         a declaration of entities or attributes, a key declared after its use, and whatever `GraphSink` refuses.
 [[nodiscard]] GraphDraft readGraphML(Input& input);
 
 }  // namespace depcompare

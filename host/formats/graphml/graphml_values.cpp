@@ -150,6 +150,7 @@ void GraphMLValues::put(const GraphMLKey& key, std::size_t number) {
             if (isIgraph_ && key.property == "id") {
                 igraphID_ = text_;
             } else {
+                countKey(key.property);
                 sink_.setProperty(node, key.property, text_);
             }
             break;
@@ -176,6 +177,19 @@ void GraphMLValues::put(const GraphMLKey& key, std::size_t number) {
                 sink_.set(number, EdgeColumn::type, text_);
             }
             break;
+    }
+}
+
+// A file states the name of a key once, but every node that has the key has a copy of it.
+void GraphMLValues::countKey(std::string_view name) {
+    constexpr std::size_t usualBytes = 256;
+    constexpr std::uint64_t mostBytes = 64U << 20U;
+    longKeyBytes_ += name.size() > usualBytes ? name.size() : 0;
+    if (longKeyBytes_ > mostBytes) {
+        sink_.fail(
+            fmt::format("keys with names of more than {} bytes are out of proportion to the "
+                        "file's size",
+                        usualBytes));
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 // Passes the texts of the elements of a GraphML file to a sink.
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -54,12 +55,14 @@ class GraphMLValues {
     void startValue(const GraphMLKey* key, std::size_t line);
     [[nodiscard]] bool isGraphics() const;
     void put(const GraphMLKey& key, std::size_t number);
+    void countKey(std::string_view name);
     void setDefault(const GraphMLKey& key, const std::string& value);
 
     GraphSink& sink_;
     const Limits& limits_;
     GraphMLKeys keys_;
     Declaration declared_;
+    std::uint64_t longKeyBytes_ = 0;
     bool isIgraph_ = false;
     std::optional<std::string> igraphID_;    // of the open node
     std::optional<std::string> igraphName_;  // of the open node
