@@ -1,6 +1,7 @@
 // Exceptions must not cross the C library: they wait in `failure_` until it has returned.
 #include "formats/xml_parser.h"
 
+#include <algorithm>
 #include <new>
 #include <span>
 
@@ -12,7 +13,17 @@ namespace depcompare {
 
 namespace {
 
-constexpr int chunkBytes = 1 << 16;
+constexpr std::size_t pieceBytes = 1U << 16U;
+constexpr std::size_t mostPieceBytes = 1U << 24U;
+
+/// Returns: how many bytes were read; fewer than asked for only at the end.
+std::size_t fill(std::span<char> target, Input& input) {
+    std::size_t filled = 0;
+    for (std::size_t added = 1; added != 0 && filled < target.size(); filled += added) {
+        added = input.read(target.subspan(filled));
+    }
+    return filled;
+}
 
 }  // namespace
 
@@ -68,6 +79,11 @@ XmlParser::XmlParser() : parser_(XML_ParserCreate(nullptr)) {
                                                const char*, const char*, const char*, const char*) {
         static_cast<XmlParser*>(self)->refuse("entity declarations are not supported");
     });
+    // Their defaults would be in every element, and each name is compared with all before it.
+    XML_SetAttlistDeclHandler(
+        parser_.get(), [](void* self, const char*, const char*, const char*, const char*, int) {
+            static_cast<XmlParser*>(self)->refuse("attribute declarations are not supported");
+        });
     XML_SetSkippedEntityHandler(parser_.get(), [](void* self, const char*, int) {
         static_cast<XmlParser*>(self)->refuse("undefined entity");
     });
@@ -79,12 +95,15 @@ void XmlParser::parse(Input& input, XmlEvents& events) {
     XML_SetUserData(parser_.get(), this);
     std::size_t tokenBytes = 0;  // of whole pieces in which none ended
     for (bool last = false; !last;) {
-        auto* const buffer = static_cast<char*>(XML_GetBuffer(parser_.get(), chunkBytes));
+        // The library looks at the whole token again with every piece, so a long one comes in few.
+        const std::size_t wanted = std::clamp(tokenBytes, pieceBytes, mostPieceBytes);
+        auto* const buffer =
+            static_cast<char*>(XML_GetBuffer(parser_.get(), static_cast<int>(wanted)));
         if (buffer == nullptr) {
             throw std::bad_alloc();
         }
-        const std::size_t count = input.read(std::span(buffer, chunkBytes));
-        last = count == 0;
+        const std::size_t count = fill(std::span(buffer, wanted), input);
+        last = count < wanted;
         tokenEnded_ = false;
         const XML_Status status =
             XML_ParseBuffer(parser_.get(), static_cast<int>(count), last ? XML_TRUE : XML_FALSE);
@@ -92,6 +111,9 @@ void XmlParser::parse(Input& input, XmlEvents& events) {
             std::rethrow_exception(failure_);
         }
         if (status != XML_STATUS_OK) {
+            if (XML_GetErrorCode(parser_.get()) == XML_ERROR_NO_MEMORY) {
+                throw std::bad_alloc();
+            }
             fail(fmt::format("not well-formed XML: {}",
                              XML_ErrorString(XML_GetErrorCode(parser_.get()))));
         }

@@ -39,8 +39,8 @@ class XmlEvents {
     ~XmlEvents() = default;
 };
 
-/// Entity declarations are refused, external ones are never followed, and depth is limited, as is the
-/// length of a token: the library would look at the beginning of a long one with every piece of it.
+/// Declarations of entities and attributes are refused, external ones are never followed, and depth is
+/// limited, as is the length of a token.
 class XmlParser {
   public:
     XmlParser();
