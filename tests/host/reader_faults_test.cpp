@@ -152,6 +152,9 @@ TEST(Readers, aLimitThatIsExceededIsNamed) {
         {"digraph {\n{" + numbered("a{} ", 400) + "} -> {" + numbered("b{} ", 400) + "} }",
          {},
          "in:2: more than 115204 edges, which is out of proportion to the file's size"},
+        {"digraph { " + std::string(100'000, 'x') + " [label=\"" + repeated("\\N", 1'000) + "\"] }",
+         {},
+         "in: labels are out of proportion to the file's size"},
         {"digraph { node [" + numbered("a{}=1 ", 2'000) + "]\n" + numbered("b{} ", 2'000) + "}",
          {},
          "in:2: what is said of many nodes or edges at once is out of proportion to the file's "

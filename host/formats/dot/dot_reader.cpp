@@ -132,7 +132,12 @@ class DOTReader {
         }
     }
 
-    static std::string labelOf(const DotAttribute& label, std::string_view id) {
+    std::string labelOf(const DotAttribute& label, std::string_view id) {
+        constexpr std::string_view idEscape = "\\N";
+        for (std::size_t found = label.value.find(idEscape); found != std::string_view::npos;
+             found = label.value.find(idEscape, found + idEscape.size())) {
+            repeat(id.size());
+        }
         return label.isHtml ? htmlLabelText(label.value) : labelText(label.value, id);
     }
 
@@ -195,7 +200,7 @@ class DOTReader {
         }
     }
 
-    [[nodiscard]] std::string typeOf(const DotEdge& edge) const {
+    [[nodiscard]] std::string typeOf(const DotEdge& edge) {
         const std::string_view style = attributeOf(edge, "style").value;
         if (hasLegend_) {
             return style == "dotted" ? "private" : style == "dashed" ? "interface" : "public";
@@ -234,7 +239,6 @@ class DOTReader {
         if (!lookPositional(ids)) {
             return;
         }
-        std::uint64_t repeated = 0;
         for (const Named& named : nodes_) {
             if (named.isOfLegend || named.label.empty()) {
                 continue;
@@ -243,10 +247,7 @@ class DOTReader {
             std::vector<std::string_view> leadsTo;
             for (const NodeNumber other : named.leadsTo) {
                 leadsTo.emplace_back(nodes_[other].label);
-                repeated += leadsTo.back().size();
-            }
-            if (repeated > mostRepeated(graph_.fileBytes)) {
-                sink_.fail("labels of what nodes lead to, out of proportion to the file's size");
+                repeat(leadsTo.back().size());
             }
             std::ranges::sort(leadsTo);
             if (!leadsTo.empty()) {
@@ -256,12 +257,21 @@ class DOTReader {
         }
     }
 
+    /// Counts what labels take from other texts.
+    void repeat(std::uint64_t bytes) {
+        repeatedBytes_ += bytes;
+        if (repeatedBytes_ > mostRepeated(graph_.fileBytes)) {
+            sink_.fail("labels are out of proportion to the file's size");
+        }
+    }
+
     GraphSink sink_;
     DotGraph graph_;
     bool hasLegend_ = false;           // which CMake adds
     bool pointsToWhatIsMade_ = false;  // and not to what is needed
     std::vector<Named> nodes_;         // in the order of the graph
-    std::size_t loose_ = 0;            // edges without a direction
+    std::uint64_t repeatedBytes_ = 0;
+    std::size_t loose_ = 0;  // edges without a direction
     std::pair<std::string_view, std::string_view> firstLoose_;
 };
 

@@ -10,7 +10,7 @@
 
 namespace depcompare {
 
-/// Reads one token after the other; comments, and lines that begin with `#`, are passed over.
+/// Reads one token after the other; comments, which `#` may begin as well, are passed over.
 class DotTokens {
   public:
     enum class Kind : std::uint8_t {
