@@ -66,13 +66,16 @@ void setLocale(const Options& options) {
     }
 }
 
+void warn(std::string_view warning) {
+    writeAll(STDERR_FILENO, "standard error",
+             fmt::format("depcompare: warning: {}\n", visible(warning)));
+}
+
 void warn(const LoadedGraph& input, const Options& options, Progress& progress) {
     progress.clear();
     const std::size_t count = options.quiet ? input.alarms : input.warnings.size();
     for (const std::string& warning : std::span(input.warnings).first(count)) {
-        writeAll(
-            STDERR_FILENO, "standard error",
-            fmt::format("depcompare: warning: {}: {}\n", visible(input.source), visible(warning)));
+        warn(fmt::format("{}: {}", input.source, warning));
     }
 }
 
@@ -93,9 +96,7 @@ Inputs load(const Options& options, Progress& progress, const ChooseRenames& cho
     // A pattern with a slip in it would hide what a check is to find.
     for (const std::string& glob : unmatchedLinkTypes(inputs, options.insights)) {
         progress.clear();
-        writeAll(STDERR_FILENO, "standard error",
-                 fmt::format("depcompare: warning: --link-type {}: no dependency has such a type\n",
-                             visible(glob)));
+        warn(fmt::format("--link-type {}: no dependency has such a type", glob));
     }
     return inputs;
 }
@@ -190,6 +191,7 @@ int perform(int argc, const char* const* argv) {
         return noDifference;
     }
     const auto& options = std::get<Options>(parsed);
+    std::ranges::for_each(options.warnings, [](const auto& warning) { warn(warning); });
     setLocale(options);
     messages::registerMessages();
     Progress progress(options.quiet ? When::never : options.progress);

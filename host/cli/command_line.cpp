@@ -15,6 +15,7 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/option_table.h"
+#include "input/input_error.h"
 #include "output/visible_text.h"
 
 namespace depcompare {
@@ -53,6 +54,30 @@ CLI::Option* addOption(CLI::App& app, const OptionRow& row, Options& options) {
         row.names, [&](const std::string& argument) { row.take(options, {argument}); });
 }
 
+CLI::Validator isOneOf(const std::vector<std::string>& choices) {
+    const auto problemOf = [choices](const std::string& word) {
+        return std::ranges::find(choices, word) != choices.end()
+                   ? std::string()
+                   : fmt::format("{} is none of {}", inQuotes(word), fmt::join(choices, ", "));
+    };
+    return {problemOf, ""};
+}
+
+/// The table says what may follow an option; whatever else there is has no meaning.
+void refuseUnknown(const std::vector<std::string>& words, const Options& options) {
+    const auto option = std::ranges::find_if(
+        words, [](std::string_view word) { return word.size() > 1 && word.starts_with('-'); });
+    if (option != words.end()) {
+        throw UsageError(fmt::format("there is no option {}; --help lists all",
+                                     inQuotes(option->substr(0, option->find('=')))));
+    }
+    if (!words.empty()) {
+        throw UsageError(fmt::format("{} is one graph too many: {} and {} are compared",
+                                     inQuotes(words.front()), inQuotes(options.inputs[0]),
+                                     inQuotes(options.inputs[1])));
+    }
+}
+
 void describe(CLI::App& app, const std::vector<OptionGroup>& table, Options& options) {
     app.set_help_flag();
     app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
@@ -63,7 +88,7 @@ void describe(CLI::App& app, const std::vector<OptionGroup>& table, Options& opt
             CLI::Option* const option = addOption(app, row, options);
             option->type_name(row.argument);
             if (!row.choices.empty()) {
-                option->check(CLI::IsMember(row.choices).description(""));
+                option->check(isOneOf(row.choices));
             }
             if (row.range) {
                 option->transform(CLI::AsSizeValue(false).description(""))
@@ -101,9 +126,11 @@ void checkInsights(const Options& options) {
 }
 
 void check(const Options& options) {
-    if (options.conversion.has_value() != options.inputs[1].empty()) {
-        throw UsageError(options.conversion ? "--convert and --textconv take one graph"
-                                            : "RIGHT is required");
+    if (options.conversion && (options.inputs[0].empty() || !options.inputs[1].empty())) {
+        throw UsageError("--convert and --textconv take one graph");
+    }
+    if (!options.conversion && options.inputs[1].empty()) {
+        throw UsageError("two graphs are needed, the old and the new one; --help says more");
     }
     if (options.inputs[0] == "-" && options.inputs[1] == "-") {
         throw UsageError("only one of the two graphs can come from standard input");
@@ -179,6 +206,21 @@ void takeGitWords(Words words, Options& options) {
     }
 }
 
+/// The name of a file that gets text by default may promise something else.
+void warnOfName(Options& options) {
+    constexpr std::pair<std::string_view, std::string_view> promises[] = {
+        {".html", "html"},   {".htm", "html"}, {".json", "json"},
+        {".md", "markdown"}, {".csv", "csv"},  {".tsv", "tsv"},
+    };
+    for (const auto& [ending, format] : promises) {
+        if (options.outputFile && options.outputFile->ends_with(ending)) {
+            options.warnings.push_back(
+                fmt::format("{} gets text; --format {} writes what its name says",
+                            *options.outputFile, format));
+        }
+    }
+}
+
 Options parse(const std::vector<OptionGroup>& table, Words words, std::optional<Words> gitWords) {
     Options options;
     options.reading.requireFiles = true;
@@ -188,17 +230,21 @@ Options parse(const std::vector<OptionGroup>& table, Words words, std::optional<
     }
     CLI::App app("", "depcompare");
     describe(app, table, options);
-    app.get_option("LEFT")->required(!gitWords);
+    app.allow_extras();
     try {
         app.parse(static_cast<int>(words.size()), words.data());
     } catch (const CLI::ParseError& error) {
         throw UsageError(firstLine(error.what()));
     }
+    refuseUnknown(app.remaining(), options);
     options.names = options.inputs;
     if (gitWords) {
         takeGitWords(*gitWords, options);
     }
     check(options);
+    if (app.get_option("--format")->empty() && !options.why && !options.conversion) {
+        warnOfName(options);
+    }
     return options;
 }
 

@@ -38,6 +38,7 @@ struct Options {
     std::array<std::string, 2> inputs;  ///< left, right; "-" is standard input
     std::array<std::string, 2> names;   ///< what reports call them
     std::optional<std::string> outputFile;
+    std::vector<std::string> warnings;  ///< of options that may mean something else
     std::vector<FurtherReport> reports;
     std::optional<std::size_t> mostBytes;  ///< of a Markdown report; see `mostMarkdownBytes`
     EnabledFilters filters = defaultFilters();

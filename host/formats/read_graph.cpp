@@ -4,6 +4,7 @@
 #include <initializer_list>
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include "formats/cyclonedx/cyclonedx_reader.h"
 #include "formats/dependency_cruiser/dependency_cruiser_reader.h"
@@ -165,6 +166,42 @@ const InputFormat formats[] = {
      .tellingKeys = {"version"}},
 };
 
+/// `text` does not begin with a blank.
+bool isEmptyJson(std::string_view text) {
+    const std::size_t end = text.find_first_not_of(" \t\r\n", 1);
+    return end != std::string_view::npos &&
+           text.find_first_not_of(" \t\r\n", end + 1) == text.npos &&
+           ((text.front() == '{' && text[end] == '}') || (text.front() == '[' && text[end] == ']'));
+}
+
+/// Returns: what a reader of the message may recognise of an input that fits no format.
+std::string problemOfUnfit(std::string_view firstBytes, const JsonShape& shape) {
+    constexpr std::string_view pointer = "--list-formats explains what can be read";
+    constexpr std::size_t mostMembers = 4;
+    const std::size_t begin = firstBytes.find_first_not_of(" \t\r\n");
+    if (begin == std::string_view::npos) {
+        return "the file is empty or blank; did the command that wrote it fail?";
+    }
+    firstBytes.remove_prefix(begin);
+    std::vector<std::string> members;
+    for (const JsonShape::Value& value : shape.values) {
+        if (value.path.size() == 1 && shape.values.front().kind == JsonKind::object) {
+            members.push_back(inQuotes(value.path.front()));
+        }
+    }
+    if (!members.empty()) {
+        const bool areMore = members.size() > mostMembers;
+        members.resize(std::min(members.size(), mostMembers));
+        return fmt::format("JSON that fits no format, with the members {}{}; {}",
+                           fmt::join(members, ", "), areMore ? ", …" : "", pointer);
+    }
+    if (isEmptyJson(firstBytes)) {
+        return "empty JSON, which several formats write; name the format by --input-format";
+    }
+    return fmt::format("fits no format; it begins with {}; {}",
+                       inQuotes(firstBytes.substr(0, firstBytes.find_first_of("\r\n"))), pointer);
+}
+
 const InputFormat& likelyFormat(Input& input) {
     const std::string_view firstBytes = input.peek();
     const JsonShape shape = jsonShapeOf(firstBytes);
@@ -192,8 +229,7 @@ const InputFormat& likelyFormat(Input& input) {
             return format;
         }
     }
-    throw InputError(input.name(), 0,
-                     "cannot detect the format from content or file name; use --input-format");
+    throw InputError(input.name(), 0, problemOfUnfit(firstBytes, shape));
 }
 
 const InputFormat& chosenFormat(Input& input, std::string_view name) {

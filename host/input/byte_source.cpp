@@ -15,7 +15,9 @@ namespace depcompare {
 namespace {
 
 [[noreturn]] void failAsSystem(const std::string& name) {
-    throw InputError(name, 0, std::generic_category().message(errno));
+    throw InputError(name, 0,
+                     errno == EISDIR ? "a folder, not the file of a graph"
+                                     : std::generic_category().message(errno));
 }
 
 class FileBytes final : public ByteSource {

@@ -82,7 +82,7 @@ TEST(Formats, listsOfEdges) {
          "a \"a\" [file]\nb \"b\" [file]\n0000000 a -> b [depends]\n"
          "0000001 b/f\\g# -> a [it's]\n"},
         {"one pair of words may be anything", "hello world\n",
-         "in: cannot detect the format from content or file name; use --input-format"},
+         R"(in: fits no format; it begins with "hello world"; --list-formats explains what can be read)"},
     });
     EXPECT_EQ(readAs("list", "a b t\na a\na a u"),
               "a \"a\" [file]\nb \"b\" [file]\n0000000 a -> b [t]\n0000001 a -> a [u]\n");

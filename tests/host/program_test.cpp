@@ -93,9 +93,9 @@ TEST_F(Program, errorsAreOneLineAndStatusTwo) {
     write("empty", "");
     const std::pair<std::string, const char*> cases[] = {
         {"nowhere " + older, "nowhere: No such file or directory"},
-        {". " + older, ".: Is a directory"},
+        {". " + older, ".: a folder, not the file of a graph"},
         {"--locale '!' " + both, "'!' is not the name of a locale"},
-        {"", "LEFT is required"},
+        {"", "two graphs are needed, the old and the new one; --help says more"},
         {"cut html", "cut:2: not well-formed XML: no element found"},
         {"html cut",
          "html: looks like a web page, which is not read; the server may ask for a login, or the "
@@ -104,9 +104,9 @@ TEST_F(Program, errorsAreOneLineAndStatusTwo) {
         // A missing file is told before standard input is read.
         {"- nowhere </dev/zero", "nowhere: No such file or directory"},
         {"empty " + older,
-         "empty: cannot detect the format from content or file name; use --input-format"},
+         "empty: the file is empty or blank; did the command that wrote it fail?"},
         {"--convert jgf empty",
-         "empty: cannot detect the format from content or file name; use --input-format"},
+         "empty: the file is empty or blank; did the command that wrote it fail?"},
         {both + " >/dev/full", "standard output: No space left on device"},
         {"--version >/dev/full", "standard output: No space left on device"},
         {both + " >&-", "standard output: Bad file descriptor"},
@@ -128,7 +128,7 @@ TEST_F(Program, optionsOfInsightsAreCheckedBeforeAnythingIsWritten) {
     write("new", "a b\na y/x\n");
     write("bad", "x\ta\n\nx a\n");
     const std::pair<const char*, const char*> cases[] = {
-        {"--insights all", "--insights: all not in {off,short,full}"},
+        {"--insights all", "--insights: \"all\" is none of off, short, full"},
         {"--area-depth 0", "--area-depth: Value 0 not in range 1 to 1000"},
         {"--area p --area-depth 2", "--area-depth excludes --area"},
         {"--area p", "new: no node has the property \"p\", here or in the other graph (--area)"},
@@ -146,7 +146,7 @@ TEST_F(Program, optionsOfInsightsAreCheckedBeforeAnythingIsWritten) {
         {"--renames nowhere", "nowhere: No such file or directory"},
         {"--renames bad", "bad:3: not OLD<TAB>NEW"},
         {"--why a b -f json", "--why excludes --format, --report, --convert and --textconv"},
-        {"--why a", "RIGHT is required"},
+        {"--why a", "two graphs are needed, the old and the new one; --help says more"},
         {"--why a z", "--why: no node has an ID that ends in z"},
         {"--why a /y", "--why: no node has an ID that ends in /y"},
     };
@@ -379,6 +379,9 @@ TEST_F(Program, filesAppearAllAndWholeOrNotAtAll) {
     }
     EXPECT_EQ(run("-q -o quiet " + both).status, 1);
     EXPECT_EQ(run("-o report " + both).output, "");
+    EXPECT_EQ(run("-o a.html " + both).error,
+              "depcompare: warning: a.html gets text; --format html writes what its name says\n");
+    EXPECT_EQ(run("-f text -o a.html " + both).error, "");
     EXPECT_EQ(filesInFolder(), files + 2);  // the output and the errors of the program
     EXPECT_EQ(contentOf(folder_ / "report"), run(both).output);
 

@@ -39,7 +39,12 @@ TEST(Readers, whatCannotBeReadIsRefusedInOneLine) {
         return "digraph {" + repeated("{", depth) + "a" + repeated("}", depth + 1);
     };
     test::expectRead({
-        {"empty", "", "in: cannot detect the format from content or file name; use --input-format"},
+        {"empty", "", "in: the file is empty or blank; did the command that wrote it fail?"},
+        {"JSON, empty", " [\n]\n",
+         "in: empty JSON, which several formats write; name the format by --input-format"},
+        {"a message", "\n\u2716 Error: ENOENT\n",
+         "in: fits no format; it begins with \"\u2716 Error: ENOENT\"; "
+         "--list-formats explains what can be read"},
         {"JSON, not UTF-8", "{\"modules\": [\n{\"source\": \"\xFF\"}]}",
          "in:2: not well-formed JSON: syntax error while parsing value - invalid string: "
          "ill-formed UTF-8 byte"},
