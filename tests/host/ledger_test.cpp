@@ -5,10 +5,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include "host_texts.h"
-#include "json_faults.h"
 #include "presentation/ledger_text.h"
 
 namespace depcompare {
@@ -67,7 +65,6 @@ TEST(Ledger, addsUpWithEveryOption) {
         EXPECT_EQ(nodesLine(side) + "; " + dependenciesLine(side) + "; " +
                       leftOutLine(side, LeftOutParts::others),
                   expected);
-        EXPECT_TRUE(test::faultsOf(test::jsonOf(report)).empty());
     }
     const Selection nothing{.only = {"none"}};
     EXPECT_EQ(test::readPair(graphOf("a"), graphOf("b"), {.selection = nothing}),
