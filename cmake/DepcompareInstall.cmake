@@ -1,5 +1,5 @@
 # Installs the program, the libraries with their headers, and what finds them: the CMake package and a
-# file for pkg-config.
+# file for pkg-config. The components are program, library and development.
 # Included last, when every target has its headers.
 include(CMakePackageConfigHelpers)
 
@@ -9,24 +9,24 @@ set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/depcompare")
 
 foreach(library IN LISTS libraries)
   install(TARGETS ${library} EXPORT depcompare-targets
-    LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+    LIBRARY COMPONENT library NAMELINK_COMPONENT development
     FILE_SET HEADERS COMPONENT development
     FILE_SET generated COMPONENT development)
 endforeach()
 if(TARGET depcompare)
-  install(TARGETS depcompare EXPORT depcompare-targets RUNTIME COMPONENT runtime)
+  install(TARGETS depcompare EXPORT depcompare-targets RUNTIME COMPONENT program)
   set(completions "${PROJECT_SOURCE_DIR}/share/completions")
-  install(FILES "${completions}/depcompare.bash" RENAME depcompare COMPONENT runtime
+  install(FILES "${completions}/depcompare.bash" RENAME depcompare COMPONENT program
     DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
-  install(FILES "${completions}/_depcompare" COMPONENT runtime
+  install(FILES "${completions}/_depcompare" COMPONENT program
     DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/site-functions")
-  install(FILES "${completions}/depcompare.fish" COMPONENT runtime
+  install(FILES "${completions}/depcompare.fish" COMPONENT program
     DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")
   # In the folders of the source tree, so that the links between the pages hold.
   install(FILES "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
-    DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT runtime)
+    DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT program)
   install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" "${PROJECT_SOURCE_DIR}/examples"
-    DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT runtime
+    DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT program
     FILES_MATCHING PATTERN "*.md" PATTERN "page.png" PATTERN "scale.svg" PATTERN "report.schema.json"
     PATTERN "notes-*" PATTERN "terms-*" PATTERN "embed/*")
 endif()
