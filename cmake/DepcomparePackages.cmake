@@ -47,3 +47,31 @@ set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "comparison of two dependency graphs (d
 The headers of the libraries, a CMake package, and a file for pkg-config. The
 package depcompare has the guide to embedding and its example.")
 include(CPack)
+
+# The program of the relocatable archive (cmake/archive.sh), from the same objects. Libraries of others
+# are linked statically if Debian has them so; but ICU would be there twice, for a library of ours needs
+# it too. The path to the others is a DT_RPATH, which holds for what they need in turn.
+if(DEPCOMPARE_BUILD_HOST)
+  set(static_names expat sodium re2 z)
+  if(DEPCOMPARE_JEMALLOC)
+    list(APPEND static_names jemalloc)
+  endif()
+  set(static "")
+  foreach(name IN LISTS static_names)
+    find_library(DEPCOMPARE_STATIC_${name} lib${name}.a)
+    if(DEPCOMPARE_STATIC_${name})
+      list(APPEND static "${DEPCOMPARE_STATIC_${name}}")
+    endif()
+  endforeach()
+  add_executable(depcompare_archive EXCLUDE_FROM_ALL $<TARGET_OBJECTS:depcompare>)
+  set_target_properties(depcompare_archive PROPERTIES
+    INSTALL_RPATH "$ORIGIN/../lib"
+    LINKER_LANGUAGE CXX
+    OUTPUT_NAME depcompare
+    RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/archive")
+  set(CMAKE_SKIP_INSTALL_RPATH OFF)  # for this program only
+  target_link_options(depcompare_archive PRIVATE LINKER:--as-needed,--disable-new-dtags)
+  # Whoever comes first provides: the host needs them, and the shared ones come with it, not needed.
+  target_link_libraries(depcompare_archive PRIVATE
+    "$<TARGET_FILE:depcompare_host>" ${static} depcompare::host)
+endif()
