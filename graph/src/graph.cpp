@@ -28,7 +28,7 @@ std::vector<std::u16string> Graph::getPropertyKeys() const {
 }
 
 std::u16string Graph::getProperty(const std::u16string& key) const {
-    return valueOf(properties_, key);
+    return valueOf(properties_, keyOrder_, key);
 }
 
 boost::posix_time::ptime getTimeStamp(const Graph& graph) {

@@ -1,11 +1,14 @@
 #include <dependency/graph/graph_builder.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <functional>
 #include <map>
 
 #include <boost/locale/encoding_utf.hpp>
 
 #include "distinct_ids.h"
+#include "properties.h"
 #include "storage.h"
 
 namespace dependency::graph {
@@ -31,6 +34,7 @@ struct GraphBuilder::State {
     DistinctIDs nodeIDs;
     DistinctIDs dependencyIDs;
     std::vector<Property> properties;
+    std::map<std::u16string, std::size_t, std::less<>> propertyByKey;
     boost::posix_time::ptime timeStamp;
 
     State() {
@@ -70,14 +74,11 @@ struct GraphBuilder::State {
 
 namespace {
 
-bool hasKeyTwice(const std::vector<Property>& properties) {
-    std::vector<std::u16string_view> keys;
-    keys.reserve(properties.size());
-    for (const auto& property : properties) {
-        keys.emplace_back(property.first);
-    }
-    std::ranges::sort(keys);
-    return std::ranges::adjacent_find(keys) != keys.end();
+bool hasKeyTwice(const std::vector<Property>& properties, const KeyOrder& order) {
+    const auto sameKey = [&](std::uint32_t a, std::uint32_t b) {
+        return properties[a].first == properties[b].first;
+    };
+    return std::ranges::adjacent_find(order, sameKey) != order.end();
 }
 
 }  // namespace
@@ -120,14 +121,20 @@ std::shared_ptr<Node> GraphBuilder::addNode(std::u16string id, std::u16string na
     if (state_->nodeIDs.contain(id, nodes.objects)) {
         throw GraphBuildError("second node with one ID", std::move(id));
     }
-    if (hasKeyTwice(properties)) {
+    KeyOrder keyOrder = keyOrderOf(properties);
+    if (hasKeyTwice(properties, keyOrder)) {
         throw GraphBuildError("node with a property key given twice", std::move(id));
     }
     const Type& known = *type == *Type::FILE() ? *Type::FILE() : *type;
+    const bool keepsOrder = properties.size() > fewProperties && !keyOrder.empty();
     Node& added = nodes.emplace(std::move(id), std::move(name), known, std::move(properties));
     try {
+        if (keepsOrder) {
+            nodes.keyOrders.emplace(added.index_, std::move(keyOrder));
+        }
         state_->nodeIDs.add(added.getID());
     } catch (...) {
+        nodes.keyOrders.erase(added.index_);
         nodes.objects.pop_back();
         throw;
     }
@@ -163,12 +170,16 @@ std::shared_ptr<Dependency> GraphBuilder::addDependency(
 
 void GraphBuilder::setProperty(std::u16string_view key, std::u16string value) {
     auto& properties = state_->properties;
-    const auto found = std::ranges::find(properties, key, &Property::first);
-    if (found == properties.end()) {
-        properties.emplace_back(key, std::move(value));
-    } else {
-        found->second = std::move(value);
+    auto& propertyByKey = state_->propertyByKey;
+    const auto found = propertyByKey.find(key);
+    if (found != propertyByKey.end()) {
+        properties[found->second].second = std::move(value);
+        return;
     }
+    std::map<std::u16string, std::size_t, std::less<>> added;
+    added.emplace(key, properties.size());
+    properties.emplace_back(key, std::move(value));
+    propertyByKey.merge(added);
 }
 
 void GraphBuilder::setTimeStamp(const boost::posix_time::ptime& timeStamp) {
@@ -198,6 +209,7 @@ std::shared_ptr<const Graph> GraphBuilder::finish() {
     for (Dependency& dependency : dependencies->objects) {
         graph->dependencies_[free[dependency.upstream_->index_]++] = {dependencies, &dependency};
     }
+    graph->keyOrder_ = keyOrderOf(state_->properties);
     graph->properties_ = std::move(state_->properties);
     graph->timeStamp_ = state_->timeStamp;
     state_ = std::move(next);

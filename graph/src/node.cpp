@@ -14,7 +14,9 @@ std::vector<std::u16string> Node::getPropertyKeys() const {
 }
 
 std::u16string Node::getProperty(const std::u16string& key) const {
-    return valueOf(properties_, key);
+    static const KeyOrder ascending;
+    const auto found = owner_->keyOrders.find(index_);
+    return valueOf(properties_, found == owner_->keyOrders.end() ? ascending : found->second, key);
 }
 
 bool operator==(const Node& a, const Node& b) noexcept {

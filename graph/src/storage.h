@@ -4,12 +4,16 @@
 //
 // Pointers alias their block, so that no object has a control block of its own. A block keeps alive
 // the blocks into which its objects point; none points back, so nothing leaks.
+#include <cstdint>
 #include <deque>
+#include <map>
 #include <memory>
 
 #include <dependency/graph/component.h>
 #include <dependency/graph/dependency.h>
 #include <dependency/graph/node.h>
+
+#include "properties.h"
 
 namespace dependency::graph {
 
@@ -33,6 +37,8 @@ struct ComponentStorage {
 struct NodeStorage {
     std::shared_ptr<const TypeStorage> types;
     std::deque<Node> objects;
+    // By index, of nodes with more than a few properties that are not in order of their keys.
+    std::map<std::uint32_t, KeyOrder> keyOrders;
 
     Node& emplace(std::u16string id, std::u16string name, const Type& type,
                   std::vector<Property> properties) {

@@ -165,6 +165,36 @@ TEST(Dependency, isEqualAndOrderedByEverythingButItsOwnId) {
     }
 }
 
+// So many that a search through all of them, for each, would take a minute.
+TEST(Graph, findsEachOfManyPropertiesWhateverTheirOrder) {
+    for (const int count : {3, 50'000}) {
+        for (const int step : {1, -1, 7}) {
+            GraphBuilder builder;
+            std::vector<Property> properties;
+            for (int i = 0; i < count; ++i) {
+                const auto number = std::to_string(10'000'000 + i * step % count);
+                properties.emplace_back(std::u16string(number.begin(), number.end()),
+                                        std::u16string(number.rbegin(), number.rend()));
+                builder.setProperty(properties.back().first, u"");
+                builder.setProperty(properties.back().first, properties.back().second);
+            }
+            const auto node = builder.addNode(u"n", u"", Type::FILE(), properties);
+            const auto graph = builder.finish();
+            const auto keys = graph->getPropertyKeys();
+            EXPECT_EQ(node->getPropertyKeys(), keys);
+            ASSERT_TRUE(std::ranges::equal(keys, properties, {}, {}, &Property::first));
+            for (const auto& [key, value] : properties) {
+                ASSERT_EQ(node->getProperty(key), value);
+                ASSERT_EQ(graph->getProperty(key), value);
+            }
+            EXPECT_THROW((void)node->getProperty(u"10"), std::out_of_range);
+            EXPECT_THROW((void)graph->getProperty(u"9"), std::out_of_range);
+            properties.push_back(properties.front());
+            EXPECT_THROW(builder.addNode(u"n", u"", Type::FILE(), properties), GraphBuildError);
+        }
+    }
+}
+
 TEST(Graph, givesTheOutgoingDependenciesOfItsOwnNodesOnly) {
     const auto graph = graphOf("A -> B\nA -> A\nB");
     const auto twin = graphOf("A -> B\nA -> A\nB");

@@ -1,5 +1,6 @@
 #pragma once
 // One analysis result: nodes, the dependencies between them, and string properties.
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -42,6 +43,7 @@ class DEPENDENCY_GRAPH_EXPORT Graph {
     [[nodiscard]] std::vector<std::u16string> getPropertyKeys() const;
 
     /// Throws: `std::out_of_range` for a key that `getPropertyKeys` does not list.
+    /// Complexity: logarithmic in the number of properties.
     [[nodiscard]] std::u16string getProperty(const std::u16string& key) const;
 
   private:
@@ -54,6 +56,7 @@ class DEPENDENCY_GRAPH_EXPORT Graph {
     std::vector<std::shared_ptr<Dependency>> dependencies_;  // those of one upstream node together
     std::vector<std::size_t> firstDependency_;               // by node index, and one past the last
     std::vector<Property> properties_;
+    std::vector<std::uint32_t> keyOrder_;  // of the properties, unless they are in that order
     boost::posix_time::ptime timeStamp_;
 };
 

@@ -62,6 +62,8 @@ class DEPENDENCY_GRAPH_EXPORT GraphBuilder {
         const std::shared_ptr<const Component>& downstreamComponent);
 
     /// Appends a property of the graph, or replaces its value in place.
+    ///
+    /// Complexity: logarithmic in the number of properties.
     void setProperty(std::u16string_view key, std::u16string value);
     void setTimeStamp(const boost::posix_time::ptime& timeStamp);
 

@@ -29,6 +29,7 @@ class DEPENDENCY_GRAPH_EXPORT Node {
     [[nodiscard]] std::vector<std::u16string> getPropertyKeys() const;
 
     /// Throws: `std::out_of_range` for a key that `getPropertyKeys` does not list.
+    /// Complexity: logarithmic in the number of properties.
     [[nodiscard]] std::u16string getProperty(const std::u16string& key) const;
 
   private:
