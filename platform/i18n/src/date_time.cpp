@@ -1,13 +1,24 @@
 #include <fl/i18n/date_time.h>
 
+#include <malloc.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
 #include <memory>
 #include <new>
 #include <stdexcept>
+#include <string>
 
 #include <unicode/datefmt.h>
 #include <unicode/gregocal.h>
 #include <unicode/locid.h>
 #include <unicode/timezone.h>
+#include <unicode/uclean.h>
 #include <unicode/unistr.h>
 #include <unicode/ures.h>
 #include <boost/date_time/posix_time/posix_time_types.hpp>
@@ -19,6 +30,59 @@ static_assert(static_cast<int>(DateFormat::full) == icu::DateFormat::kFull);
 static_assert(static_cast<int>(DateFormat::long_) == icu::DateFormat::kLong);
 static_assert(static_cast<int>(DateFormat::medium) == icu::DateFormat::kMedium);
 static_assert(static_cast<int>(DateFormat::short_) == icu::DateFormat::kShort);
+
+// ICU does not survive every allocation that fails, nor report each: it may leave out a number of a
+// date, or take another pattern. So it gets memory from a reserve then, for good, and what was wanted
+// of it fails afterwards.
+alignas(std::max_align_t) std::array<std::byte, 1U << 20U> reserve;  // for several dates
+std::atomic<std::size_t> reserved = 0;
+thread_local bool ranOutOfMemory = false;
+
+bool isReserved(const void* memory) noexcept {
+    const std::less<const void*> isBefore;
+    return !isBefore(memory, reserve.data()) && isBefore(memory, reserve.data() + reserve.size());
+}
+
+void* allocate(std::size_t size) noexcept {
+    void* const memory = std::malloc(size);
+    if (memory != nullptr) {
+        return memory;
+    }
+    ranOutOfMemory = true;
+    constexpr std::size_t unit = alignof(std::max_align_t);
+    const std::size_t rounded = (size + unit - 1) / unit * unit;
+    const std::size_t begin = reserved.fetch_add(rounded);
+    return begin + rounded <= reserve.size() ? reserve.data() + begin : nullptr;
+}
+
+void release(void* memory) noexcept {
+    if (!isReserved(memory)) {
+        std::free(memory);
+    }
+}
+
+void* reallocate(void* memory, std::size_t size) noexcept {
+    void* const moved = allocate(size);
+    if (memory != nullptr && moved != nullptr) {
+        const std::size_t most = isReserved(memory)
+                                     ? static_cast<std::size_t>(reserve.data() + reserve.size() -
+                                                                static_cast<std::byte*>(memory))
+                                     : ::malloc_usable_size(memory);
+        std::memmove(moved, memory, std::min(most, size));
+        release(memory);
+    }
+    return moved;
+}
+
+// Before any thread.
+[[maybe_unused]] const bool icuAllocatesHere = []() noexcept {
+    UErrorCode status = U_ZERO_ERROR;
+    u_setMemoryFunctions(
+        nullptr, [](const void*, std::size_t size) { return allocate(size); },
+        [](const void*, void* memory, std::size_t size) { return reallocate(memory, size); },
+        [](const void*, void* memory) { release(memory); }, &status);
+    return U_SUCCESS(status);
+}();
 
 // The second in which `time` is, as milliseconds since the epoch.
 UDate secondOf(const boost::posix_time::ptime& time) {
@@ -41,9 +105,11 @@ std::unique_ptr<icu::Calendar> makeCalendar(const icu::Locale& locale) {
     UErrorCode status = U_ZERO_ERROR;
     auto calendar = std::make_unique<icu::GregorianCalendar>(icu::TimeZone::createTimeZone("UTC"),
                                                              locale, status);
-    calendar->setGregorianChange(
-        secondOf(boost::posix_time::ptime(boost::date_time::min_date_time)), status);
-    if (U_FAILURE(status)) {
+    if (calendar) {
+        calendar->setGregorianChange(
+            secondOf(boost::posix_time::ptime(boost::date_time::min_date_time)), status);
+    }
+    if (!calendar || U_FAILURE(status)) {
         throw std::bad_alloc();
     }
     return calendar;
@@ -71,8 +137,12 @@ ustring to_ustring(const boost::posix_time::ptime& time, DateFormat format, cons
     if (time.is_special()) {
         return {};
     }
+    ranOutOfMemory = false;
     icu::UnicodeString text;
     makeFormat(format, locale)->format(secondOf(time), text);
+    if (ranOutOfMemory || text.isBogus() || text.isEmpty()) {
+        throw std::bad_alloc();
+    }
     return {text.getBuffer(), static_cast<std::size_t>(text.length())};
 }
 

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <vector>
 
 #include <unicode/ustring.h>
@@ -122,6 +124,7 @@ bool asciiLowersPlainly(const std::string& locale) {
 }  // namespace
 
 struct Locale::Entry {
+    Entry() noexcept : name("en"), language("en"), lowersAsciiPlainly(true) {}
     explicit Entry(CanonicalName canonical)
         : name(std::move(canonical.full)),
           language(std::move(canonical.language)),
@@ -137,13 +140,18 @@ const Locale::Entry& Locale::intern(std::string_view name) {
     static auto& mutex = *new std::mutex;
     static auto& entries = *new std::map<std::string, Entry>;
     CanonicalName canonical = canonicalName(name);
+    if (canonical.full == english().name) {
+        return english();
+    }
     const std::lock_guard lock(mutex);
     const std::string key = canonical.full;
     return entries.try_emplace(key, std::move(canonical)).first->second;
 }
 
 const Locale::Entry& Locale::english() noexcept {
-    static const Entry& entry = intern("en");
+    // Takes no memory, and is never destroyed either.
+    alignas(Entry) static std::array<std::byte, sizeof(Entry)> memory;
+    static const Entry& entry = *new (memory.data()) Entry;
     return entry;
 }
 

@@ -15,7 +15,8 @@ namespace date_time {
 
 /// Returns: the date, in the proleptic Gregorian calendar, and the time of day of `time`, both in
 ///          UTC, fractions of a second cut off; empty for a special value (not a date, an infinity).
-/// Throws:  std::invalid_argument if `format` has none of the enumeration's values.
+/// Throws:  std::invalid_argument if `format` has none of the enumeration's values; std::bad_alloc,
+///          also for an allocation that ICU does without.
 [[nodiscard]] FL_I18N_EXPORT ustring to_ustring(const boost::posix_time::ptime& time,
                                                 DateFormat format,
                                                 const Locale& locale = Locale::global());
