@@ -1,11 +1,14 @@
 #include "run.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstddef>
+#include <cstdlib>
 #include <exception>
 #include <list>
 #include <memory>
@@ -21,6 +24,7 @@
 
 #include <depcompare/messages/messages.h>
 #include <fl/i18n/locale.h>
+#include <fl/i18n/ustring.h>
 #include <fmt/format.h>
 
 #include "cli/command_line.h"
@@ -202,22 +206,67 @@ int perform(int argc, const char* const* argv) {
     return compare(options, progress) ? someDifference : noDifference;
 }
 
+/// Takes no memory.
+void complainOfMemory() noexcept {
+    constexpr std::string_view line = "depcompare: out of memory\n";
+    // If it fails, there is nowhere left to report it but the exit status.
+    static_cast<void>(::write(STDERR_FILENO, line.data(), line.size()) < 0);
+}
+
 void complain(std::string_view problem) noexcept {
-    const auto say = [](std::string_view line) noexcept {
-        try {
-            writeAll(STDERR_FILENO, "standard error", line);
-        } catch (...) {
-            return;  // Nowhere left to report it but the exit status.
-        }
-    };
-    std::string line;
+    constexpr std::size_t longest = 2000;  // names of files included
     try {
-        line = fmt::format("depcompare: {}\n", visible(problem));
+        const std::u16string text = visible(fl::i18n::utf8_to_ustring(problem));
+        const std::string line =
+            fmt::format("depcompare: {}\n",
+                        fl::i18n::ustring_to_utf8(shortened(text, longest, Measure::units)));
+        writeAll(STDERR_FILENO, "standard error", line);
+    } catch (const std::bad_alloc&) {
+        complainOfMemory();
     } catch (...) {
-        say("depcompare: out of memory\n");  // which takes none
-        return;
+        return;  // Nowhere left to report it but the exit status.
     }
-    say(line);
+}
+
+/// Ends the process if an exception cannot be caught: it left a destructor or a thread, or there was no
+/// memory to throw it. Unfinished files have no names, and go with the process.
+[[noreturn]] void endUncaught() noexcept {
+    try {
+        if (std::current_exception() != nullptr) {
+            throw;
+        }
+        complainOfMemory();
+    } catch (const std::bad_alloc&) {
+        complainOfMemory();
+    } catch (const std::exception& error) {
+        complain(error.what());
+    } catch (...) {
+        complain("unknown error");
+    }
+    std::_Exit(failure);
+}
+
+/// Libraries that do not check their allocations crash if there is no memory left.
+void endIfOutOfMemory(int /*signal*/) noexcept {
+    constexpr std::size_t little = 1U << 24U;
+    if (::mmap(nullptr, little, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0) ==
+        MAP_FAILED) {  // NOLINT(performance-no-int-to-ptr): the system's constant.
+        complainOfMemory();
+        std::_Exit(failure);
+    }
+    // The instruction is repeated, and ends the process as usual.
+}
+
+/// Before any object is made, since that takes memory.
+[[gnu::constructor(101)]] void watchForUncaught() noexcept {
+    std::set_terminate(endUncaught);
+    struct sigaction former {};
+    if (::sigaction(SIGSEGV, nullptr, &former) == 0 && former.sa_handler == SIG_DFL) {
+        struct sigaction once {};
+        once.sa_handler = endIfOutOfMemory;
+        once.sa_flags = static_cast<int>(SA_RESETHAND);
+        ::sigaction(SIGSEGV, &once, nullptr);
+    }
 }
 
 /// Opens standard descriptors that are closed: else the next file that is opened becomes one, and gets
@@ -258,7 +307,7 @@ int run(int argc, const char* const* argv) noexcept {
         endIfBrokenPipe(error);
         complain(error.what());
     } catch (const std::bad_alloc&) {
-        complain("out of memory");
+        complainOfMemory();
     } catch (const std::exception& error) {
         complain(error.what());
     } catch (...) {

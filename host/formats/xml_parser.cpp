@@ -111,11 +111,11 @@ void XmlParser::parse(Input& input, XmlEvents& events) {
             std::rethrow_exception(failure_);
         }
         if (status != XML_STATUS_OK) {
-            if (XML_GetErrorCode(parser_.get()) == XML_ERROR_NO_MEMORY) {
+            const XML_Error error = XML_GetErrorCode(parser_.get());
+            if (error == XML_ERROR_NO_MEMORY) {
                 throw std::bad_alloc();
             }
-            fail(fmt::format("not well-formed XML: {}",
-                             XML_ErrorString(XML_GetErrorCode(parser_.get()))));
+            fail(fmt::format("not well-formed XML: {}", XML_ErrorString(error)));
         }
         tokenBytes = tokenEnded_ ? 0 : tokenBytes + count;
         if (tokenBytes > input.limits().textBytes) {

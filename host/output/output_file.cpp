@@ -127,6 +127,7 @@ OutputFile::OutputFile(std::string path) : path_(std::move(path)) {
     } else {
         folder_ = destination.path.parent_path().string();
         name_ = destination.path.filename().string();
+        place_ = destination.path.string();
         if (exists) {
             former_ = {.device = status.st_dev, .number = status.st_ino};
         }
@@ -218,7 +219,7 @@ void OutputFile::openAside() {
 void OutputFile::openTarget() {
     const int error = errno;
     if (former_) {
-        target_ = Descriptor(openFile(folder_ + '/' + name_, O_WRONLY));
+        target_ = Descriptor(openFile(place_, O_WRONLY));
     }
     if (!target_) {
         errno = former_ ? errno : error;
@@ -250,7 +251,7 @@ void OutputFile::nameContent() {
     const int file = copy ? *copy : *content_;
     struct stat status {};
     mode_t permissions = permissionsOfNewFiles();
-    if (former_ && ::stat((folder_ + '/' + name_).c_str(), &status) == 0) {
+    if (former_ && ::stat(place_.c_str(), &status) == 0) {
         permissions = status.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
         struct stat own {};
         if (::fstat(file, &own) != 0) {
@@ -271,11 +272,10 @@ void OutputFile::nameContent() {
 /// Puts the content in the file's place; what stood there gets the temporary name. If the file cannot
 /// be replaced, it is opened to be overwritten.
 void OutputFile::appear() {
-    const std::string path = folder_ + '/' + name_;
     try {
         nameContent();
         const auto move = [&](unsigned how) {
-            return ::renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, path.c_str(), how) == 0;
+            return ::renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, place_.c_str(), how) == 0;
         };
         bool kept = former_ && move(RENAME_EXCHANGE);
         const bool cannotExchange = errno == EINVAL || errno == ENOSYS || errno == ENOENT;
@@ -297,11 +297,10 @@ void OutputFile::appear() {
 
 void OutputFile::disappear() noexcept {
     if (appeared_) {
-        const std::string path = folder_ + '/' + name_;
         if (!temporary_.empty()) {
-            ::renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, path.c_str(), RENAME_EXCHANGE);
+            ::renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, place_.c_str(), RENAME_EXCHANGE);
         } else if (!former_) {
-            ::unlink(path.c_str());
+            ::unlink(place_.c_str());
         }
     }
     removeTemporary();

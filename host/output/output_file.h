@@ -77,6 +77,7 @@ class OutputFile final : public Sink {
     std::string path_;
     std::string folder_;  ///< of the file, without symbolic links; empty if it is written directly
     std::string name_;    ///< in the folder
+    std::string place_;   ///< the folder and the name, ready for an undo without memory
     FileNumber folderNumber_;
     std::optional<FileNumber> former_;  ///< the file to be replaced
     Descriptor content_;                ///< what is written to

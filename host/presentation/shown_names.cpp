@@ -1,6 +1,7 @@
 #include "presentation/shown_names.h"
 
 #include <exception>
+#include <new>
 
 #include <fl/i18n/locale.h>
 #include <fl/i18n/message_catalog.h>
@@ -16,6 +17,8 @@ std::u16string messageFor(const std::string& messageKey, const std::u16string& k
         return fl::i18n::MessageCatalog::get_message(
             fl::i18n::MessageID("ORBITA:dependency:comparisons:" + messageKey),
             fl::i18n::Locale::global());
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception&) {
         return key;  // Nothing has to be wrong: few keys have a message.
     }

@@ -1,6 +1,7 @@
 // Runs the program itself: what only a process has, and the bundled graphs.
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <tuple>
@@ -443,6 +444,32 @@ TEST_F(Program, whateverEndsItLeavesNoUnfinishedFile) {
     const std::string report = contentOf(folder_ / "report");
     EXPECT_TRUE(report == "old" || report.ends_with("</html>\n")) << report.size();
     EXPECT_EQ(filesInFolder(), files + 2);  // the output and the errors of the program
+}
+
+TEST_F(Program, wantOfMemoryIsOneLine) {
+#ifndef NDEBUG
+    GTEST_SKIP() << "sanitizers take memory by themselves";
+#endif
+    const std::string pairs[] = {
+        "'" EXAMPLES "/mocha-9.2.2.cdx.json.gz' '" EXAMPLES "/mocha-10.8.2.cdx.json.gz'",
+        "'" EXAMPLES "/axios-0.27.2.dot' '" EXAMPLES "/axios-1.7.9.dot'", both};
+    int failed = 0;
+    int succeeded = 0;
+    for (std::size_t megabytes = 44; megabytes <= 128; megabytes += 4) {
+        const Outcome outcome = shell("(ulimit -v " + std::to_string(megabytes * 1024) +
+                                      "; $P -f json --report html=page " +
+                                      pairs[megabytes / 4 % std::size(pairs)] + ")");
+        if (outcome.status == 2) {
+            ++failed;
+            EXPECT_EQ(outcome.error, "depcompare: out of memory\n") << megabytes;
+        } else if (outcome.status !=
+                   127) {  // by which the system says that it cannot load libraries
+            ++succeeded;
+            EXPECT_EQ(outcome.status, 1) << megabytes << outcome.error;
+        }
+        EXPECT_EQ(fs::remove(folder_ / "page"), outcome.status == 1) << megabytes;
+    }
+    EXPECT_GT(std::min(failed, succeeded), 3);
 }
 
 TEST_F(Program, idsThatWereChosenToCollideCostNoMoreThanOthers) {
