@@ -395,6 +395,35 @@ TEST_F(Program, filesAppearAllAndWholeOrNotAtAll) {
     EXPECT_EQ(contentOf(folder_ / "b"), run("-f markdown " + both).output);
 }
 
+TEST_F(Program, whicheverCallFailsAllFilesAreOldOrAllAreNew) {
+#ifndef NDEBUG
+    GTEST_SKIP() << "sanitizers are preloaded first";
+#endif
+    const char* names[] = {"a", "b", "c"};
+    const auto files = filesInFolder() + 5;  // those, the output and the errors of the program
+    for (const char* call : {"fsync", "close", "write", "linkat", "renameat2"}) {
+        int number = 0;
+        do {
+            fs::remove(folder_ / "failed");
+            for (const char* name : names) {
+                write(name, "old");
+            }
+            const std::string about = std::string(call) + ':' + std::to_string(++number);
+            const Outcome outcome = shell("FAILING_CALL=" + about +
+                                          " LD_PRELOAD='" FAILING_CALLS
+                                          "' $P --report json=a --report summary=b -o c " +
+                                          both);
+            const auto old = std::ranges::count(
+                names, "old", [&](const char* name) { return contentOf(folder_ / name); });
+            EXPECT_EQ(old, outcome.status == 2 ? 3 : 0) << about << outcome.error;
+            EXPECT_EQ(std::ranges::count(outcome.error, '\n'), outcome.status == 2 ? 1 : 0)
+                << about;
+            EXPECT_EQ(filesInFolder() - (fs::exists(folder_ / "failed") ? 1 : 0), files) << about;
+        } while (fs::exists(folder_ / "failed"));
+        EXPECT_GT(number, 3) << call;
+    }
+}
+
 TEST_F(Program, theOutputFileKeepsItsLinkAndPermissions) {
     const Outcome outcome = shell(
         "echo old >real; chmod 4604 real; ln -s real link; ln -s made dangling; umask 027; "
