@@ -53,7 +53,7 @@ void noteMissingFiles(GraphDraft& draft, bool orRefuse) {
             types.emplace_back("...");
             break;
         }
-        types.push_back(fmt::format("{} {}", count, inQuotes(type)));
+        types.push_back(fmt::format("{} {}", count, inQuotes(type, mostRepeatedBytes / mostTypes)));
     }
     std::string problem = fmt::format(
         "no file nodes, so nothing to compare; use --file-type to choose the types "

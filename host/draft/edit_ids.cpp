@@ -130,10 +130,11 @@ void editNodeIDs(GraphDraft& draft, const IdEdits& edits) {
         }
         const auto [owner, isNew] = owners.emplace(node.id, before);
         if (!isNew) {
-            throw InputError(
-                draft.source, 0,
-                fmt::format("nodes {} and {} would both have the ID {}", inQuotes(owner->second),
-                            inQuotes(before), inQuotes(after)));
+            throw InputError(draft.source, 0,
+                             fmt::format("nodes {} and {} would both have the ID {}",
+                                         inQuotes(owner->second, mostRepeatedBytes / 3),
+                                         inQuotes(before, mostRepeatedBytes / 3),
+                                         inQuotes(after, mostRepeatedBytes / 3)));
         }
     }
 }

@@ -6,7 +6,6 @@
 #include <system_error>
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include "input/input_error.h"
 
@@ -42,7 +41,7 @@ void NamedEdgeData::setUnnamed(std::size_t edge, std::string_view value) {
 void NamedEdgeData::warnOfIgnored(std::string_view what) const {
     if (!ignored_.empty()) {
         sink_.warn(fmt::format("dependencies have no properties; ignored {}: {}", what,
-                               fmt::join(ignored_, ", ")));
+                               listed({ignored_.begin(), ignored_.end()})));
     }
 }
 

@@ -19,6 +19,9 @@ using nlohmann::json;
 namespace {
 
 constexpr std::size_t pieceBytes = 1U << 16U;
+constexpr std::size_t bytesBefore = 8;  // a piece, for what is read again
+
+constexpr int numberOutOfRange = 406;
 
 /// Reads the bytes one by one, as the parser wants them.
 class ByteIterator {
@@ -97,6 +100,16 @@ class JsonEvents final : public json::json_sax_t {
     }
     [[nodiscard]] std::vector<std::string>& unknownKeys() { return unknownKeys_; }
 
+    /// Returns: the beginning of a document that ends like the innermost open container. The events of
+    ///          reading it are passed over.
+    [[nodiscard]] std::string_view beginningForRest() {
+        const bool isWhole = path_.depth() == 0;
+        const bool isArray = !isWhole && path_.last().isElement;
+        eventsToSkip_ = isWhole ? 1 : isArray ? 2 : 3;
+        return isWhole ? "0" : isArray ? "[0" : R"({"":0)";
+    }
+    [[nodiscard]] bool isAtEnd() const { return path_.depth() == 0; }
+
     bool null() override { return value(json()); }
     bool boolean(bool is) override { return value(json(is)); }
     bool number_integer(std::int64_t number) override { return value(json(number)); }
@@ -110,6 +123,9 @@ class JsonEvents final : public json::json_sax_t {
         return start(json::value_t::object, false);
     }
     bool key(std::string& key) override {
+        if (skips()) {
+            return true;
+        }
         bytes_.endToken();
         if (path_.depth() == 1) {
             noteOutermost(key);
@@ -122,8 +138,12 @@ class JsonEvents final : public json::json_sax_t {
         return start(json::value_t::array, true);
     }
     bool end_array() override { return end(); }
-    bool parse_error(std::size_t /*position*/, const std::string& /*lastToken*/,
+    bool parse_error(std::size_t /*position*/, const std::string& lastToken,
                      const json::exception& error) override {
+        if (error.id == numberOutOfRange) {
+            bytes_.stepBack();
+            return !value(json(lastToken));
+        }
         bytes_.fail("not well-formed JSON: " + withoutPlace(error.what()));
     }
 
@@ -161,7 +181,8 @@ class JsonEvents final : public json::json_sax_t {
         bool isPlaceOfRecord = false;
         bool isPlaceOfObject = false;
         bool isCollection = false;
-        bool fits = kind == json::value_t::null;
+        bool fits = kind == json::value_t::null && path_.depth() != 0;
+        std::string_view expected;
         for (const auto& [place, takesObjectsOnly] : format_.records) {
             if (place.size() < path_.depth() || !path_.leadsTo(place)) {
                 continue;
@@ -171,12 +192,13 @@ class JsonEvents final : public json::json_sax_t {
                 isPlaceOfObject = takesObjectsOnly;
             } else {
                 isCollection = true;
-                fits |= kind == (place[path_.depth()] == "*" ? json::value_t::array
-                                                             : json::value_t::object);
+                const bool isArray = place[path_.depth()] == "*";
+                fits |= kind == (isArray ? json::value_t::array : json::value_t::object);
+                expected = isArray ? "an array" : "an object";
             }
         }
         if (isCollection) {  // whatever a place with "{}" says of all others
-            requireKind(fits, kind == json::value_t::array ? "an object" : "an array");
+            requireKind(fits, expected);
             return false;
         }
         requireKind(!isPlaceOfObject || kind == json::value_t::object, "an object");
@@ -191,7 +213,16 @@ class JsonEvents final : public json::json_sax_t {
         }
     }
 
+    bool skips() {
+        const bool skipped = eventsToSkip_ != 0;
+        eventsToSkip_ -= skipped ? 1 : 0;
+        return skipped;
+    }
+
     bool value(json value) {
+        if (skips()) {
+            return true;
+        }
         bytes_.endToken();
         if (!open_.empty()) {
             place(std::move(value));
@@ -202,6 +233,9 @@ class JsonEvents final : public json::json_sax_t {
     }
 
     bool start(json::value_t kind, bool isArray) {
+        if (skips()) {
+            return true;
+        }
         bytes_.endToken();
         if (!open_.empty()) {
             open_.push_back(place(json(kind)));
@@ -255,6 +289,7 @@ class JsonEvents final : public json::json_sax_t {
     std::vector<std::string> unknownKeys_;
     JsonPath path_;
     json record_;
+    int eventsToSkip_ = 0;
     std::vector<json*> open_;  // the containers of the record that are open
 };
 
@@ -277,7 +312,7 @@ std::string JsonPath::text() const {
     return text;
 }
 
-JsonBytes::JsonBytes(Input& input) : input_(input), piece_(pieceBytes) {
+JsonBytes::JsonBytes(Input& input) : input_(input), piece_(bytesBefore + pieceBytes) {
     // An escape takes up to six bytes for one of the text.
     constexpr std::size_t escapeBytes = 6;
     const std::size_t textBytes = input.limits().textBytes;
@@ -295,9 +330,24 @@ void JsonBytes::advance() {
     }
 }
 
+void JsonBytes::stepBack() {
+    // If the input has ended, no byte follows the number.
+    if (piece_[position_ - 1] < '0' || piece_[position_ - 1] > '9') {
+        line_ -= piece_[--position_] == '\n' ? 1 : 0;
+    }
+}
+
+void JsonBytes::putBefore(std::string_view text) {
+    position_ -= text.size();
+    std::ranges::copy(text, piece_.begin() + static_cast<std::ptrdiff_t>(position_));
+}
+
 void JsonBytes::refill() {
-    position_ = 0;
-    end_ = input_.read(piece_);
+    if (position_ != 0) {
+        piece_[bytesBefore - 1] = piece_[position_ - 1];
+    }
+    position_ = bytesBefore;
+    end_ = bytesBefore + input_.read(std::span(piece_).subspan(bytesBefore));
 }
 
 void JsonBytes::fail(std::string_view problem) const {
@@ -307,7 +357,16 @@ void JsonBytes::fail(std::string_view problem) const {
 std::vector<std::string> parseJson(JsonBytes& bytes, JsonRecords& records,
                                    const JsonFormat& format) {
     JsonEvents events(bytes, records, format);
-    json::sax_parse(ByteIterator(bytes), ByteIterator(), &events);
+    bool isWhole = json::sax_parse(ByteIterator(bytes), ByteIterator(), &events);
+    // The parser has given up at a number that is too large for it, and that counts as a text. Others
+    // read what follows, up to the end of one container each.
+    while (!isWhole) {
+        const bool isLast = events.isAtEnd();
+        bytes.putBefore(events.beginningForRest());
+        isWhole = json::sax_parse(ByteIterator(bytes), ByteIterator(), &events,
+                                  json::input_format_t::json, isLast) &&
+                  isLast;
+    }
     events.requireMembers();
     return std::move(events.unknownKeys());
 }
@@ -320,9 +379,11 @@ JsonGraphReader::JsonGraphReader(Input& input)
 void JsonGraphReader::parse(const JsonFormat& format) {
     std::vector<std::string> unknown = parseJson(bytes_, *this, format);
     if (!unknown.empty()) {
-        std::ranges::transform(unknown, unknown.begin(), inQuotes);
-        sink_.warn(fmt::format("ignored members that this format does not have: {}",
-                               fmt::join(unknown, ", ")));
+        for (std::string& key : unknown) {
+            key = inQuotes(key);
+        }
+        sink_.warn(
+            fmt::format("ignored members that this format does not have: {}", listed(unknown)));
     }
 }
 

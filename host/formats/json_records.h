@@ -87,6 +87,12 @@ class JsonBytes {
     [[nodiscard]] char current() const { return piece_[position_]; }
     void advance();
     void endToken() { tokenBytes_ = 0; }
+    /// Takes back the byte that ended a number.
+    ///
+    /// Requires: the parser has just read a number.
+    void stepBack();
+    /// Lets the parser read this text, of few bytes and one line, before the current byte.
+    void putBefore(std::string_view text);
 
     /// Returns: the parser's current line, from 1.
     [[nodiscard]] std::size_t line() const { return line_; }

@@ -20,20 +20,31 @@ bool continuesCharacter(char byte) {
 InputError::InputError(std::string_view source, std::size_t line, std::string_view problem)
     : std::runtime_error(located(source, line, problem)) {}
 
-std::string inQuotes(std::string_view text) {
-    constexpr std::size_t longest = 120;
-    if (text.size() <= longest) {
+std::string inQuotes(std::string_view text, std::size_t most) {
+    if (text.size() <= most) {
         return fmt::format("\"{}\"", text);
     }
-    std::size_t head = longest / 2;
+    std::size_t head = most / 2;
     while (head > 0 && continuesCharacter(text[head])) {
         --head;
     }
-    std::size_t tail = text.size() - longest / 2;
+    std::size_t tail = text.size() - most / 2;
     while (tail < text.size() && continuesCharacter(text[tail])) {
         ++tail;
     }
     return fmt::format("\"{}...{}\"", text.substr(0, head), text.substr(tail));
+}
+
+std::string listed(const std::vector<std::string>& texts) {
+    std::string list;
+    for (const std::string& text : texts) {
+        const bool fits = list.size() + text.size() <= mostRepeatedBytes;
+        list.append(list.empty() ? "" : ", ").append(fits ? text : "...");
+        if (!fits) {
+            break;
+        }
+    }
+    return list;
 }
 
 }  // namespace depcompare

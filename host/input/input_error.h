@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace depcompare {
 
@@ -13,7 +14,14 @@ class InputError : public std::runtime_error {
     InputError(std::string_view source, std::size_t line, std::string_view problem);
 };
 
-/// Returns: the text in quotation marks; a long one is shortened in the middle.
-[[nodiscard]] std::string inQuotes(std::string_view text);
+/// So many bytes of an input, about, are repeated by one message.
+inline constexpr std::size_t mostRepeatedBytes = 200;
+
+/// Returns: the text in quotation marks; one of more than `most` bytes is shortened in the middle. Two
+///          texts fit into a message.
+[[nodiscard]] std::string inQuotes(std::string_view text, std::size_t most = mostRepeatedBytes / 2);
+
+/// Returns: the texts, separated by commas; those that do not fit into a message are three dots.
+[[nodiscard]] std::string listed(const std::vector<std::string>& texts);
 
 }  // namespace depcompare

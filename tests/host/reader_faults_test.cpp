@@ -1,7 +1,9 @@
 // What readers refuse, with the line and the limit, and what they warn of: all formats in one table each.
+#include <algorithm>
 #include <string>
 #include <vector>
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include "formats/read_graph.h"
@@ -62,8 +64,40 @@ TEST(Readers, whatCannotBeReadIsRefusedInOneLine) {
              std::string(60, '1') + "..." + std::string(59, '1') + "a' splits into two tokens"},
         {"DOT, what was refused leaves nothing", "digraph { a }", "a \"a\" [file]\n"},
     });
-    Input array = Input::fromText("in", "[1]");
-    EXPECT_THROW(static_cast<void>(readGraph(array, "jgf")), InputError);
+    const std::pair<const char*, const char*> documents[] = {
+        {"[1]", "jgf"}, {"null", "jgf"}, {"null", "madge"}, {"null", "pipdeptree"}, {"7", "nx"}};
+    for (const auto& [document, format] : documents) {
+        Input input = Input::fromText("in", document);
+        EXPECT_THROW(static_cast<void>(readGraph(input, format)), InputError) << format;
+    }
+}
+
+TEST(Readers, aMessageRepeatsLittleOfTheInput) {
+    const std::string name(3000, 'x');
+    std::string members;
+    for (int i = 0; i < 30; ++i) {
+        members += fmt::format(", \"{}{}\": [{}]", i, name, i);
+    }
+    const std::string files[] = {
+        R"({"modules": [], "summary": 1)" + members + "}",
+        jgf(R"("nodes": {})" + members),
+        jgf(R"("vertices": {})" + members),
+        jgf(R"("nodes": {"a": {"metadata": {"type": ")" + name + R"("}}})"),
+        jgf(R"("directed": false, "edges": [{"source": "1)" + name + R"(", "target": "2)" + name +
+            R"("}])"),
+        R"({"modules": [{"source": ")" + name + R"(", "dependencies": [{}]}]})",
+        graphML("<node id='" + name + "'/><node id='" + name + "'/>"),
+        "a b {'" + name + "': 1}\nb c {'y" + name + "': 1}\nc d {'z" + name + "': 1}\n",
+    };
+    for (const std::string& file : files) {
+        const std::string result = test::read(file);
+        const std::vector<std::string> messages =
+            result.starts_with("in:") ? std::vector{result} : test::load(file).warnings;
+        EXPECT_FALSE(messages.empty()) << result.substr(0, 200);
+        for (const std::string& message : messages) {
+            EXPECT_LE(std::ranges::count(message, 'x'), 202) << message;
+        }
+    }
 }
 
 TEST(Readers, whatIsNotReadIsNamedWithAWayOut) {

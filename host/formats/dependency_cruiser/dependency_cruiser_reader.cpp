@@ -11,6 +11,7 @@
 
 #include "draft/graph_sink.h"
 #include "formats/json_records.h"
+#include "input/input_error.h"
 
 namespace depcompare {
 
@@ -122,7 +123,7 @@ class DependencyCruiserReader final : public JsonGraphReader {
     void addDependency(const std::string& source, const json& dependency) {
         const std::string resolved = memberText(dependency, "resolved");
         if (resolved.empty()) {
-            bytes_.fail(fmt::format("dependency of \"{}\" without \"resolved\"", source));
+            bytes_.fail(fmt::format("dependency of {} without \"resolved\"", inQuotes(source)));
         }
         const auto addEdge = [&](const std::string& type) {
             const std::size_t edge = sink_.addEdge(source, resolved);

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include "draft/graph_sink.h"
 #include "formats/edge_data.h"
@@ -88,7 +87,7 @@ class JGFReader final : public JsonGraphReader {
 
     // Other formats call their outermost member "graph" too.
     void settleForeignMembers() {
-        const std::string names = fmt::format("{}", fmt::join(foreignMembers_, ", "));
+        const std::string names = listed(foreignMembers_);
         if (!foreignMembers_.empty() && !hasMembers_) {
             bytes_.fail(fmt::format("not JSON Graph Format: no nodes and no edges, but {}", names));
         }

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <vector>
 
 #include <fmt/format.h>
 
@@ -18,7 +19,16 @@ class MadgeReader final : public JsonGraphReader {
 
     GraphDraft read() {
         parse({.records = {valuesAt({"{}"})}});
-        return sink_.finish();
+        GraphDraft draft = sink_.finish();
+        // Any lists of texts have this shape, but madge lists whatever a module needs as a module too.
+        const auto leadsToModule = [&](const EdgeDraft& edge) {
+            return std::ranges::binary_search(modules_, at(edge, EdgeColumn::downstream));
+        };
+        std::ranges::sort(modules_);
+        if (!draft.edges.empty() && std::ranges::none_of(draft.edges, leadsToModule)) {
+            bytes_.fail("not a list of modules: nothing that a member lists is a member");
+        }
+        return draft;
     }
 
     void take(const JsonPath& path, const json& value) override {
@@ -29,11 +39,14 @@ class MadgeReader final : public JsonGraphReader {
         if (!isList) {
             bytes_.fail(fmt::format("{} is not a list of modules", inQuotes(module)));
         }
-        sink_.addNode(module);
+        modules_.push_back(sink_.addNode(module));
         for (const json& needed : value) {
             sink_.addEdge(module, needed.get_ref<const std::string&>());
         }
     }
+
+  private:
+    std::vector<NodeNumber> modules_;
 };
 
 }  // namespace
