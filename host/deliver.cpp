@@ -112,8 +112,8 @@ void fill(FileSink& file, std::string_view name, Progress& progress, const Conte
 /// The files that a command line names, open for writing.
 class NamedFiles {
   public:
-    /// Throws: `UsageError` if one would take the place of another, or of what standard output is
-    ///         redirected to: a report would be lost.
+    /// Throws: `UsageError` if one would take the place of another, or of what standard output or
+    ///         standard error is redirected to: a report or a message would be lost.
     explicit NamedFiles(const Options& options) {
         for (const FurtherReport& further : options.reports) {
             files_.emplace_back(further.path);
@@ -129,11 +129,10 @@ class NamedFiles {
                                     other->path(), file->path()));
                 }
             }
-            if (!options.outputFile && file->replaces(STDOUT_FILENO)) {
-                throw UsageError(
-                    fmt::format("{} is where standard output goes; each report needs its own file",
-                                file->path()));
+            if (!options.outputFile) {
+                requireOther(*file, STDOUT_FILENO, "standard output");
             }
+            requireOther(*file, STDERR_FILENO, "standard error");
         }
     }
 
@@ -149,6 +148,13 @@ class NamedFiles {
     }
 
   private:
+    static void requireOther(const OutputFile& file, int descriptor, std::string_view name) {
+        if (file.replaces(descriptor)) {
+            throw UsageError(fmt::format("{} is where {} goes; each report needs its own file",
+                                         file.path(), name));
+        }
+    }
+
     std::list<OutputFile> files_;
 };
 

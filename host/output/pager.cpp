@@ -107,6 +107,7 @@ void Pager::spawn(const std::string& command, int input) {
     for (const int signal : itsSignals) {
         ::sigaddset(&signals, signal);
     }
+    ::sigaddset(&signals, SIGXFSZ);  // which this program ignores
     ::posix_spawnattr_setsigdefault(&attributes, &signals);
     ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
     std::string shell = "sh";

@@ -106,6 +106,7 @@ TEST_F(Program, errorsAreOneLineAndStatusTwo) {
         {"- nowhere </dev/zero", "nowhere: No such file or directory"},
         {"empty " + older,
          "empty: the file is empty or blank; did the command that wrote it fail?"},
+        {"--git - empty </dev/null", "./-: No such file or directory"},
         {"--convert jgf empty",
          "empty: the file is empty or blank; did the command that wrote it fail?"},
         {both + " >/dev/full", "standard output: No space left on device"},
@@ -119,6 +120,9 @@ TEST_F(Program, errorsAreOneLineAndStatusTwo) {
         EXPECT_EQ(outcome.output, "") << words;
         EXPECT_EQ(outcome.error, std::string("depcompare: ") + expected + "\n");
     }
+    const Outcome standardError = shell("$P --report json=r " + both + " 2>>r; cat r");
+    EXPECT_EQ(standardError.output,
+              "depcompare: r is where standard error goes; each report needs its own file\n");
     // A reader that has seen enough ends the process as the signal would.
     EXPECT_EQ(shell("{ sleep 0.2; $P " + both + "; echo $? >status; } | true; sleep 1").error, "");
     EXPECT_EQ(contentOf(folder_ / "status"), "141\n");
@@ -532,6 +536,9 @@ TEST_F(Program, theEnvironmentDecidesAboutColoursAndTheLocale) {
         EXPECT_NE(output.find(expected), std::string::npos) << about;
         EXPECT_EQ(output.find('\x1b') != std::string::npos, expected[0] == '\x1b') << about;
     }
+    EXPECT_EQ(shell("cd /; env -i TZ=Asia/Tokyo HOME=/nowhere LC_NUMERIC=de_DE $P -f json " + both)
+                  .output,
+              run("-f json " + both).output);
 }
 
 TEST_F(Program, aPagerShowsTextOnATerminal) {
@@ -546,6 +553,9 @@ TEST_F(Program, aPagerShowsTextOnATerminal) {
         {"PAGER='cat >paged'", "", "Comparing", false},
         {"PAGER='echo $LESS >paged'", "", "FRX", false},
         {"LESS=i PAGER='echo $LESS >paged'", "", "i", false},
+        // Neither SIGXFSZ nor SIGPIPE is ignored.
+        {R"(PAGER="grep -c 'SigIgn.*[02468ace]..[02468ace]...$' /proc/self/status >paged")", "",
+         "1", false},
         {"PAGER='cat >paged' DEPCOMPARE_PAGER=", "", "", true},
         {"PAGER='cat >paged' DEPCOMPARE_PAGER=cat", "", "", true},
         {"PAGER='cat >paged' TERM=dumb", "", "", true},

@@ -2,6 +2,7 @@
 # search_paths.sh FOLDER: every program and library below the folder looks for libraries at places
 # relative to itself, and nowhere else. An empty place would be the working folder.
 set -euo pipefail
+shopt -s nullglob
 
 status=0
 count=0
@@ -16,6 +17,6 @@ while IFS= read -r -d '' file; do
             status=1
         }
     done < <(readelf --dynamic --wide "$file" | grep -oP '\((RUN|R)PATH\).*\K\[.*\]$' || true)
-done < <(find "$1/bin" "$1/lib"* "$1/tests" -maxdepth 2 -type f \( -perm -u+x -o -name '*.so*' \) -print0)
+done < <(find "$1/bin" "$1/lib"* "$1/tests"* -maxdepth 2 -type f \( -perm -u+x -o -name '*.so*' \) -print0)
 [[ $count -gt 0 ]] || { echo "no program or library below $1"; exit 1; }
 exit "$status"
