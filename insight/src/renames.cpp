@@ -4,13 +4,16 @@
 #include <cmath>
 #include <functional>
 #include <map>
+#include <optional>
 #include <set>
+#include <span>
 #include <stdexcept>
 #include <string_view>
 #include <tuple>
 #include <unordered_map>
 #include <utility>
 
+#include "folder_tree.h"
 #include "id_components.h"
 
 namespace dependency::insight {
@@ -33,6 +36,7 @@ constexpr double ambiguityMargin = 0.1;
 
 // What makes too many candidates is no index.
 constexpr std::size_t mostPairsPerKey = 1'024;
+constexpr std::size_t mostNamesakes = 64;
 constexpr std::size_t mostLinksOfRareNeighbour = 1'000;
 constexpr int mostRounds = 8;
 
@@ -62,24 +66,28 @@ Text endingOf(Text name) {
     return dot == name.npos || dot == 0 ? Text() : name.substr(dot);
 }
 
+/// A property that a removed or an added file has.
+struct Value {
+    Number key = 0;  // in the order of the keys
+    BySide<std::size_t> count;
+};
+using Values = std::map<graph::Property, Value>;
+
 /// What is known of a removed or an added file before any other is looked at.
 struct File {
     Number node = 0;
-    Text name;
-    Text ending;
-    Text folder;
-    std::vector<graph::Property> properties;  // by key; digests left out
-    std::vector<graph::Property> digests;     // by key
+    Number name = 0;
+    Number ending = 0;
+    Number folder = 0;                         // its place in the tree
+    std::vector<Values::iterator> properties;  // by key; digests left out
+    std::vector<Values::iterator> digests;     // by key
 };
 
-/// Folders without the components that both end in.
-std::pair<Text, Text> moveOf(Text left, Text right, Text separator) {
-    while (!left.empty() && !right.empty() &&
-           lastComponent(left, separator) == lastComponent(right, separator)) {
-        left = folder(left, separator);
-        right = folder(right, separator);
-    }
-    return {left, right};
+// Returns: the value of the same key, null if there is none.
+const Values::iterator* valueOfKey(const std::vector<Values::iterator>& values, Number key) {
+    const auto found = std::ranges::lower_bound(
+        values, key, {}, [](const auto& value) { return value->second.key; });
+    return found != values.end() && (*found)->second.key == key ? &*found : nullptr;
 }
 
 /// A removed and an added file, by their places among these.
@@ -123,12 +131,14 @@ class RenameFinder {
             countValues();
             pairUp();
         }
-        moves_.clear();
+        std::vector<Move> moves;
         for (const Rename& rename : renames_) {
-            ++moves_[moveOfPair(rename.nodes)];
+            const auto [left, right] = filesOf(rename.nodes);
+            moves.push_back(moveOf(*left, *right));
         }
+        countMoves(std::move(moves));
         for (Rename& rename : renames_) {
-            rename.evidence = evidenceOf(rename.nodes);
+            rename.evidence = evidenceOf(rename);
         }
         std::ranges::sort(renames_, {}, &Rename::nodes);
         return std::move(renames_);
@@ -136,6 +146,9 @@ class RenameFinder {
 
   private:
     using Count = BySide<std::size_t>;
+    /// Folders of either side without the components that both end in.
+    using Move = std::pair<Number, Number>;
+    using MoveCount = std::pair<Move, std::size_t>;
 
     void takeStated() {
         for (const NodePair& pair : options_.stated) {
@@ -151,51 +164,84 @@ class RenameFinder {
     }
 
     void readFiles() {
-        for (const Side side : sides) {
-            for (Number node = 0; node < graph_.nodeCount(); ++node) {
-                if (graph_.isFile(node, side) && !graph_.has(node, otherSide(side)) &&
-                    partner_[node] == none) {
-                    files_[side].push_back(readFile(node, side));
+        std::vector<Text> ids;
+        for (Number node = 0; node < graph_.nodeCount(); ++node) {
+            if (isSearched(node) || partner_[node] != none) {
+                ids.push_back(graph_.id(node));
+            }
+        }
+        tree_ = FolderTree(ids, options_.separator);
+        std::size_t next = 0;
+        for (Number node = 0; node < graph_.nodeCount(); ++node) {
+            if (isSearched(node) || partner_[node] != none) {
+                const Side side = graph_.has(node, Side::left) ? Side::left : Side::right;
+                auto& files = (partner_[node] == none ? files_ : stated_)[side];
+                files.push_back(readFile(node, side));
+                files.back().folder = tree_.folderOf(next++);
+            }
+        }
+        for (Values* values : {&properties_, &digests_}) {
+            Number key = 0;
+            for (auto value = values->begin(); value != values->end(); ++value) {
+                key +=
+                    value != values->begin() && std::prev(value)->first.first != value->first.first
+                        ? 1
+                        : 0;
+                value->second.key = key;
+            }
+        }
+        for (auto* files : {&files_.left, &files_.right, &stated_.left, &stated_.right}) {
+            for (File& file : *files) {
+                for (auto* values : {&file.properties, &file.digests}) {
+                    std::ranges::sort(*values, {},
+                                      [](const auto& value) { return value->second.key; });
                 }
             }
         }
     }
 
-    [[nodiscard]] File readFile(Number node, Side side) const {
-        const Text id = graph_.id(node);
+    // Returns: whether the node is a file without a partner on the other side.
+    [[nodiscard]] bool isSearched(Number node) const {
+        return graph_.edit(node) != Edit::common && isOpen(node) &&
+               (graph_.isFile(node, Side::left) || graph_.isFile(node, Side::right));
+    }
+
+    [[nodiscard]] File readFile(Number node, Side side) {
+        const auto numberOf = [](auto& numbers, Text text) {
+            return numbers.try_emplace(text, static_cast<Number>(numbers.size())).first->second;
+        };
+        const Text name = lastComponent(graph_.id(node), options_.separator);
         File file{.node = node,
-                  .name = lastComponent(id, options_.separator),
-                  .ending = {},
-                  .folder = folder(id, options_.separator),
+                  .name = numberOf(names_, name),
+                  .ending = numberOf(endings_, endingOf(name)),
                   .properties = {},
                   .digests = {}};
-        file.ending = endingOf(file.name);
         const graph::Node& content = *graph_.node(node, side);
         for (auto& key : content.getPropertyKeys()) {
             std::u16string value = content.getProperty(key);
-            auto& list = looksLikeDigest(key) ? file.digests : file.properties;
-            list.emplace_back(std::move(key), std::move(value));
+            const bool isDigest = looksLikeDigest(key);
+            graph::Property property(std::move(key), std::move(value));
+            (isDigest ? file.digests : file.properties)
+                .push_back(
+                    (isDigest ? digests_ : properties_).try_emplace(std::move(property)).first);
         }
-        std::ranges::sort(file.properties);
-        std::ranges::sort(file.digests);
         return file;
     }
 
     void countValues() {
+        nameCounts_.resize(names_.size());
+        endingCounts_.resize(endings_.size());
+        placeCounts_.resize(tree_.placeCount());
+        below_.resize(tree_.folderCount());
         for (const Side side : sides) {
             for (const File& file : files_[side]) {
-                names_.try_emplace(file.name);
-                ++endings_[file.ending][side];
-                ++folders_[file.folder][side];
-                for (Text top = file.folder; !top.empty(); top = folder(top, options_.separator)) {
-                    ++below_[top][side];
+                ++endingCounts_[file.ending][side];
+                ++placeCounts_[file.folder][side];
+                for (const Number folder : tree_.path(file.folder)) {
+                    ++below_[folder][side];
                 }
-                ++below_[Text()][side];
-                for (const auto& [key, value] : file.properties) {
-                    values_.try_emplace({key, value});
-                }
-                for (const auto& [key, value] : file.digests) {
-                    ++digests_[{key, value}][side];
+                for (const auto& digest : file.digests) {
+                    ++digest->second.count[side];
                 }
             }
         }
@@ -211,16 +257,17 @@ class RenameFinder {
 
     // Counts the names and properties that matter, among all files.
     void countInAll(Number node, Side side) {
-        const auto count = [&](auto& counts, const auto& value) {
-            if (const auto found = counts.find(value); found != counts.end()) {
-                ++found->second[side];
-            }
-        };
-        count(names_, lastComponent(graph_.id(node), options_.separator));
+        const Text name = lastComponent(graph_.id(node), options_.separator);
+        if (const auto found = names_.find(name); found != names_.end()) {
+            ++nameCounts_[found->second][side];
+        }
         const graph::Node& content = *graph_.node(node, side);
-        for (const auto& key : content.getPropertyKeys()) {
-            const std::u16string value = content.getProperty(key);
-            count(values_, std::pair(Text(key), Text(value)));
+        for (auto& key : content.getPropertyKeys()) {
+            std::u16string value = content.getProperty(key);
+            const auto found = properties_.find({std::move(key), std::move(value)});
+            if (found != properties_.end()) {
+                ++found->second.count[side];
+            }
         }
     }
 
@@ -396,20 +443,20 @@ class RenameFinder {
         return std::max(part(Side::left), part(Side::right));
     }
 
-    double nameFactor(const File& left, const File& right) {
+    [[nodiscard]] double nameFactor(const File& left, const File& right) const {
         if (left.name == right.name) {
-            return factor(true, keepsName, shareOfAll(names_[left.name]));
+            return factor(true, keepsName, shareOfAll(nameCounts_[left.name]));
         }
-        return (1 - keepsName) *
-               factor(left.ending == right.ending, keepsEnding, shareOf(endings_[left.ending]));
+        return (1 - keepsName) * factor(left.ending == right.ending, keepsEnding,
+                                        shareOf(endingCounts_[left.ending]));
     }
 
-    double folderFactor(const File& left, const File& right) {
-        const double chance = shareOf(folders_[right.folder]);
+    [[nodiscard]] double folderFactor(const File& left, const File& right) const {
+        const double chance = shareOf(placeCounts_[right.folder]);
         if (left.folder == right.folder) {
             return factor(true, keepsFolder, chance);
         }
-        const auto move = moveOf(left.folder, right.folder, options_.separator);
+        const Move move = moveOf(left, right);
         const std::size_t others = othersThatMoved(move, left, right);
         const double unmoved = 1 - keepsFolder - movesWithOthers;
         if (others == 0) {
@@ -423,64 +470,78 @@ class RenameFinder {
         return std::max(unmoved, movesWithOthers * share / std::min(1.0, std::max(there, chance)));
     }
 
+    [[nodiscard]] Move moveOf(const File& left, const File& right) const {
+        const std::size_t common = tree_.commonEnd(left.folder, right.folder);
+        return {tree_.withoutEnd(left.folder, common), tree_.withoutEnd(right.folder, common)};
+    }
+
     // Counts, per move, the files that have a partner with this move, or could by their names.
     void countMoves() {
-        moves_.clear();
-        namesakes_.clear();
+        std::vector<std::vector<const File*>> namesakes(names_.size());
         for (const File& right : files_.right) {
             if (isOpen(right.node)) {
-                namesakes_[right.name].push_back(&right);
+                namesakes[right.name].push_back(&right);
             }
         }
+        std::vector<Move> moves;
+        std::vector<Move> own;
         for (const File& left : files_.left) {
-            const auto found = namesakes_.find(left.name);
             if (!isOpen(left.node)) {
-                const Text to = folder(graph_.id(partner_[left.node]), options_.separator);
-                ++moves_[moveOf(left.folder, to, options_.separator)];
-            } else if (found != namesakes_.end() && found->second.size() <= mostNamesakes) {
-                std::set<std::pair<Text, Text>> own;
-                for (const File* right : found->second) {
-                    own.insert(moveOf(left.folder, right->folder, options_.separator));
+                moves.push_back(moveOf(left, *fileOf(partner_[left.node], Side::right)));
+            } else if (namesakes[left.name].size() <= mostNamesakes) {
+                own.clear();
+                for (const File* right : namesakes[left.name]) {
+                    own.push_back(moveOf(left, *right));
                 }
-                for (const auto& move : own) {
-                    ++moves_[move];
-                }
+                std::ranges::sort(own);
+                moves.insert(moves.end(), own.begin(), std::unique(own.begin(), own.end()));
             }
         }
+        countMoves(std::move(moves));
     }
 
-    [[nodiscard]] std::size_t othersThatMoved(const std::pair<Text, Text>& move, const File& left,
-                                              const File& right) const {
-        const auto found = moves_.find(move);
-        if (found == moves_.end()) {
-            return 0;
+    void countMoves(std::vector<Move> moves) {
+        std::ranges::sort(moves);
+        moves_.clear();
+        for (const Move& move : moves) {
+            if (moves_.empty() || moves_.back().first != move) {
+                moves_.emplace_back(move, 0);
+            }
+            ++moves_.back().second;
         }
-        const bool countsItself = left.name == right.name || partner_[left.node] == right.node;
-        return found->second - (countsItself && found->second != 0 ? 1 : 0);
     }
 
-    // Returns: the key of the digest that proves them to be one.
-    [[nodiscard]] std::optional<std::u16string> equalDigest(const File& left,
-                                                            const File& right) const {
+    // Returns: how often `countMoves` met the move.
+    [[nodiscard]] std::size_t countOf(const Move& move) const {
+        const auto found = std::ranges::lower_bound(moves_, move, {}, &MoveCount::first);
+        return found != moves_.end() && found->first == move ? found->second : 0;
+    }
+
+    [[nodiscard]] std::size_t othersThatMoved(const Move& move, const File& left,
+                                              const File& right) const {
+        const std::size_t all = countOf(move);
+        const bool countsItself = left.name == right.name || partner_[left.node] == right.node;
+        return all - (countsItself && all != 0 ? 1 : 0);
+    }
+
+    // Returns: the key of the digest that proves them to be one, which no file but these has.
+    static std::optional<std::u16string> equalDigest(const File& left, const File& right,
+                                                     const Count& counted) {
         for (const auto& digest : left.digests) {
-            if (!digest.second.empty() && std::ranges::binary_search(right.digests, digest) &&
-                digests_.at({digest.first, digest.second}) == Count{1, 1}) {
-                return digest.first;
+            const auto* other = valueOfKey(right.digests, digest->second.key);
+            if (other != nullptr && *other == digest && !digest->first.second.empty() &&
+                digest->second.count == counted) {
+                return digest->first.first;
             }
         }
         return std::nullopt;
     }
 
-    double propertyFactor(const File& left, const File& right) {
-        double odds = equalDigest(left, right) ? keepsDigest / digestChance : 1;
-        auto other = right.properties.begin();
-        for (const auto& property : left.properties) {
-            while (other != right.properties.end() && other->first < property.first) {
-                ++other;
-            }
-            if (other != right.properties.end() && other->first == property.first) {
-                const Count& count = values_[{property.first, property.second}];
-                odds *= factor(other->second == property.second, keepsProperty, shareOfAll(count));
+    [[nodiscard]] double propertyFactor(const File& left, const File& right) const {
+        double odds = equalDigest(left, right, {1, 1}) ? keepsDigest / digestChance : 1;
+        for (const auto& value : left.properties) {
+            if (const auto* other = valueOfKey(right.properties, value->second.key)) {
+                odds *= factor(*other == value, keepsProperty, shareOfAll(value->second.count));
             }
         }
         return odds;
@@ -504,10 +565,9 @@ class RenameFinder {
                 cross(places.left, places.right);
             }
         };
-        crossAll(placesByName());
         crossAll(placesByDigest());
         crossAll(placesByNeighbour());
-        addMoved(candidates);
+        addNamesakes(candidates, cross);
         std::ranges::sort(candidates, {}, [](const Candidate& candidate) {
             return std::pair(candidate.left, candidate.right);
         });
@@ -535,45 +595,100 @@ class RenameFinder {
 
     using Places = BySide<std::vector<Number>>;
 
+    struct Namesake {
+        Number name = 0;
+        Number folder = 0;
+        Side side = Side::left;
+        Number place = 0;
+    };
+    using Namesakes = std::span<const Namesake>;
+
     // Names that many files have are told apart by the folders that they are in.
-    [[nodiscard]] std::map<Text, Places> placesByName() const {
-        std::map<Text, Places> places;
+    template <class Cross>
+    void addNamesakes(std::vector<Candidate>& candidates, Cross cross) const {
+        std::vector<Namesake> all;
         forEachOpen([&](Side side, Number place, const File& file) {
-            places[file.name][side].push_back(place);
+            all.push_back({.name = file.name, .folder = file.folder, .side = side, .place = place});
         });
-        for (bool grows = true; grows;) {
-            grows = false;
-            std::vector<Text> tooMany;
-            for (const auto& [name, both] : places) {
-                if (both.left.size() * both.right.size() > mostPairsPerKey) {
-                    tooMany.push_back(name);
-                }
+        std::ranges::sort(all, {}, [](const Namesake& namesake) {
+            return std::tuple(namesake.name, namesake.folder, namesake.side, namesake.place);
+        });
+        std::vector<Namesakes> groups;
+        split(all, groups, [](const Namesake& a, const Namesake& b) { return a.name == b.name; });
+        while (!groups.empty()) {
+            const Namesakes group = groups.back();
+            groups.pop_back();
+            Places places;
+            for (const Namesake& namesake : group) {
+                places[namesake.side].push_back(namesake.place);
             }
-            for (const Text name : tooMany) {
-                const Places both = std::move(places.extract(name).mapped());
-                for (const Side side : sides) {
-                    for (const Number place : both[side]) {
-                        const Text id = graph_.id(files_[side][place].node);
-                        const Text before = id.substr(0, id.size() - name.size());
-                        if (before.size() > options_.separator.size()) {
-                            const Text path =
-                                before.substr(0, before.size() - options_.separator.size());
-                            const Text last = lastComponent(path, options_.separator);
-                            places[id.substr(path.size() - last.size())][side].push_back(place);
-                            grows = true;
+            if (places.left.size() * places.right.size() <= mostPairsPerKey) {
+                cross(places.left, places.right);
+                continue;
+            }
+            const auto commonEnd = [&](const Namesake& a, const Namesake& b) {
+                return tree_.commonEnd(a.folder, b.folder);
+            };
+            std::size_t least = none;
+            for (std::size_t i = 1; i < group.size(); ++i) {
+                least = std::min(least, commonEnd(group[i - 1], group[i]));
+            }
+            addMoved(candidates, places, least);
+            split(group, groups,
+                  [&](const Namesake& a, const Namesake& b) { return commonEnd(a, b) != least; });
+        }
+    }
+
+    /// Divides a list between neighbours that do not belong together.
+    template <class Belong>
+    static void split(Namesakes list, std::vector<Namesakes>& parts, Belong belong) {
+        std::size_t first = 0;
+        for (std::size_t i = 1; i <= list.size(); ++i) {
+            if (i == list.size() || !belong(list[i - 1], list[i])) {
+                parts.push_back(list.subspan(first, i - first));
+                first = i;
+            }
+        }
+    }
+
+    // Adds pairs of namesakes whose folders have these last components in common, and no more, if
+    // others moved alike.
+    void addMoved(std::vector<Candidate>& candidates, const Places& places,
+                  std::size_t common) const {
+        std::vector<std::pair<Number, Number>> targets;  // folder, place of the file
+        for (const Number place : places.right) {
+            targets.emplace_back(tree_.withoutEnd(files_.right[place].folder, common), place);
+        }
+        std::ranges::sort(targets);
+        const auto targetOf = [](const auto& target) { return target.first; };
+        for (const Number left : places.left) {
+            const Number top = tree_.withoutEnd(files_.left[left].folder, common);
+            const auto moves = std::ranges::equal_range(
+                moves_, top, {}, [](const MoveCount& move) { return move.first.first; });
+            if (moves.size() < targets.size()) {
+                for (const auto& [move, count] : moves) {
+                    for (const auto& target :
+                         std::ranges::equal_range(targets, move.second, {}, targetOf)) {
+                        if (count > 1) {
+                            candidates.push_back({.left = left, .right = target.second});
                         }
+                    }
+                }
+            } else {
+                for (const auto& [to, right] : targets) {
+                    if (countOf({top, to}) > 1) {
+                        candidates.push_back({.left = left, .right = right});
                     }
                 }
             }
         }
-        return places;
     }
 
-    [[nodiscard]] std::map<std::pair<Text, Text>, Places> placesByDigest() const {
-        std::map<std::pair<Text, Text>, Places> places;
+    [[nodiscard]] std::map<const Values::value_type*, Places> placesByDigest() const {
+        std::map<const Values::value_type*, Places> places;
         forEachOpen([&](Side side, Number place, const File& file) {
-            for (const auto& [key, value] : file.digests) {
-                places[{key, value}][side].push_back(place);
+            for (const auto& digest : file.digests) {
+                places[&*digest][side].push_back(place);
             }
         });
         return places;
@@ -587,48 +702,6 @@ class RenameFinder {
             });
         });
         return places;
-    }
-
-    // Adds what moved with others if it kept its place below the folder.
-    void addMoved(std::vector<Candidate>& candidates) const {
-        std::map<Text, std::vector<Text>> targets;
-        for (const auto& [move, count] : moves_) {
-            if (count > 1) {
-                targets[move.first].push_back(move.second);
-            }
-        }
-        std::map<Text, Number> byID;
-        for (Number place = 0; place < files_.right.size(); ++place) {
-            byID.emplace(graph_.id(files_.right[place].node), place);
-        }
-        const auto addAt = [&](Number place, Text to, Text rest) {
-            std::u16string id(to);
-            if (!to.empty() && !rest.empty()) {
-                id += options_.separator;
-            }
-            id += rest;
-            const auto found = byID.find(id);
-            if (found != byID.end() && isOpen(files_.right[found->second].node)) {
-                candidates.push_back({.left = place, .right = found->second});
-            }
-        };
-        for (Number place = 0; place < files_.left.size(); ++place) {
-            if (!isOpen(files_.left[place].node)) {
-                continue;
-            }
-            const Text id = graph_.id(files_.left[place].node);
-            for (Text top = files_.left[place].folder;; top = folder(top, options_.separator)) {
-                if (const auto found = targets.find(top); found != targets.end()) {
-                    for (const Text to : found->second) {
-                        addAt(place, to,
-                              top.empty() ? id : id.substr(top.size() + options_.separator.size()));
-                    }
-                }
-                if (top.empty()) {
-                    break;
-                }
-            }
-        }
     }
 
     // ---- Rating and choice
@@ -737,34 +810,35 @@ class RenameFinder {
 
     // ---- Evidence, as it is told
 
-    RenameEvidence evidenceOf(const NodePair& pair) {
-        const File left = readFile(pair.left, Side::left);
-        const File right = readFile(pair.right, Side::right);
+    [[nodiscard]] RenameEvidence evidenceOf(const Rename& rename) const {
+        const auto [left, right] = filesOf(rename.nodes);
         RenameEvidence evidence;
-        evidence.digest = hasDigest(left) ? equalDigest(left, right) : std::nullopt;
-        evidence.name = left.name == right.name;
-        if (left.folder != right.folder) {
-            const auto move = moveOf(left.folder, right.folder, options_.separator);
-            const std::size_t others = moves_.at(move) - 1;
-            if (others != 0) {
-                evidence.folder = {std::u16string(move.first), std::u16string(move.second), others};
+        evidence.digest = equalDigest(*left, *right, rename.stated ? Count() : Count{1, 1});
+        evidence.name = left->name == right->name;
+        if (left->folder != right->folder) {
+            const Move move = moveOf(*left, *right);
+            if (const std::size_t others = countOf(move) - 1; others != 0) {
+                evidence.folder = {std::u16string(tree_.text(move.first)),
+                                   std::u16string(tree_.text(move.second)), others};
             }
         }
-        countNeighbours(pair, evidence);
-        countProperties(left, right, evidence);
+        countNeighbours(rename.nodes, evidence);
+        countProperties(*left, *right, evidence);
         return evidence;
     }
 
-    // Returns: whether the values of the file were counted, as those of stated pairs are not.
-    [[nodiscard]] bool hasDigest(const File& file) const {
-        return std::ranges::all_of(file.digests, [&](const auto& digest) {
-            return digests_.contains({digest.first, digest.second});
-        });
+    [[nodiscard]] const File* fileOf(Number node, Side side) const {
+        for (const auto* files : {&files_[side], &stated_[side]}) {
+            const auto found = std::ranges::lower_bound(*files, node, {}, &File::node);
+            if (found != files->end() && found->node == node) {
+                return &*found;
+            }
+        }
+        return nullptr;
     }
 
-    [[nodiscard]] std::pair<Text, Text> moveOfPair(const NodePair& pair) const {
-        return moveOf(folder(graph_.id(pair.left), options_.separator),
-                      folder(graph_.id(pair.right), options_.separator), options_.separator);
+    [[nodiscard]] BySide<const File*> filesOf(const NodePair& nodes) const {
+        return {fileOf(nodes.left, Side::left), fileOf(nodes.right, Side::right)};
     }
 
     void countNeighbours(const NodePair& pair, RenameEvidence& evidence) const {
@@ -787,20 +861,14 @@ class RenameFinder {
     }
 
     static void countProperties(const File& left, const File& right, RenameEvidence& evidence) {
-        std::set<Text> keys;
-        for (const auto* file : {&left, &right}) {
-            for (const auto& [key, value] : file->properties) {
-                keys.insert(key);
+        evidence.properties = left.properties.size() + right.properties.size();
+        for (const auto& value : left.properties) {
+            if (const auto* other = valueOfKey(right.properties, value->second.key)) {
+                --evidence.properties;
+                evidence.equalProperties += *other == value ? 1 : 0;
             }
         }
-        evidence.properties = keys.size();
-        evidence.equalProperties = static_cast<std::size_t>(
-            std::ranges::count_if(left.properties, [&](const graph::Property& property) {
-                return std::ranges::binary_search(right.properties, property);
-            }));
     }
-
-    static constexpr std::size_t mostNamesakes = 64;
 
     const LinkGraph& graph_;
     const RenameOptions& options_;
@@ -809,22 +877,25 @@ class RenameFinder {
     std::vector<Rename> renames_;
     std::size_t commonFiles_ = 0;
 
-    BySide<std::vector<File>> files_;  // removed and added ones without a stated partner
+    FolderTree tree_;                   // with all files below
+    BySide<std::vector<File>> files_;   // removed and added ones without a stated partner
+    BySide<std::vector<File>> stated_;  // those with one
+    std::map<Text, Number> names_;
+    std::map<Text, Number> endings_;
+    Values properties_;  // counted among all files, as are names
+    Values digests_;     // counted among these files, as is all else
     BySide<std::size_t> allFiles_;
-    std::map<Text, Count> names_;  // of all files, as are the values of properties
-    std::map<Text, Count> endings_;
-    std::map<Text, Count> folders_;
-    std::map<Text, Count> below_;                     // by folder: files in it or in folders below
-    std::map<std::pair<Text, Text>, Count> values_;   // key, value
-    std::map<std::pair<Text, Text>, Count> digests_;  // likewise
+    std::vector<Count> nameCounts_;
+    std::vector<Count> endingCounts_;
+    std::vector<Count> placeCounts_;
+    std::vector<Count> below_;  // by folder: files in it or in folders below
 
     // Of one round.
     std::vector<double> weightAsDownstream_;
     std::vector<double> weightAsUpstream_;
     BySide<std::vector<double>> totals_;  // by node; negative if not known yet
     BySide<std::unordered_map<Number, std::vector<double>>> others_;  // see likenessOfOthers
-    std::map<Text, std::vector<const File*>> namesakes_;
-    std::map<std::pair<Text, Text>, std::size_t> moves_;
+    std::vector<MoveCount> moves_;                                    // ascending
 };
 
 }  // namespace

@@ -1,4 +1,6 @@
 // What random pairs do not tell: options, limits, renames.
+#include <ctime>
+
 #include <gtest/gtest.h>
 
 #include <dependency/insight/paths.h>
@@ -193,6 +195,31 @@ TEST(Insight, renamesAreStatedOrForbidden) {
         EXPECT_THROW(static_cast<void>(findRenames(graph, {.stated = wrong})),
                      std::invalid_argument);
         EXPECT_THROW(static_cast<void>(findCauses(graph, wrong)), std::invalid_argument);
+    }
+}
+
+// Four times as deep may cost four times as much, and some more for noise.
+TEST(Insight, deepPathsCostNoMoreThanTheirText) {
+    const auto ticks = [](bool isOneName, int depth) {
+        std::string folders;
+        for (int folder = 0; folder < depth; ++folder) {
+            folders += "/d";
+        }
+        std::string left;
+        std::string right;
+        for (int i = 0; i < 100; ++i) {
+            const std::string number = std::to_string(i);
+            const std::string path = number + folders + (isOneName ? "/n" : "/n" + number) + '\n';
+            left += "l" + path;
+            right += "r" + path;
+        }
+        const LinkGraph graph = linkGraph(left.c_str(), right.c_str());
+        const std::clock_t start = std::clock();
+        static_cast<void>(findRenames(graph));
+        return std::clock() - start;
+    };
+    for (const bool isOneName : {false, true}) {
+        EXPECT_LE(ticks(isOneName, 1'000), 8 * ticks(isOneName, 250) + CLOCKS_PER_SEC / 10);
     }
 }
 

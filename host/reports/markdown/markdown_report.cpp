@@ -7,7 +7,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -77,8 +76,9 @@ class MarkdownReport {
     void findNodes() {
         for (const auto side : ::comparisons::sides) {
             for (const auto& node : report_.inputs[indexOf(side)].graph->getNodes()) {
-                nodes_[indexOf(side)].insert(node->getID());
+                nodes_[indexOf(side)].emplace_back(node->getID());
             }
+            std::ranges::sort(nodes_[indexOf(side)]);
         }
     }
 
@@ -107,7 +107,8 @@ class MarkdownReport {
             return std::nullopt;
         }
         const auto& others = nodes_[edit == EditType::rightOnly ? 0 : 1];
-        const bool hasBothEnds = others.contains(group.downstream->getID());
+        const bool hasBothEnds =
+            std::ranges::binary_search(others, std::u16string_view(group.downstream->getID()));
         if (edit == EditType::leftOnly) {
             return hasBothEnds ? rewiredRemoved : removedTargets;
         }
@@ -262,7 +263,7 @@ class MarkdownReport {
 
     const Report& report_;
     const PresentedTree& tree_;
-    std::array<std::unordered_set<std::u16string_view>, 2> nodes_;  // IDs, by side
+    std::array<std::vector<std::u16string_view>, 2> nodes_;  // IDs, by side, ascending
     std::array<Section, 3> sections_{{{"Added groups between nodes of both sides", {}},
                                       {"Removed groups between nodes of both sides", {}},
                                       {"Removed groups that led to removed nodes", {}}}};
