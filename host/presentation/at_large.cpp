@@ -382,7 +382,8 @@ class TopicMaker {
         Saying saying;
         saying.name(graph_.id(reach.file)).words(": " + numbers);
         if (reach.path.size() >= 2 && reach.reach.left <= reach.reach.right) {
-            say({reach.path[reach.path.size() - 2], reach.path.back()}, saying.words(", by "));
+            say({reach.path[reach.path.size() - 2], reach.path.back()},
+                saying.words(", first by "));
         }
         return saying.end();
     }

@@ -118,7 +118,7 @@ TEST(MarkdownReport, countsComeFirstThenGroupsBetweenNodesThatStayThenTheRestByF
         "- added `s/a` \u2192 `s/c`: 1 file gains 1\n"
         "- added `s/a` \u2192 `z`: 1 file gains 1\n"
         "\n"
-        "- `s/a`: 4 \u2192 5, by `s/a` \u2192 `s/c`\n"
+        "- `s/a`: 4 \u2192 5, first by `s/a` \u2192 `s/c`\n"
         "- `s/c`: 5 \u2192 2\n"
         "\n"
         "**Renames**\n"
