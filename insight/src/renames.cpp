@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <set>
@@ -39,6 +40,10 @@ constexpr std::size_t mostPairsPerKey = 1'024;
 constexpr std::size_t mostNamesakes = 64;
 constexpr std::size_t mostLinksOfRareNeighbour = 1'000;
 constexpr int mostRounds = 8;
+
+// What makes a folder one that moved as a whole.
+constexpr std::size_t fewestMoved = 4;
+constexpr double leastShareMoved = 2.0 / 3;
 
 using Text = std::u16string_view;
 
@@ -120,6 +125,7 @@ class RenameFinder {
             if (graph.isFile(node, Side::left) && graph.isFile(node, Side::right)) {
                 ++commonFiles_;
             }
+            commonBefore_.push_back(static_cast<Number>(commonFiles_));
         }
         takeStated();
         forbidden_.insert(options.forbidden.begin(), options.forbidden.end());
@@ -131,12 +137,12 @@ class RenameFinder {
             countValues();
             pairUp();
         }
-        std::vector<Move> moves;
+        moves_.clear();
         for (const Rename& rename : renames_) {
             const auto [left, right] = filesOf(rename.nodes);
-            moves.push_back(moveOf(*left, *right));
+            moves_.push_back({.move = moveOf(*left, *right), .files = 1, .paired = 1});
         }
-        countMoves(std::move(moves));
+        addMovesUp();
         for (Rename& rename : renames_) {
             rename.evidence = evidenceOf(rename);
         }
@@ -148,7 +154,12 @@ class RenameFinder {
     using Count = BySide<std::size_t>;
     /// Folders of either side without the components that both end in.
     using Move = std::pair<Number, Number>;
-    using MoveCount = std::pair<Move, std::size_t>;
+    struct MoveCount {
+        Move move;
+        std::size_t files = 0;   // with a partner to which it leads, or that could be by its name
+        std::size_t paired = 0;  // those of the first kind
+        bool isWhole = false;    // most files of a folder that is gone
+    };
 
     void takeStated() {
         for (const NodePair& pair : options_.stated) {
@@ -274,8 +285,8 @@ class RenameFinder {
     // The surest pairs of each round are evidence in the next one; at the end likely ones will do.
     void pairUp() {
         for (int round = 0;; ++round) {
-            weighNodes();
             countMoves();
+            weighNodes();
             std::vector<Candidate> candidates = findCandidates();
             rateCandidates(candidates);
             if (round == mostRounds || !accept(candidates, surePair)) {
@@ -291,10 +302,13 @@ class RenameFinder {
 
     // Returns: the node as the right side has it, `none` if it has no counterpart there.
     [[nodiscard]] Number onRight(Number node, Side side) const {
-        const Edit edit = graph_.edit(node);
-        return edit == Edit::common  ? node
-               : side == Side::right ? (isOpen(node) ? none : node)
-                                     : partner_[node];
+        if (graph_.edit(node) == Edit::common) {
+            return node;
+        }
+        const Number partner = !isOpen(node)       ? partner_[node]
+                               : countsCompanions_ ? companion_[node]
+                                                   : none;
+        return side == Side::left || partner == none ? partner : node;
     }
 
     /// Calls `visit(node, as the right side has it, direction)` for the known neighbours.
@@ -331,8 +345,14 @@ class RenameFinder {
         };
         weightAsDownstream_ = weigh(true);
         weightAsUpstream_ = weigh(false);
+    }
+
+    // Chooses which neighbours are known, and forgets what those before weighed.
+    void countCompanions(bool countsCompanions) {
+        countsCompanions_ = countsCompanions;
         for (const Side side : sides) {
             totals_[side].assign(graph_.nodeCount(), -1);
+            others_[side].clear();
         }
     }
 
@@ -348,7 +368,8 @@ class RenameFinder {
         return total;
     }
 
-    /// How alike a file is to certainly other ones: to the common files of its own side.
+    /// How alike a file is to certainly other ones of its own side: to the common ones; to all if
+    /// companions count, or else those that moved along would have nothing to be held against.
     ///
     /// Returns: descending.
     std::vector<double> likenessOfOthers(Number node, Side side) {
@@ -360,7 +381,8 @@ class RenameFinder {
             }
             for (const LinkEnd& end : ends) {
                 if (end.state.on(side) && end.node != node &&
-                    graph_.edit(end.node) == Edit::common) {
+                    (graph_.edit(end.node) == Edit::common ||
+                     (countsCompanions_ && graph_.isFile(end.node, side)))) {
                     shared[end.node] += weightOf(known, isDownstream);
                 }
             }
@@ -393,9 +415,11 @@ class RenameFinder {
 
     // Returns: how often files that certainly are others are as alike; guessed from the most alike one
     //          if none of them is, with care if there are few.
-    [[nodiscard]] double chanceOf(double likeness, const std::vector<double>& others) const {
+    [[nodiscard]] double chanceOf(double likeness, Number node, Side side) const {
+        const std::vector<double>& others = others_[side].at(node);
         const auto end = std::ranges::upper_bound(others, likeness - 1e-9, std::ranges::greater());
-        const double seen = 1.0 + static_cast<double>(commonFiles_);
+        const double seen =
+            1.0 + static_cast<double>(countsCompanions_ ? allFiles_[side] : commonFiles_);
         const double chance = (0.5 + static_cast<double>(end - others.begin())) / seen;
         if (end != others.begin()) {
             return chance;
@@ -412,8 +436,8 @@ class RenameFinder {
         if (share == 0) {
             return 1 - keepsNeighbours;
         }
-        const double chance = std::sqrt(chanceOf(share, others_.left[left.node]) *
-                                        chanceOf(share, others_.right[right.node]));
+        const double chance = std::sqrt(chanceOf(share, left.node, Side::left) *
+                                        chanceOf(share, right.node, Side::right));
         return std::max(keepsNeighbours * std::min(1.0, 2 * share) / chance, 1 - keepsNeighbours);
     }
 
@@ -467,7 +491,11 @@ class RenameFinder {
         const double share = std::min(1.0, static_cast<double>(others) / all);
         const double there = static_cast<double>(below_[move.second].right) /
                              static_cast<double>(files_.right.size());
-        return std::max(unmoved, movesWithOthers * share / std::min(1.0, std::max(there, chance)));
+        const double odds =
+            std::max(unmoved, movesWithOthers * share / std::min(1.0, std::max(there, chance)));
+        const MoveCount& count = *find(move);
+        const auto paired = static_cast<double>(count.paired);
+        return count.isWhole ? std::max(odds, (paired + 0.5) / std::max(1.0, all - paired)) : odds;
     }
 
     [[nodiscard]] Move moveOf(const File& left, const File& right) const {
@@ -483,38 +511,118 @@ class RenameFinder {
                 namesakes[right.name].push_back(&right);
             }
         }
-        std::vector<Move> moves;
+        const auto forEachNamesake = [&](const File& left, const auto& visit) {
+            if (isOpen(left.node) && namesakes[left.name].size() <= mostNamesakes) {
+                for (const File* right : namesakes[left.name]) {
+                    visit(*right, moveOf(left, *right));
+                }
+            }
+        };
+        moves_.clear();
         std::vector<Move> own;
         for (const File& left : files_.left) {
             if (!isOpen(left.node)) {
-                moves.push_back(moveOf(left, *fileOf(partner_[left.node], Side::right)));
-            } else if (namesakes[left.name].size() <= mostNamesakes) {
-                own.clear();
-                for (const File* right : namesakes[left.name]) {
-                    own.push_back(moveOf(left, *right));
+                const File& right = *fileOf(partner_[left.node], Side::right);
+                moves_.push_back({.move = moveOf(left, right), .files = 1, .paired = 1});
+            }
+            own.clear();
+            forEachNamesake(left, [&](const File&, const Move& move) { own.push_back(move); });
+            std::ranges::sort(own);
+            own.erase(std::unique(own.begin(), own.end()), own.end());
+            for (const Move& move : own) {
+                moves_.push_back({.move = move, .files = 1});
+            }
+        }
+        addMovesUp();
+        for (MoveCount& count : moves_) {
+            const auto all = static_cast<double>(below_[count.move.first].left);
+            count.isWhole = count.files >= fewestMoved &&
+                            static_cast<double>(count.files) >= leastShareMoved * all &&
+                            isGone(count.move.first);
+        }
+        findCompanions(forEachNamesake);
+    }
+
+    void addMovesUp() {
+        std::ranges::sort(moves_, {}, &MoveCount::move);
+        std::size_t count = 0;
+        for (const MoveCount& next : moves_) {
+            if (count != 0 && moves_[count - 1].move == next.move) {
+                moves_[count - 1].files += next.files;
+                moves_[count - 1].paired += next.paired;
+            } else {
+                moves_[count++] = next;
+            }
+        }
+        moves_.resize(count);
+    }
+
+    // Returns: whether no file in or below the folder is on both sides.
+    [[nodiscard]] bool isGone(Number folder) const {
+        const Text path = tree_.text(folder);
+        if (path.empty()) {
+            return false;
+        }
+        const std::u16string prefix = std::u16string(path) + options_.separator;
+        const auto countUntil = [&](auto isBefore) {
+            Number first = 0;
+            for (Number last = graph_.nodeCount(); first != last;) {
+                const Number middle = first + (last - first) / 2;
+                if (isBefore(graph_.id(middle))) {
+                    first = middle + 1;
+                } else {
+                    last = middle;
                 }
-                std::ranges::sort(own);
-                moves.insert(moves.end(), own.begin(), std::unique(own.begin(), own.end()));
             }
-        }
-        countMoves(std::move(moves));
+            return commonBefore_[first];
+        };
+        return countUntil([&](Text id) { return id < prefix; }) ==
+               countUntil([&](Text id) { return id < prefix || id.starts_with(prefix); });
     }
 
-    void countMoves(std::vector<Move> moves) {
-        std::ranges::sort(moves);
-        moves_.clear();
-        for (const Move& move : moves) {
-            if (moves_.empty() || moves_.back().first != move) {
-                moves_.emplace_back(move, 0);
+    /// Pairs files below folders that moved as a whole with their namesakes at the same place, if
+    /// no such move of either has as many files. It is no more than a guess.
+    template <class ForEachNamesake>
+    void findCompanions(ForEachNamesake forEachNamesake) {
+        struct Best {
+            std::size_t files = 0;
+            Number node = none;
+        };
+        std::vector<Best> best(graph_.nodeCount());
+        const auto offer = [&](Number node, const Best& offered) {
+            if (offered.files > best[node].files) {
+                best[node] = offered;
+            } else if (offered.files == best[node].files) {
+                best[node].node = none;
             }
-            ++moves_.back().second;
+        };
+        for (const File& left : files_.left) {
+            forEachNamesake(left, [&](const File& right, const Move& move) {
+                if (const MoveCount& count = *find(move); count.isWhole) {
+                    offer(left.node, {.files = count.files, .node = right.node});
+                    offer(right.node, {.files = count.files, .node = left.node});
+                }
+            });
+        }
+        companion_.assign(graph_.nodeCount(), none);
+        for (const File& left : files_.left) {
+            const Number right = best[left.node].node;
+            if (right != none && best[right].node == left.node) {
+                companion_[left.node] = right;
+                companion_[right] = left.node;
+            }
         }
     }
 
-    // Returns: how often `countMoves` met the move.
+    // Returns: null for a move that `moves_` lacks.
+    [[nodiscard]] const MoveCount* find(const Move& move) const {
+        const auto found = std::ranges::lower_bound(moves_, move, {}, &MoveCount::move);
+        return found != moves_.end() && found->move == move ? &*found : nullptr;
+    }
+
     [[nodiscard]] std::size_t countOf(const Move& move) const {
-        const auto found = std::ranges::lower_bound(moves_, move, {}, &MoveCount::first);
-        return found != moves_.end() && found->first == move ? found->second : 0;
+        const MoveCount* const found = find(move);
+        return found == nullptr ? 0 : found->files;
     }
 
     [[nodiscard]] std::size_t othersThatMoved(const Move& move, const File& left,
@@ -664,12 +772,12 @@ class RenameFinder {
         for (const Number left : places.left) {
             const Number top = tree_.withoutEnd(files_.left[left].folder, common);
             const auto moves = std::ranges::equal_range(
-                moves_, top, {}, [](const MoveCount& move) { return move.first.first; });
+                moves_, top, {}, [](const MoveCount& count) { return count.move.first; });
             if (moves.size() < targets.size()) {
-                for (const auto& [move, count] : moves) {
+                for (const MoveCount& count : moves) {
                     for (const auto& target :
-                         std::ranges::equal_range(targets, move.second, {}, targetOf)) {
-                        if (count > 1) {
+                         std::ranges::equal_range(targets, count.move.second, {}, targetOf)) {
+                        if (count.files > 1) {
                             candidates.push_back({.left = left, .right = target.second});
                         }
                     }
@@ -709,23 +817,29 @@ class RenameFinder {
     void rateCandidates(std::vector<Candidate>& candidates) {
         const double prior =
             priorShare / static_cast<double>(std::max(files_.left.size(), files_.right.size()));
-        for (const Side side : sides) {
-            others_[side].clear();
-        }
-        for (const Candidate& candidate : candidates) {
-            const auto [left, right] = nodesOf(candidate);
-            for (const auto& [side, node] : {std::pair(Side::left, left), {Side::right, right}}) {
+        const auto rate = [&](Candidate& candidate) {
+            const File& left = files_.left[candidate.left];
+            const File& right = files_.right[candidate.right];
+            for (const auto& [side, node] :
+                 {std::pair(Side::left, left.node), {Side::right, right.node}}) {
                 if (const auto [found, added] = others_[side].try_emplace(node); added) {
                     found->second = likenessOfOthers(node, side);
                 }
             }
-        }
+            candidate.odds = std::max(
+                candidate.odds, prior * nameFactor(left, right) * folderFactor(left, right) *
+                                    neighbourFactor(left, right) * propertyFactor(left, right));
+        };
+        countCompanions(false);
+        std::ranges::for_each(candidates, rate);
+        countCompanions(true);
         for (Candidate& candidate : candidates) {
-            const File& left = files_.left[candidate.left];
-            const File& right = files_.right[candidate.right];
-            candidate.odds = prior * nameFactor(left, right) * folderFactor(left, right) *
-                             neighbourFactor(left, right) * propertyFactor(left, right);
+            const auto [left, right] = nodesOf(candidate);
+            if (companion_[left] == right) {
+                rate(candidate);
+            }
         }
+        countCompanions(false);
     }
 
     /// Takes the pairs of at least this score, greatest first, each file once.
@@ -876,6 +990,7 @@ class RenameFinder {
     std::set<NodePair> forbidden_;
     std::vector<Rename> renames_;
     std::size_t commonFiles_ = 0;
+    std::vector<Number> commonBefore_{0};  // common files, by node that follows them
 
     FolderTree tree_;                   // with all files below
     BySide<std::vector<File>> files_;   // removed and added ones without a stated partner
@@ -896,6 +1011,8 @@ class RenameFinder {
     BySide<std::vector<double>> totals_;  // by node; negative if not known yet
     BySide<std::unordered_map<Number, std::vector<double>>> others_;  // see likenessOfOthers
     std::vector<MoveCount> moves_;                                    // ascending
+    std::vector<Number> companion_;                                   // by node, see findCompanions
+    bool countsCompanions_ = false;                                   // among the known neighbours
 };
 
 }  // namespace

@@ -1,5 +1,9 @@
 // What random pairs do not tell: options, limits, renames.
+#include <algorithm>
+#include <cstddef>
 #include <ctime>
+#include <string>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -179,6 +183,33 @@ TEST(Insight, renamesAreFoundByEvidence) {
         const LinkGraph graph =
             linkGraph((surroundings() + left).c_str(), (surroundings() + right).c_str());
         EXPECT_EQ(renamesOf(graph), expected) << about;
+    }
+}
+
+// There is hardly a file that stays, and no property: names and the links among them must do.
+TEST(Insight, aFolderThatMovedAsAWholeIsFound) {
+    const std::string inside =
+        "-> lib/a\nlib/a -> lib/b\nlib/a -> lib/c\nlib/b -> lib/d\nlib/c -> lib/e\nlib/e -> "
+        "lib/f\nlib/g";
+    const auto moved = [](std::string text) {
+        for (std::size_t at = 0; (at = text.find("lib/", at)) != std::string::npos; ++at) {
+            text.replace(at, 3, "src");
+        }
+        return text;
+    };
+    const std::tuple<const char*, std::string, std::string, std::size_t> cases[] = {
+        {"all links are as before", "main " + inside, "main " + moved(inside), 7},
+        {"one file stayed", "main " + inside + "\nlib/z", "main " + moved(inside) + "\nlib/z", 0},
+        {"other links", "main " + inside,
+         "main -> src/f\nsrc/f -> src/a\nsrc/d -> src/a\nsrc/b -> src/e\nsrc/b -> src/c\n"
+         "src/e -> src/d\nsrc/g",
+         0},
+    };
+    for (const auto& [about, left, right, probable] : cases) {
+        const auto renames = findRenames(linkGraph(left.c_str(), right.c_str()));
+        EXPECT_EQ(static_cast<std::size_t>(std::ranges::count_if(renames, &Rename::probable)),
+                  probable)
+            << about;
     }
 }
 

@@ -9,8 +9,8 @@
 // - Name: whether the last components of the displayed IDs are equal, or else their endings.
 // - Folder: whether both are in one folder, or in folders between which others moved, too: those
 //   with equal last components, and those paired already.
-// - Neighbours: the share of common ones among the neighbours of either, rare ones weighing more,
-//   against the best that files of both sides do that certainly are other files.
+// - Neighbours: the share of common ones among those of either, rare ones weighing more, against the
+//   best that certainly other files do; with those that moved along if the folder moved as a whole.
 // - Properties: each other property of both, equal or not, rare values weighing more.
 //
 // The score is what these odds are of all odds that either of the two files has, the odds of no
