@@ -26,11 +26,12 @@ bool isUtf8(std::string_view text) {
 
 }  // namespace
 
-LineReader::LineReader(Input& input) : input_(input), piece_(pieceBytes) {}
+LineReader::LineReader(Input& input, std::optional<std::size_t> longest)
+    : input_(input),
+      longest_(longest.value_or(input.limits().textBytes * 4 + pieceBytes)),
+      piece_(pieceBytes) {}
 
 std::optional<std::string_view> LineReader::next() {
-    // An ID, a name and a few values with room to spare.
-    const std::size_t longest = input_.limits().textBytes * 4 + pieceBytes;
     text_.clear();
     bool ends = false;
     while (!ends && (position_ != end_ || refill())) {
@@ -40,7 +41,7 @@ std::optional<std::string_view> LineReader::next() {
         text_.append(begin, feed);
         ends = feed != last;
         position_ += static_cast<std::size_t>(feed - begin) + (ends ? 1 : 0);
-        if (text_.size() > longest) {
+        if (text_.size() > longest_) {
             ++line_;
             fail(tooLongText(input_.limits()));
         }

@@ -17,7 +17,8 @@ namespace depcompare {
 
 class LineReader {
   public:
-    explicit LineReader(Input& input);
+    /// A line may have `longest` bytes; by default, what fits an ID, a name and a few values.
+    explicit LineReader(Input& input, std::optional<std::size_t> longest = {});
 
     /// Returns: the next line without its line feed, and without a byte order mark; nothing at the
     ///          end. Valid until the next call.
@@ -32,6 +33,7 @@ class LineReader {
     bool refill();
 
     Input& input_;
+    std::size_t longest_;
     std::vector<char> piece_;
     std::size_t position_ = 0;
     std::size_t end_ = 0;

@@ -63,6 +63,8 @@ TEST(Readers, whatCannotBeReadIsRefusedInOneLine) {
          "in:1: not well-formed DOT: syntax ambiguity - badly delimited number '" +
              std::string(60, '1') + "..." + std::string(59, '1') + "a' splits into two tokens"},
         {"DOT, what was refused leaves nothing", "digraph { a }", "a \"a\" [file]\n"},
+        {"DOT, a text that continues on a line of DOS", "digraph { \"a\\\r\nb\" }",
+         "ab \"ab\" [file]\n"},
     });
     const std::pair<const char*, const char*> documents[] = {
         {"[1]", "jgf"}, {"null", "jgf"}, {"null", "madge"}, {"null", "pipdeptree"}, {"7", "nx"}};
@@ -70,6 +72,14 @@ TEST(Readers, whatCannotBeReadIsRefusedInOneLine) {
         Input input = Input::fromText("in", document);
         EXPECT_THROW(static_cast<void>(readGraph(input, format)), InputError) << format;
     }
+}
+
+TEST(Readers, whatGeneratorsWriteForEachNodeIsInProportion) {
+    std::string dot = "digraph { node [shape=box, style=filled, color=red] edge [color=blue]\n";
+    for (int i = 0; i < 20'000; ++i) {
+        dot += fmt::format("subgraph c {{ node [color=red, fontsize=10]; {} }}\n{}->0\n", i, i);
+    }
+    EXPECT_EQ(test::read(dot + "}").substr(0, 3), "0 \"");
 }
 
 TEST(Readers, aMessageRepeatsLittleOfTheInput) {

@@ -12,6 +12,7 @@
 #include <tsl/robin_map.h>
 
 #include "draft/seeded_hash.h"
+#include "formats/dot/dot_attributes.h"
 #include "formats/dot/dot_tokens.h"
 #include "input/input_error.h"
 #include "input/limits.h"
@@ -195,6 +196,7 @@ class DotParser {
         }
         DotSubgraph& opened = graph_.subgraphs[number];
         for (const auto kind : {DotSubgraph::nodes, DotSubgraph::edges}) {
+            keepLast(opened.own[kind]);  // it may be opened for each node of its own
             opened.defaults[kind] =
                 joined(*graph_.subgraphs[outer].defaults[kind], opened.own[kind]);
         }
@@ -276,7 +278,7 @@ class DotParser {
             DotNode& node = graph_.nodes.emplace_back();
             node.id = graph_.texts.keep(name_);
             node.defaults = current().defaults[DotSubgraph::nodes];
-            repeat(node.defaults->bytes);
+            repeat(node.defaults->propertyBytes);
             found = nodeNumbers_.emplace(node.id, static_cast<NodeNumber>(graph_.nodes.size() - 1))
                         .first;
         }
@@ -332,7 +334,6 @@ class DotParser {
         requireProportion(number);
         DotEdge& edge = graph_.edges.emplace_back();
         edge.defaults = current().defaults[DotSubgraph::edges];
-        repeat(edge.defaults->bytes);
         edge.tail = tail.node;
         edge.head = head.node;
         return &edge;
@@ -358,6 +359,9 @@ class DotParser {
         repeat(outer.bytes + bytesOf(inner));
         DotDefaults both{.attributes = attributesOf({.defaults = &outer, .own = inner})};
         both.bytes = bytesOf(both.attributes);
+        for (const DotAttribute& attribute : both.attributes) {
+            both.propertyBytes += onlyDraws(attribute.name) ? 0 : bytesOf({attribute});
+        }
         return &graph_.defaults.emplace_back(std::move(both));
     }
 

@@ -26,7 +26,8 @@ struct DotAttribute {
 /// What `node` or `edge` statements say, for whatever is created after them: as from `attributesOf`.
 struct DotDefaults {
     std::vector<DotAttribute> attributes;
-    std::uint64_t bytes = 0;  ///< roughly, in memory
+    std::uint64_t bytes = 0;          ///< roughly, in memory
+    std::uint64_t propertyBytes = 0;  ///< those that each node gets as properties
 };
 
 /// What nodes and edges have in common.

@@ -143,8 +143,9 @@ class DOTReader {
 
     // jdeps appends the archive to a package that others need, but not to one that needs others.
     [[nodiscard]] std::string_view idOf(std::string_view id) const {
+        // As jdeps writes the archive of a class.
         if (const std::string archive = fmt::format(" ({})", graph_.name);
-            id.size() > archive.size() && id.ends_with(archive)) {
+            !graph_.name.empty() && id.size() > archive.size() && id.ends_with(archive)) {
             id.remove_suffix(archive.size());
         }
         if (id.find("\\n") != std::string::npos && (id.starts_with("//") || id.starts_with('@'))) {

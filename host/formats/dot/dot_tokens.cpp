@@ -58,11 +58,13 @@ std::string inSingleQuotes(std::string_view text) {
 
 }  // namespace
 
-DotTokens::DotTokens(Input& input) : input_(input), lines_(input) {
+// A file may be one line.
+DotTokens::DotTokens(Input& input) : input_(input), lines_(input, input.limits().bytes) {
     advance();
 }
 
 void DotTokens::advance() {
+    needsText_ = is("=") || is("->") || is("--");
     text_.clear();
     lineBefore_ = line_;
     const bool found = skipToToken();
@@ -88,16 +90,23 @@ void DotTokens::take(std::string& target) {
 bool DotTokens::nextLine() {
     const auto line = lines_.next();
     rest_ = line.value_or(std::string_view());
+    isAtBeginning_ = true;
     bytesRead_ += rest_.size() + 1;
     return line.has_value();
 }
 
 bool DotTokens::skipToToken() {
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     for (;;) {
         rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t\r"), rest_.size()));
+        const bool beginsComment =
+            rest_.starts_with("//") || (rest_.starts_with('#') && (isAtBeginning_ || !needsText_));
         if (rest_.starts_with("/*")) {
             skipComment();
-        } else if (!rest_.empty() && rest_.front() != '#' && !rest_.starts_with("//")) {
+        } else if (rest_.starts_with(byteOrderMark)) {
+            rest_.remove_prefix(byteOrderMark.size());  // of a file that was appended
+        } else if (!rest_.empty() && !beginsComment) {
+            isAtBeginning_ = false;
             return true;
         } else if (!nextLine()) {
             return false;
@@ -148,19 +157,23 @@ void DotTokens::readNumber(std::size_t length) {
 }
 
 void DotTokens::readJoined() {
+    std::size_t plusLine = 0;
     bool isJoined = false;
     do {
         const bool isHtml = rest_.front() == '<';
         rest_.remove_prefix(1);
         isHtml ? readHtml() : readQuoted();
         kind_ = isHtml && !isJoined ? Kind::html : Kind::quoted;
+        isAtBeginning_ = false;
+        needsText_ = false;
         if (!skipToToken() || rest_.front() != '+') {
             return;
         }
+        plusLine = lines_.line();
         isJoined = true;
         rest_.remove_prefix(1);
     } while (skipToToken() && (rest_.front() == '"' || rest_.front() == '<'));
-    line_ = lines_.line();
+    line_ = plusLine;
     text_.assign(1, '+');
     failForSyntax();
 }
@@ -176,7 +189,7 @@ void DotTokens::readQuoted() {
         } else if (rest_.front() == '"') {
             rest_.remove_prefix(1);
             return;
-        } else if (rest_.size() == 1) {
+        } else if (rest_.size() == 1 || rest_ == "\\\r") {
             // The text continues in the next line, as if there were no break.
             if (!nextLine()) {
                 failForForm("text without an end");
@@ -236,7 +249,7 @@ void DotTokens::fail(std::string_view problem) const {
 }
 
 void DotTokens::failForSyntax() const {
-    failForForm(kind_ == Kind::end ? std::string("syntax error")
+    failForForm(kind_ == Kind::end ? std::string("the file ends too early")
                                    : fmt::format("syntax error near {}", inSingleQuotes(text_)));
 }
 

@@ -66,7 +66,9 @@ class DotTokens {
 
     Input& input_;
     LineReader lines_;
-    std::string_view rest_;  // of the line
+    std::string_view rest_;      // of the line
+    bool isAtBeginning_ = true;  // of the line, blanks and comments aside
+    bool needsText_ = false;     // whether the token before is `=` or an arrow
     std::uint64_t bytesRead_ = 0;
     std::size_t line_ = 0;        // in which the token begins
     std::size_t lineBefore_ = 0;  // in which the one before it does
