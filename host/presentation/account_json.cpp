@@ -1,5 +1,8 @@
 #include "presentation/account_json.h"
 
+#include <string>
+#include <vector>
+
 #include <boost/date_time/posix_time/posix_time.hpp>
 
 #include <fl/i18n/ustring.h>
@@ -47,6 +50,15 @@ void writeSummary(const Summary& summary, JsonWriter& json) {
     json.endObject();
 }
 
+void writeWarnings(const std::vector<std::string>& warnings, JsonWriter& json) {
+    json.key("warnings");
+    json.beginArray();
+    for (const std::string& warning : warnings) {
+        json.text(warning);
+    }
+    json.endArray();
+}
+
 void writeSide(const SideLedger& side, JsonWriter& json) {
     json.beginObject();
     json.member("nodes", side.nodes);
@@ -69,12 +81,7 @@ void writeSide(const SideLedger& side, JsonWriter& json) {
     json.member("buildProperties", side.leftOut.buildProperties);
     json.member("components", side.leftOut.components);
     json.endObject();
-    json.key("warnings");
-    json.beginArray();
-    for (const std::string& warning : side.warnings) {
-        json.text(warning);
-    }
-    json.endArray();
+    writeWarnings(side.warnings, json);
     json.endObject();
 }
 
@@ -110,6 +117,7 @@ void writeLedger(const Ledger& ledger, JsonWriter& json) {
         writeHidden(hidden, json);
     }
     json.endArray();
+    writeWarnings(ledger.warnings, json);
     json.endObject();
 }
 

@@ -80,6 +80,19 @@ void countItem(const std::optional<Item>& item, SideLedger& ledger) {
     }
 }
 
+/// Returns: a remark if the IDs of the files look as if they did not fit together.
+std::vector<std::string> warningsOf(const EditCounts& files) {
+    const std::size_t common = files.changed + files.unchanged;
+    const std::size_t fewer = common + std::min(files.added, files.removed);
+    if (fewer < 5 || common * 10 >= fewer) {
+        return {};
+    }
+    return {
+        fmt::format("hardly any file is in both graphs ({} of {}); if IDs differ by a folder or "
+                    "a version, see --strip-prefix, --strip-version and --id-replace",
+                    common, fewer)};
+}
+
 void requireSum(std::string_view what, std::size_t parts, std::size_t whole) {
     if (parts != whole) {
         throw LedgerError(fmt::format(
@@ -93,6 +106,7 @@ Ledger countLedger(const std::array<LoadedGraph, 2>& inputs, const GraphComparis
                    const Summary& summary, const PresentedTree& tree) {
     Ledger ledger;
     ledger.visibility = tree.visibility();
+    ledger.warnings = warningsOf(summary.files);
     const EditCounts& rows = summary.dependencies;
     const std::array<std::size_t, 2> oneSided{rows.removed, rows.added};
     for (const Side side : sides) {

@@ -36,6 +36,7 @@ struct Ledger {
     std::size_t entries = 0;          ///< of the comparison tree
     std::size_t rows = 0;             ///< of all its details
     Visibility visibility;
+    std::vector<std::string> warnings;  ///< of what looks odd about the two files together
 };
 
 /// A sum of the ledger does not hold: something was lost, or counted twice.

@@ -62,7 +62,8 @@ TEST(JsonReport, entriesHaveTheirSidesTheirRowsAndWhatTheseAddUpTo) {
                  "folded": 1, "leavingOtherNodes": 1, "warnings": []},
         "right": {"nodes": 5, "files": 2, "otherNodes": {"ext": 3}, "dependencies": 4,
                   "compared": 4, "folded": 0, "leavingOtherNodes": 0, "warnings": []},
-        "entries": {"all": 9, "visible": 9}, "rows": {"all": 10, "visible": 10}, "filters": []})"));
+        "entries": {"all": 9, "visible": 9}, "rows": {"all": 10, "visible": 10}, "filters": [],
+        "warnings": []})"));
     EXPECT_EQ(report["summary"], json::parse(R"({
         "files": {"added": 1, "removed": 1, "changed": 1, "unchanged": 0},
         "groups": {"added": 1, "removed": 1, "changed": 1, "unchanged": 2},

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <tuple>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -34,6 +35,21 @@ TEST(Ledger, whatTwoFiltersHideIsCountedForTheFirst) {
     EXPECT_EQ(visibility.hidden[1].rows, 1U);
     EXPECT_EQ(visibility.entries, (::comparisons::RowCount{.all = 3, .visible = 0}));
     EXPECT_EQ(visibility.rows, (::comparisons::RowCount{.all = 2, .visible = 0}));
+}
+
+TEST(Ledger, filesThatHardlyMeetAreWarnedOf) {
+    const std::tuple<const char*, const char*, std::string> cases[] = {
+        {"a; b; c; d; e", "x/a; x/b; x/c; x/d; x/e; f", "(0 of 5)"},
+        {"a; b; c; d; e", "a; x/b; x/c; x/d; x/e", ""},
+        {"a; b; c; d", "x/a; x/b; x/c; x/d", ""}};
+    for (const auto& [left, right, expected] : cases) {
+        const Report report = compare(graphOf(left), graphOf(right));
+        const std::string text = test::textOf(report);
+        EXPECT_EQ(text.find("Warning: hardly any file is in both graphs " + expected) != text.npos,
+                  !expected.empty())
+            << text;
+        EXPECT_EQ(test::jsonOf(report)["ledger"]["warnings"].size(), expected.empty() ? 0U : 1U);
+    }
 }
 
 TEST(Ledger, addsUpWithEveryOption) {

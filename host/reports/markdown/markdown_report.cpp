@@ -127,16 +127,22 @@ class MarkdownReport {
     }
 
     void writeWarnings() {
+        for (const std::string& warning : report_.ledger.warnings) {
+            writeWarning(fmt::format("Warning: {}.\n\n", warning));
+        }
         for (std::size_t side = 0; side < report_.inputs.size(); ++side) {
             for (const std::string& warning : report_.ledger.sides[side].warnings) {
-                const std::string text = fmt::format("Warning: {}: {}\n\n", sourceOf(side),
-                                                     codeOf(fl::i18n::utf8_to_ustring(warning)));
-                if (text.size() > room()) {
-                    ++missingWarnings_;
-                } else {
-                    take(text);
-                }
+                writeWarning(fmt::format("Warning: {}: {}\n\n", sourceOf(side),
+                                         codeOf(fl::i18n::utf8_to_ustring(warning))));
             }
+        }
+    }
+
+    void writeWarning(const std::string& text) {
+        if (text.size() > room()) {
+            ++missingWarnings_;
+        } else {
+            take(text);
         }
     }
 

@@ -48,7 +48,8 @@ export function overviewOf(data, insights, guide) {
   if (verdict !== "") {
     made.push(element("p", { class: "verdict" }, verdict));
   } else {
-    made.push(headline(data, insights, guide));
+    made.push(headline(data, insights, guide), ...data.head.ledger.warnings.map((/** @type {string} */ warning) =>
+        element("p", { class: "trouble" }, `Warning: ${warning}.`)));
     const sections = insights ? sectionsOf(data, insights, guide) : [];
     if (sections.length > 0) {
       made.push(element("nav", { class: "cards", "aria-label": "What happened" }, ...sections.map(cardOf)));

@@ -218,6 +218,9 @@ void writeOverview(const Report& report, Output& output) {
 }
 
 void writeWarnings(const Report& report, Output& output) {
+    for (const std::string& warning : report.ledger.warnings) {
+        output.print("<p class=\"trouble\">Warning: {}.</p>\n", warning);
+    }
     for (std::size_t side = 0; side < report.inputs.size(); ++side) {
         for (const std::string& warning : report.ledger.sides[side].warnings) {
             output.print("<p class=\"trouble\">Warning: <bdi>{}</bdi>: <bdi>{}</bdi></p>\n",

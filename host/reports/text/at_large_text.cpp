@@ -247,7 +247,13 @@ class AtLargeText {
 }  // namespace
 
 void writeAtLarge(const Report& report, const TextStyle& style, Output& output) {
-    output.print("{}\n{}", verdictOf(report), countsTable(report.summary));
+    output.print("{}\n", verdictOf(report));
+    for (const std::string& warning : report.ledger.warnings) {
+        for (const auto& line : broken(utf8_to_ustring("Warning: " + warning), style.width())) {
+            output.print("{}\n", ustring_to_utf8(line.substr(0, line.find_last_not_of(u' ') + 1)));
+        }
+    }
+    output.write(countsTable(report.summary));
     if (const auto topics = atLarge(report); !topics.empty()) {
         output.write("\n");
         AtLargeText(report, style, output).write(topics);
