@@ -100,6 +100,13 @@ void writeHidden(const HiddenByFilter& hidden, JsonWriter& json) {
     json.member("files", hidden.entries.files);
     json.member("groups", hidden.entries.groups);
     json.member("rows", hidden.rows);
+    json.key("differing");
+    json.beginObject();
+    json.member("entries", hidden.differingEntries.all());
+    json.member("files", hidden.differingEntries.files);
+    json.member("groups", hidden.differingEntries.groups);
+    json.member("rows", hidden.differingRows);
+    json.endObject();
     json.endObject();
 }
 

@@ -14,17 +14,18 @@ namespace {
 
 std::string whatIsHidden(const HiddenByFilter& hidden) {
     std::vector<std::string> parts;
-    if (hidden.entries.graphs != 0) {
+    const EntryCounts& entries = hidden.differingEntries;
+    if (entries.graphs != 0) {
         parts.emplace_back("the graph");
     }
-    if (hidden.entries.files != 0) {
-        parts.push_back(counted(hidden.entries.files, "file", "files"));
+    if (entries.files != 0) {
+        parts.push_back(counted(entries.files, "file", "files"));
     }
-    if (hidden.entries.groups != 0) {
-        parts.push_back(counted(hidden.entries.groups, "group", "groups"));
+    if (entries.groups != 0) {
+        parts.push_back(counted(entries.groups, "group", "groups"));
     }
-    if (hidden.rows != 0) {
-        parts.push_back(counted(hidden.rows, "row", "rows"));
+    if (hidden.differingRows != 0) {
+        parts.push_back(counted(hidden.differingRows, "row", "rows"));
     }
     return fmt::format("{}", fmt::join(parts, ", "));
 }

@@ -19,7 +19,7 @@ namespace depcompare {
 /// Returns: "3 files, 7 dependencies".
 [[nodiscard]] std::string contentsOf(const LoadedGraph& input);
 
-/// Returns: for each filter that hides something, a sentence without its full stop.
+/// Returns: for each filter that hides differences, how many, as a sentence without its full stop.
 [[nodiscard]] std::vector<std::string> hiddenLines(const Visibility& visibility);
 
 /// Returns: "4 nodes: 3 files, 1 lib".

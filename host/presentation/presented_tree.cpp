@@ -26,8 +26,8 @@ using dependency::comparisons::ParallelDependencies;
 
 namespace {
 
-bool showDifference(const DiffMetrics<2>& metrics) {
-    return metrics.leftOnly + metrics.rightOnly + metrics.changed != 0;
+std::uint32_t differencesIn(const DiffMetrics<2>& metrics) {
+    return metrics.leftOnly + metrics.rightOnly + metrics.changed;
 }
 
 bool hidesProperties(const Filters& filter) {
@@ -173,17 +173,24 @@ std::vector<bool> PresentedTree::leadsToVisible() const {
 Visibility PresentedTree::visibility() const {
     Visibility counts{.entries = entryCount(), .rows = {}, .hidden = {}};
     for (const Filters& filter : filters_) {
-        counts.hidden.push_back({.filter = filter, .entries = {}, .rows = 0});
+        counts.hidden.push_back({.filter = filter, .entries = {}, .differingEntries = {}});
     }
     for (const Entry& entry : entries()) {
-        const auto& rows = numbers(entry.match).rows;
+        const auto& [metrics, rows, differing] = numbers(entry.match);
         const std::size_t hiddenBy = hiddenBy_[entry.match->getIndex()];
         for (std::size_t i = 0; i < std::min(hiddenBy, filters_.size()); ++i) {
             counts.hidden[i].rows += rows[i] - rows[i + 1];
+            counts.hidden[i].differingRows += differing[i] - differing[i + 1];
         }
         if (hiddenBy < filters_.size()) {
-            counts.hidden[hiddenBy].rows += rows[hiddenBy];
-            counts.hidden[hiddenBy].entries.count(anySide(compared(entry.match).edit));
+            HiddenByFilter& hidden = counts.hidden[hiddenBy];
+            const Item& item = anySide(compared(entry.match).edit);
+            hidden.rows += rows[hiddenBy];
+            hidden.differingRows += differing[hiddenBy];
+            hidden.entries.count(item);
+            if (entry.match->getEditTypes().front() != EditType::unchanged) {
+                hidden.differingEntries.count(item);
+            }
         }
         counts.rows += {.all = rows[0], .visible = entry.visible != 0 ? rows[filters_.size()] : 0};
     }
@@ -212,18 +219,24 @@ PresentedTree::Numbers PresentedTree::countNumbers(Match match) const {
     if (!viewModel) {
         return numbers;
     }
-    numbers.rows[0] = static_cast<std::uint32_t>(viewModel->rowCount().visible);
+    const auto count = [&](std::size_t filters) {
+        numbers.metrics = viewModel->metrics();
+        numbers.rows[filters] = static_cast<std::uint32_t>(viewModel->rowCount().visible);
+        numbers.differingRows[filters] = differencesIn(*numbers.metrics);
+    };
+    count(0);
     for (std::size_t i = 0; i < filters_.size(); ++i) {
         viewModel->applyFilter(filters_[i]);
-        numbers.rows[i + 1] = static_cast<std::uint32_t>(viewModel->rowCount().visible);
+        count(i + 1);
     }
-    numbers.metrics = viewModel->metrics();
     if (isKeptToTell(match)) {
         const auto shown = tellingDetail(match);
         const auto from = std::ranges::find_if(filters_, hidesProperties) - filters_.begin();
         std::fill(numbers.rows.begin() + from + 1, numbers.rows.end(),
                   static_cast<std::uint32_t>(shown->rowCount().visible));
         numbers.metrics = shown->metrics();
+        std::fill(numbers.differingRows.begin() + from + 1, numbers.differingRows.end(),
+                  differencesIn(*numbers.metrics));
     }
     return numbers;
 }
@@ -250,7 +263,7 @@ bool PresentedTree::showsDifference(const Entry& entry) const {
         return true;
     }
     const auto metrics = this->metrics(entry.match);
-    return metrics && showDifference(*metrics);
+    return metrics && differencesIn(*metrics) != 0;
 }
 
 void PresentedTree::findEntriesThatTell() {

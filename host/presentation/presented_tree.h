@@ -44,6 +44,8 @@ struct HiddenByFilter {
     Filters filter;
     EntryCounts entries;
     std::size_t rows = 0;
+    EntryCounts differingEntries;  ///< of the entries, those that are not unchanged
+    std::size_t differingRows = 0;
 };
 
 /// A row is visible if its table shows it and its entry is visible. What two filters hide is counted
@@ -129,6 +131,7 @@ class PresentedTree final : public dependency::comparisons::FilteredGraphTree {
         std::optional<::comparisons::DiffMetrics<2>> metrics;
         // Before the first filter, after it, after the second one.
         std::array<std::uint32_t, maxFilters + 1> rows{};
+        std::array<std::uint32_t, maxFilters + 1> differingRows{};
     };
 
     [[nodiscard]] std::unique_ptr<ViewModel> makeViewModel(Match match) const;

@@ -33,6 +33,10 @@ TEST(Ledger, whatTwoFiltersHideIsCountedForTheFirst) {
     EXPECT_EQ(visibility.hidden[0].rows, 1U);
     EXPECT_EQ(visibility.hidden[1].entries.files, 1U);
     EXPECT_EQ(visibility.hidden[1].rows, 1U);
+    // Only the second one hides differences.
+    EXPECT_EQ(visibility.hidden[0].differingEntries.all() + visibility.hidden[0].differingRows, 0U);
+    EXPECT_EQ(visibility.hidden[1].differingEntries.files, 1U);
+    EXPECT_EQ(visibility.hidden[1].differingRows, 1U);
     EXPECT_EQ(visibility.entries, (::comparisons::RowCount{.all = 3, .visible = 0}));
     EXPECT_EQ(visibility.rows, (::comparisons::RowCount{.all = 2, .visible = 0}));
 }

@@ -185,7 +185,7 @@ TEST(MarkdownReport, countsComeFirstThenGroupsBetweenNodesThatStayThenTheRestByF
             "\n"
             "</details>\n"
             "\n"
-            "Hidden by the non-structural filter: the graph, 2 files, 2 groups, 3 rows.\n"
+            "Hidden by the non-structural filter: 1 file, 1 group, 1 row.\n"
             "\n");
     Report withoutInsights = compare(older, newer);
     withoutInsights.insights.reset();

@@ -203,8 +203,8 @@ TEST(TextReport, itBeginsWithInputsAndCountsAndEndsWithTheAccount) {
               std::string::npos)
         << text;
     EXPECT_EQ(text.substr(text.find("\n\nHidden") + 2),
-              "Hidden by the non-structural filter: the graph, 2 files, 4 groups, 6\n"
-              "       rows; show with --no-filter\n"
+              "Hidden by the non-structural filter: 1 file, 2 groups, 2 rows; show with\n"
+              "       --no-filter\n"
               "\n"
               "Left   6 nodes: 3 files, 3 lib;\n"
               "       8 dependencies: 6 compared, 1 duplicate, 1 leaving non-file nodes\n"

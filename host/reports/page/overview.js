@@ -492,7 +492,7 @@ export function mostChanged(data, guide, files = data.entryOfFile.keys()) {
 }
 
 /**
- * What the filters hide, in words.
+ * What differs and is hidden by the filters, in words.
  * @param {Comparison} data
  * @param {number} choice
  * @returns {string}

@@ -186,10 +186,10 @@ void writeChoice(const PresentedTree& tree, JsonWriter& json) {
     for (const HiddenByFilter& hidden : visibility.hidden) {
         json.beginObject();
         json.member("filter", titleOf(hidden.filter));
-        json.member("graphs", hidden.entries.graphs);
-        json.member("files", hidden.entries.files);
-        json.member("groups", hidden.entries.groups);
-        json.member("rows", hidden.rows);
+        json.member("graphs", hidden.differingEntries.graphs);
+        json.member("files", hidden.differingEntries.files);
+        json.member("groups", hidden.differingEntries.groups);
+        json.member("rows", hidden.differingRows);
         json.endObject();
     }
     json.endArray();
