@@ -39,8 +39,10 @@ std::atomic<std::size_t> reserved = 0;
 thread_local bool ranOutOfMemory = false;
 
 bool isReserved(const void* memory) noexcept {
-    const std::less<const void*> isBefore;
-    return !isBefore(memory, reserve.data()) && isBefore(memory, reserve.data() + reserve.size());
+    const std::less<> isBefore;
+    const void* const begin = reserve.data();
+    const void* const end = reserve.data() + reserve.size();
+    return !isBefore(memory, begin) && isBefore(memory, end);
 }
 
 void* allocate(std::size_t size) noexcept {
@@ -75,14 +77,13 @@ void* reallocate(void* memory, std::size_t size) noexcept {
 }
 
 // Before any thread.
-[[maybe_unused]] const bool icuAllocatesHere = []() noexcept {
+[[gnu::constructor]] void giveMemoryToIcu() noexcept {
     UErrorCode status = U_ZERO_ERROR;
     u_setMemoryFunctions(
         nullptr, [](const void*, std::size_t size) { return allocate(size); },
         [](const void*, void* memory, std::size_t size) { return reallocate(memory, size); },
         [](const void*, void* memory) { release(memory); }, &status);
-    return U_SUCCESS(status);
-}();
+}
 
 // The second in which `time` is, as milliseconds since the epoch.
 UDate secondOf(const boost::posix_time::ptime& time) {
