@@ -195,7 +195,9 @@ int perform(int argc, const char* const* argv) {
         return noDifference;
     }
     const auto& options = std::get<Options>(parsed);
-    std::ranges::for_each(options.warnings, [](const auto& warning) { warn(warning); });
+    for (const std::string& warning : options.warnings) {
+        warn(warning);
+    }
     setLocale(options);
     messages::registerMessages();
     Progress progress(options.quiet ? When::never : options.progress);
