@@ -387,7 +387,7 @@ TEST_F(Program, filesAppearAllAndWholeOrNotAtAll) {
     EXPECT_EQ(run("-o a.html " + both).error,
               "depcompare: warning: a.html gets text; --format html writes what its name says\n");
     EXPECT_EQ(run("-f text -o a.html " + both).error, "");
-    EXPECT_EQ(filesInFolder(), files + 2);  // the output and the errors of the program
+    EXPECT_EQ(filesInFolder(), files + 3);  // the output and the errors of the program
     EXPECT_EQ(contentOf(folder_ / "report"), run(both).output);
 
     const Outcome outcome = run("-f summary --report json=a --report markdown=b " + both);

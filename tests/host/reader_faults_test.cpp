@@ -61,7 +61,7 @@ TEST(Readers, whatCannotBeReadIsRefusedInOneLine) {
         {"DOT, depth", nested(20'000), "in:1: graphs nested deeper than 256 (--max-nesting)"},
         {"DOT, a long number that is none", "digraph { " + std::string(100'000, '1') + "a }",
          "in:1: not well-formed DOT: syntax ambiguity - badly delimited number '" +
-             std::string(60, '1') + "..." + std::string(59, '1') + "a' splits into two tokens"},
+             std::string(50, '1') + "..." + std::string(49, '1') + "a' splits into two tokens"},
         {"DOT, what was refused leaves nothing", "digraph { a }", "a \"a\" [file]\n"},
         {"DOT, a text that continues on a line of DOS", "digraph { \"a\\\r\nb\" }",
          "ab \"ab\" [file]\n"},
