@@ -118,9 +118,9 @@ TEST(PageReport, thePlainPartHasTheCountsAndTheVisibleChanges) {
         "]\n= b\n]\n");
     const std::string filtered =
         plainPartOf(compare(older(), newer(), filtersNamed({"nonstructural"})));
-    EXPECT_NE(filtered.find(
-                  "Hidden by the non-structural filter: the graph, 1 file, 1 group, 4 rows.\n"),
-              std::string::npos);
+    EXPECT_NE(
+        filtered.find("Hidden by the non-structural filter: the graph, 1 file, 1 group, 4 rows.\n"),
+        std::string::npos);
     EXPECT_EQ(filtered.substr(filtered.find("Changes\n")),
               "Changes\n[\n"
               "a[\u2212 \u2192 a[\u2212 depends ]\n"
