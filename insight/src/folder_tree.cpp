@@ -127,9 +127,9 @@ std::size_t FolderTree::commonEnd(Number a, Number b) const {
         return path(a).size() - 1;
     }
     const auto [first, last] = std::minmax(a, b);
-    const auto level = static_cast<std::size_t>(std::bit_width(last - first) - 1);
-    const auto& least = common_[level];
-    return std::min(least[first + 1], least[last + 1 - (std::size_t{1} << level)]);
+    const Number step = std::bit_floor(last - first);
+    const auto& least = common_[static_cast<std::size_t>(std::countr_zero(step))];
+    return std::min(least[first + 1], least[last + 1 - step]);
 }
 
 }  // namespace dependency::insight

@@ -114,6 +114,13 @@ struct Likeness {
     [[nodiscard]] double share() const { return all > 0 ? shared / all : 0; }
 };
 
+/// Returns: the elements with this key, of those in ascending order of keys.
+template <class Element, class Key, class KeyOf>
+std::span<const Element> withKey(const std::vector<Element>& sorted, const Key& key, KeyOf keyOf) {
+    return {std::ranges::lower_bound(sorted, key, {}, keyOf),
+            std::ranges::upper_bound(sorted, key, {}, keyOf)};
+}
+
 class RenameFinder {
   public:
     RenameFinder(const LinkGraph& graph, const RenameOptions& options)
@@ -771,12 +778,11 @@ class RenameFinder {
         const auto targetOf = [](const auto& target) { return target.first; };
         for (const Number left : places.left) {
             const Number top = tree_.withoutEnd(files_.left[left].folder, common);
-            const auto moves = std::ranges::equal_range(
-                moves_, top, {}, [](const MoveCount& count) { return count.move.first; });
+            const auto moves =
+                withKey(moves_, top, [](const MoveCount& count) { return count.move.first; });
             if (moves.size() < targets.size()) {
                 for (const MoveCount& count : moves) {
-                    for (const auto& target :
-                         std::ranges::equal_range(targets, count.move.second, {}, targetOf)) {
+                    for (const auto& target : withKey(targets, count.move.second, targetOf)) {
                         if (count.files > 1) {
                             candidates.push_back({.left = left, .right = target.second});
                         }
