@@ -404,6 +404,8 @@ TEST_F(Program, whicheverCallFailsAllFilesAreOldOrAllAreNew) {
     GTEST_SKIP() << "sanitizers are preloaded first";
 #endif
     const char* names[] = {"a", "b", "c"};
+    const std::string command =
+        " LD_PRELOAD='" FAILING_CALLS "' $P --report json=a --report summary=b -o c " + both;
     const auto files = filesInFolder() + 5;  // those, the output and the errors of the program
     for (const char* call : {"fsync", "close", "write", "linkat", "renameat2"}) {
         int number = 0;
@@ -413,10 +415,8 @@ TEST_F(Program, whicheverCallFailsAllFilesAreOldOrAllAreNew) {
                 write(name, "old");
             }
             const std::string about = std::string(call) + ':' + std::to_string(++number);
-            const Outcome outcome = shell("FAILING_CALL=" + about +
-                                          " LD_PRELOAD='" FAILING_CALLS
-                                          "' $P --report json=a --report summary=b -o c " +
-                                          both);
+            const Outcome outcome =
+                shell(std::string("FAILING_CALL=").append(about).append(command));
             const auto old = std::ranges::count(
                 names, "old", [&](const char* name) { return contentOf(folder_ / name); });
             EXPECT_EQ(old, outcome.status == 2 ? 3 : 0) << about << outcome.error;
