@@ -230,14 +230,14 @@ void complain(std::string_view problem) noexcept {
     }
 }
 
-/// Ends the process if an exception cannot be caught: it left a destructor or a thread, or there was no
-/// memory to throw it. Unfinished files have no names, and go with the process.
-[[noreturn]] void endUncaught() noexcept {
+/// Complains of the exception that is being handled; there is none if no memory was left to throw it.
+void complainOfException() noexcept {
     try {
-        if (std::current_exception() != nullptr) {
+        if (std::current_exception() == nullptr) {
+            complainOfMemory();
+        } else {
             throw;
         }
-        complainOfMemory();
     } catch (const std::bad_alloc&) {
         complainOfMemory();
     } catch (const std::exception& error) {
@@ -245,6 +245,12 @@ void complain(std::string_view problem) noexcept {
     } catch (...) {
         complain("unknown error");
     }
+}
+
+/// Ends the process if an exception cannot be caught: it left a destructor or a thread. Unfinished files
+/// have no names, and go with the process.
+[[noreturn]] void endUncaught() noexcept {
+    complainOfException();
     std::_Exit(failure);
 }
 
@@ -307,13 +313,9 @@ int run(int argc, const char* const* argv) noexcept {
         return perform(argc, argv);
     } catch (const std::system_error& error) {
         endIfBrokenPipe(error);
-        complain(error.what());
-    } catch (const std::bad_alloc&) {
-        complainOfMemory();
-    } catch (const std::exception& error) {
-        complain(error.what());
+        complainOfException();
     } catch (...) {
-        complain("unknown error");
+        complainOfException();
     }
     return failure;
 }

@@ -208,12 +208,15 @@ void takeGitWords(Words words, Options& options) {
 
 /// The name of a file that gets text by default may promise something else.
 void warnOfName(Options& options) {
+    if (!options.outputFile) {
+        return;
+    }
     constexpr std::pair<std::string_view, std::string_view> promises[] = {
         {".html", "html"},   {".htm", "html"}, {".json", "json"},
         {".md", "markdown"}, {".csv", "csv"},  {".tsv", "tsv"},
     };
     for (const auto& [ending, format] : promises) {
-        if (options.outputFile && options.outputFile->ends_with(ending)) {
+        if (options.outputFile->ends_with(ending)) {
             options.warnings.push_back(
                 fmt::format("{} gets text; --format {} writes what its name says",
                             *options.outputFile, format));

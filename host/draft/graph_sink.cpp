@@ -41,13 +41,13 @@ void requireProportion(const GraphDraft& draft, std::size_t defaultNameBytes) {
     }
 }
 
-}  // namespace
-
 std::string onlyInEdges(std::size_t count, std::string_view firstID) {
     return count == 1
                ? fmt::format("node {} appears only in edges", inQuotes(firstID))
                : fmt::format("{} nodes appear only in edges (first: {})", count, inQuotes(firstID));
 }
+
+}  // namespace
 
 GraphSink::GraphSink(std::string source, const Limits& limits, CurrentLine currentLine)
     : limits_(limits), currentLine_(std::move(currentLine)) {

@@ -17,9 +17,6 @@
 
 namespace depcompare {
 
-/// Returns: a warning about nodes that only edges mention.
-[[nodiscard]] std::string onlyInEdges(std::size_t count, std::string_view firstID);
-
 /// Applies the rules that all formats share. Nodes and edges may be added in any order, an edge before
 /// its ends; the last of several values for one thing holds; every value is taken verbatim.
 ///

@@ -193,7 +193,7 @@ std::string problemOfUnfit(std::string_view firstBytes, const JsonShape& shape) 
         const bool areMore = members.size() > mostMembers;
         members.resize(std::min(members.size(), mostMembers));
         return fmt::format("JSON that fits no format, with the members {}{}; {}",
-                           fmt::join(members, ", "), areMore ? ", …" : "", pointer);
+                           fmt::join(members, ", "), areMore ? ", ..." : "", pointer);
     }
     if (isEmptyJson(firstBytes)) {
         return "empty JSON, which several formats write; name the format by --input-format";

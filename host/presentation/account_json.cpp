@@ -93,19 +93,20 @@ void writeRowCount(std::string_view name, const RowCount& count, JsonWriter& jso
     json.endObject();
 }
 
+void writeCounts(const EntryCounts& entries, std::size_t rows, JsonWriter& json) {
+    json.member("entries", entries.all());
+    json.member("files", entries.files);
+    json.member("groups", entries.groups);
+    json.member("rows", rows);
+}
+
 void writeHidden(const HiddenByFilter& hidden, JsonWriter& json) {
     json.beginObject();
     json.member("filter", nameOf(hidden.filter));
-    json.member("entries", hidden.entries.all());
-    json.member("files", hidden.entries.files);
-    json.member("groups", hidden.entries.groups);
-    json.member("rows", hidden.rows);
+    writeCounts(hidden.entries, hidden.rows, json);
     json.key("differing");
     json.beginObject();
-    json.member("entries", hidden.differingEntries.all());
-    json.member("files", hidden.differingEntries.files);
-    json.member("groups", hidden.differingEntries.groups);
-    json.member("rows", hidden.differingRows);
+    writeCounts(hidden.differingEntries, hidden.differingRows, json);
     json.endObject();
     json.endObject();
 }
