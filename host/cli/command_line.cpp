@@ -206,6 +206,15 @@ void takeGitWords(Words words, Options& options) {
     }
 }
 
+/// Who names a file expects it to be written.
+void warnOfQuiet(Options& options) {
+    if (options.quiet && (options.outputFile || !options.reports.empty())) {
+        options.warnings.push_back(
+            fmt::format("--quiet writes nothing, {} included",
+                        options.outputFile ? *options.outputFile : options.reports.front().path));
+    }
+}
+
 /// The name of a file that gets text by default may promise something else.
 void warnOfName(Options& options) {
     if (!options.outputFile) {
@@ -245,7 +254,8 @@ Options parse(const std::vector<OptionGroup>& table, Words words, std::optional<
         takeGitWords(*gitWords, options);
     }
     check(options);
-    if (app.get_option("--format")->empty() && !options.why && !options.conversion) {
+    warnOfQuiet(options);
+    if (app.get_option("--format")->empty() && !options.quiet && !options.why && !options.conversion) {
         warnOfName(options);
     }
     return options;

@@ -235,7 +235,7 @@ OptionGroup reportOptions() {
               .description = "Write nothing if no difference is visible",
               .take = set(&Options::whenChanged, true)},
              {.names = "-q,--quiet",
-              .description = "Print nothing; report through the exit status only",
+              .description = "Write nothing, no report either; answer by the exit status only",
               .inShortHelp = true,
               .take = set(&Options::quiet, true)},
              {.names = "--locale",

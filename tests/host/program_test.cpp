@@ -382,7 +382,9 @@ TEST_F(Program, filesAppearAllAndWholeOrNotAtAll) {
         EXPECT_EQ(run(words).status, 2) << words;
         EXPECT_EQ(contentOf(folder_ / "report"), "old") << words;
     }
-    EXPECT_EQ(run("-q -o quiet " + both).status, 1);
+    const Outcome quiet = run("-q -o quiet.html " + both);
+    EXPECT_EQ(quiet.status, 1);
+    EXPECT_EQ(quiet.error, "depcompare: warning: --quiet writes nothing, quiet.html included\n");
     EXPECT_EQ(run("-o report " + both).output, "");
     EXPECT_EQ(run("-o a.html " + both).error,
               "depcompare: warning: a.html gets text; --format html writes what its name says\n");
