@@ -347,7 +347,7 @@ struct Score {
 };
 
 void evaluateRenames(std::span<char* const> paths) {
-    constexpr std::uint64_t seeds = 10;
+    constexpr std::uint64_t seeds = 60;
     std::printf("%-24s %-10s %9s %9s %9s %9s %9s\n", "graph", "properties", "probable", "precision",
                 "folders", "renamed", "moved");
     for (const char* path : paths) {

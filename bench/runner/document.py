@@ -73,6 +73,11 @@ def profile_table(path):
                  [(name, f"{share:.0%}") for name, share in profile["parts"]])
 
 
+def renames_table(path):
+    headings, *lines = (line.split() for line in path.read_text(encoding="utf-8").splitlines())
+    return table(headings, lines)
+
+
 def entries_of(rows, files):
     """From two figures of one measure."""
     seconds = results.find(rows, "compareGraphs", files)["value"]
@@ -96,6 +101,9 @@ def fill(build):
     if (build / "profile.json").exists():
         text = replaced(text, "profile", profile_table(build / "profile.json"))
         filled.append("profile.json")
+    if (build / "renames.txt").exists():
+        text = replaced(text, "renames", renames_table(build / "renames.txt"))
+        filled.append("renames.txt")
     if not filled:
         raise measures.Failed(f"{build} has no results; measure first")
     PAGE.write_text(text, encoding="utf-8")

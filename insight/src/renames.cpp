@@ -35,6 +35,11 @@ constexpr double surePair = 0.8;
 constexpr double likelyPair = 0.5;
 constexpr double ambiguityMargin = 0.1;
 
+// Probabilities are told to six places.
+constexpr double mostOdds = 1e9;
+constexpr double leastChange = 1e-8;
+constexpr int mostSteps = 100;
+
 // What makes too many candidates is no index.
 constexpr std::size_t mostPairsPerKey = 1'024;
 constexpr std::size_t mostNamesakes = 64;
@@ -879,21 +884,50 @@ class RenameFinder {
         return isAny;
     }
 
+    /// How free a file of either side is for each candidate: 1 / (1 + the sum, over the file's other
+    /// candidates, of odds times how free their other file is for them). Belief propagation: from
+    /// what files tell each other so, step by step, follows how probable each candidate is.
+    [[nodiscard]] BySide<std::vector<double>> freedomFor(const std::vector<Candidate>& candidates,
+                                                         const std::vector<double>& odds) const {
+        BySide<std::vector<double>> freedom{std::vector<double>(candidates.size(), 1),
+                                            std::vector<double>(candidates.size(), 1)};
+        double change = 1;
+        for (int step = 0; step < mostSteps && change > leastChange; ++step) {
+            BySide<std::vector<double>> sums{std::vector<double>(files_.left.size()),
+                                             std::vector<double>(files_.right.size())};
+            for (std::size_t i = 0; i < candidates.size(); ++i) {
+                sums.left[candidates[i].left] += odds[i] * freedom.right[i];
+                sums.right[candidates[i].right] += odds[i] * freedom.left[i];
+            }
+            change = 0;
+            for (std::size_t i = 0; i < candidates.size(); ++i) {
+                const double ofOthersOfLeft =
+                    sums.left[candidates[i].left] - odds[i] * freedom.right[i];
+                const double ofOthersOfRight =
+                    sums.right[candidates[i].right] - odds[i] * freedom.left[i];
+                const double left = 1 / (1 + std::max(ofOthersOfLeft, 0.0));
+                const double right = 1 / (1 + std::max(ofOthersOfRight, 0.0));
+                change = std::max(
+                    {change, std::abs(left - freedom.left[i]), std::abs(right - freedom.right[i])});
+                freedom.left[i] = left;
+                freedom.right[i] = right;
+            }
+        }
+        return freedom;
+    }
+
     // Returns: each candidate's score (left) and that of its best rival (right), negative if it has
     //          none. A rival shares one of the files.
     [[nodiscard]] BySide<std::vector<double>> scoresOf(
         const std::vector<Candidate>& candidates) const {
-        std::vector<bool> isOut(candidates.size());
-        BySide<std::vector<double>> sums{std::vector<double>(files_.left.size()),
-                                         std::vector<double>(files_.right.size())};
-        for (std::size_t i = 0; i < candidates.size(); ++i) {
-            const NodePair pair = nodesOf(candidates[i]);
-            isOut[i] = !isOpen(pair.left) || !isOpen(pair.right);
-            if (!isOut[i]) {
-                sums.left[candidates[i].left] += candidates[i].odds;
-                sums.right[candidates[i].right] += candidates[i].odds;
-            }
+        std::vector<double> odds;
+        odds.reserve(candidates.size());
+        for (const Candidate& candidate : candidates) {
+            const NodePair pair = nodesOf(candidate);
+            const bool isOut = !isOpen(pair.left) || !isOpen(pair.right);
+            odds.push_back(isOut ? 0 : std::min(candidate.odds, mostOdds));
         }
+        const BySide<std::vector<double>> freedom = freedomFor(candidates, odds);
         BySide<std::vector<double>> scores{std::vector<double>(candidates.size(), -1),
                                            std::vector<double>(candidates.size(), -1)};
         struct Best {
@@ -903,13 +937,12 @@ class RenameFinder {
         BySide<std::vector<Best>> best{std::vector<Best>(files_.left.size()),
                                        std::vector<Best>(files_.right.size())};
         for (std::size_t i = 0; i < candidates.size(); ++i) {
-            if (isOut[i]) {
+            if (odds[i] == 0) {
                 continue;
             }
             const Candidate& candidate = candidates[i];
-            const double all =
-                1 + sums.left[candidate.left] + sums.right[candidate.right] - candidate.odds;
-            scores.left[i] = std::round(candidate.odds / all * 1e6) / 1e6;
+            const double weight = odds[i] * freedom.left[i] * freedom.right[i];
+            scores.left[i] = std::round(weight / (1 + weight) * 1e6) / 1e6;
             for (Best* place : {&best.left[candidate.left], &best.right[candidate.right]}) {
                 if (scores.left[i] > place->first) {
                     place->second = std::exchange(place->first, scores.left[i]);

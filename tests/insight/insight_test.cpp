@@ -157,6 +157,16 @@ std::string surroundings() {
     return text;
 }
 
+// Files that have two neighbours in common, and one of their own.
+std::string alike(const std::string& name) {
+    std::string text;
+    for (int i = 0; i < 6; ++i) {
+        const std::string file = "s/" + name + std::to_string(i) + ".c -> keep/";
+        text += file + "1.h\n" + file + "2.h\n" + file + std::to_string(10 + i) + ".h\n";
+    }
+    return text;
+}
+
 TEST(Insight, renamesAreFoundByEvidence) {
     struct Case {
         const char* about;
@@ -177,6 +187,13 @@ TEST(Insight, renamesAreFoundByEvidence) {
         {"neighbours", "s/old.c -> keep/1.h\ns/old.c -> keep/9.h\nkeep/5.c -> s/old.c",
          "s/new.c -> keep/1.h\ns/new.c -> keep/9.h\nkeep/5.c -> s/new.c",
          "s/old.c => s/new.c probable, 3 of 3/3, 0 of 0\n"},
+        {"neighbours, with rivals whose own partners are nearer", alike("o"), alike("n"),
+         "s/o0.c => s/n0.c probable, 3 of 3/3, 0 of 0\n"
+         "s/o1.c => s/n1.c probable, 3 of 3/3, 0 of 0\n"
+         "s/o2.c => s/n2.c probable, 3 of 3/3, 0 of 0\n"
+         "s/o3.c => s/n3.c probable, 3 of 3/3, 0 of 0\n"
+         "s/o4.c => s/n4.c probable, 3 of 3/3, 0 of 0\n"
+         "s/o5.c => s/n5.c probable, 3 of 3/3, 0 of 0\n"},
         {"nothing in common", "s/old.c -> keep/1.h", "t/new.py -> keep/2.h", ""},
     };
     for (const auto& [about, left, right, expected] : cases) {
