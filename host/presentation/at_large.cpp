@@ -417,11 +417,14 @@ class TopicMaker {
                 .words(listed(
                     {{probable, "probable"}, {insights_.renames.size() - probable, "possible"}}))
                 .end());
-        addStatements(topic, folders, [](const auto& move) {
+        const auto nameOf = [](const std::u16string& folder) {
+            return folder.empty() ? std::u16string(u".") : folder;
+        };
+        addStatements(topic, folders, [&](const auto& move) {
             return Saying()
-                .name(move.first.first)
+                .name(nameOf(move.first.first))
                 .words(" \u2192 ")
-                .name(move.first.second)
+                .name(nameOf(move.first.second))
                 .words(fmt::format(": {}", counted(move.second, "file", "files")))
                 .end();
         });

@@ -229,9 +229,11 @@ TEST(TextReport, whatHappenedAtLargeComesBeforeTheTreeAsFarAsItFits) {
         "y type=lib; m/a>m/b; m/b>m/c; m/c>m/a; m/d>n/x; m/d>m/a; n/new.c>m/a; n/new.c>m/b;"
         "m/b>y; o/p>q/very/deep/folder/name.c; m/a>n/new.c upstream_component=1";
     const Report report = compare(graphOf(older), graphOf(newer), filtersNamed({"nonstructural"}));
+    const auto summaryOf = [](const Report& ofWhat, const TextStyle& style) {
+        return test::written([&](Output& output) { writeSummaryReport(ofWhat, style, output); });
+    };
     const auto atLarge = [&](const TextStyle& style) {
-        const std::string text =
-            test::written([&](Output& output) { writeSummaryReport(report, style, output); });
+        const std::string text = summaryOf(report, style);
         return text.substr(text.find("\n\n") + 2);
     };
     EXPECT_EQ(atLarge({}),
@@ -269,6 +271,9 @@ TEST(TextReport, whatHappenedAtLargeComesBeforeTheTreeAsFarAsItFits) {
               "             -6: 2 rewired, 1 to gone nodes, 3\n"
               "             renamed\n"
               "\x1b[2mMore: --insights full\x1b[0m\n");
+
+    const Report moved = compare(graphOf("f/a hash=1; f/b hash=2"), graphOf("a hash=1; b hash=2"));
+    EXPECT_NE(summaryOf(moved, {}).find("f \u2192 .: 2 files"), std::string::npos);
 }
 
 TEST(TextReport, namesCannotSteerTheTerminalNorTheLogOfABuild) {

@@ -118,6 +118,9 @@ class MarkdownReport {
     void writeHead() {
         take(fmt::format("### Dependencies: {} \u2192 {}\n\n", sourceOf(0), sourceOf(1)));
         take(fmt::format("{}\n\n", verdictOf(report_)));
+        for (const std::string& warning : report_.ledger.warnings) {
+            writeWarning(fmt::format("Warning: {}.\n\n", warning));
+        }
         take("| | added | removed | changed | unchanged |\n|---|--:|--:|--:|--:|\n");
         for (const auto& [name, title, counts] : report_.summary.byKind()) {
             take(fmt::format("| {} | {} | {} | {} | {} |\n", title, counts.added, counts.removed,
@@ -127,9 +130,6 @@ class MarkdownReport {
     }
 
     void writeWarnings() {
-        for (const std::string& warning : report_.ledger.warnings) {
-            writeWarning(fmt::format("Warning: {}.\n\n", warning));
-        }
         for (std::size_t side = 0; side < report_.inputs.size(); ++side) {
             for (const std::string& warning : report_.ledger.sides[side].warnings) {
                 writeWarning(fmt::format("Warning: {}: {}\n\n", sourceOf(side),
