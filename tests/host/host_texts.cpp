@@ -2,19 +2,21 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <sstream>
 #include <utility>
+#include <variant>
 
 #include <boost/date_time/posix_time/posix_time.hpp>
 
 #include <depcompare/messages/messages.h>
 #include <fl/i18n/ustring.h>
 #include <fmt/format.h>
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "cli/command_line.h"
 #include "draft/marked_id.h"
-#include "formats/read_graph.h"
+#include "formats/load_graphs.h"
 #include "input/input.h"
 #include "input/input_error.h"
 #include "reports/json/json_report.h"
@@ -27,11 +29,6 @@ using dependency::graph::Component;
 using dependency::graph::Dependency;
 using dependency::graph::Node;
 using fl::i18n::ustring_to_utf8;
-
-GraphDraft draftOf(const std::string& name, const std::string& file, const Limits& limits) {
-    Input input = Input::fromText(name, file, limits);
-    return readGraph(input);
-}
 
 std::string endOf(const Node& node, const Component& component) {
     std::string text = ustring_to_utf8(idAsRead(node.getID()));
@@ -95,9 +92,23 @@ std::string graphOf(std::string_view parts) {
     return graphML(content);
 }
 
-LoadedGraph load(const std::string& file, const Limits& limits) {
-    std::array<GraphDraft, 2> drafts{draftOf("in", file, limits), GraphDraft()};
-    return buildGraphs(std::move(drafts))[0];
+Options optionsOf(const std::string& words) {
+    std::istringstream text("depcompare " + words);
+    const std::vector<std::string> list{std::istream_iterator<std::string>(text), {}};
+    std::vector<const char*> pointers;
+    std::ranges::transform(list, std::back_inserter(pointers), &std::string::c_str);
+    return std::get<Options>(parseCommandLine(static_cast<int>(pointers.size()), pointers.data()));
+}
+
+LoadedGraph load(const std::string& file, const ReadOptions& options) {
+    return loadGraph(Input::fromText("in", file, options.limits), options, [](auto) {});
+}
+
+std::array<LoadedGraph, 2> loadPair(const std::string& left, const std::string& right,
+                                    const ReadOptions& options) {
+    return loadGraphs({Input::fromText("old", left, options.limits),
+                       Input::fromText("new", right, options.limits)},
+                      options, [](auto) {});
 }
 
 std::string textOf(const LoadedGraph& loaded) {
@@ -121,34 +132,11 @@ std::string textOf(const LoadedGraph& loaded) {
     return text + dependencies;
 }
 
-std::string read(const std::string& file, const Limits& limits) {
+std::string read(const std::string& file, const ReadOptions& options) {
     try {
-        return textOf(load(file, limits));
+        return textOf(load(file, options));
     } catch (const InputError& error) {
         return error.what();
-    }
-}
-
-std::array<LoadedGraph, 2> loadPair(const std::string& left, const std::string& right,
-                                    const ReadOptions& options) {
-    std::array<GraphDraft, 2> drafts{draftOf("old", left, options.limits),
-                                     draftOf("new", right, options.limits)};
-    return buildGraphs(std::move(drafts), options);
-}
-
-std::string readPair(const std::string& left, const std::string& right,
-                     const ReadOptions& options) {
-    try {
-        const auto loaded = loadPair(left, right, options);
-        return textOf(loaded[0]) + textOf(loaded[1]);
-    } catch (const InputError& error) {
-        return error.what();
-    }
-}
-
-void expectRead(std::initializer_list<ReadCase> cases) {
-    for (const ReadCase& example : cases) {
-        EXPECT_EQ(read(example.file), example.expected) << example.about;
     }
 }
 

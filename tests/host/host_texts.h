@@ -1,16 +1,15 @@
 #pragma once
 // Files in, texts out: what the host's tests have in common.
 #include <array>
-#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <nlohmann/json_fwd.hpp>
 
+#include "cli/options.h"
 #include "draft/build_graphs.h"
 #include "draft/read_options.h"
-#include "input/limits.h"
 #include "presentation/report.h"
 #include "reports/text/text_report.h"
 
@@ -26,8 +25,11 @@ namespace depcompare::test {
 ///     @ version=1; a k=2; x type=lib name=X; a>x type=use upstream_component=f
 [[nodiscard]] std::string graphOf(std::string_view parts);
 
+/// Returns: what the program understands by these words, which spaces separate.
+[[nodiscard]] Options optionsOf(const std::string& words);
+
 /// Reads a file named `in`.
-[[nodiscard]] LoadedGraph load(const std::string& file, const Limits& limits = {});
+[[nodiscard]] LoadedGraph load(const std::string& file, const ReadOptions& options = {});
 
 /// Reads two files, `old` and `new`, as a pair.
 [[nodiscard]] std::array<LoadedGraph, 2> loadPair(const std::string& left, const std::string& right,
@@ -44,21 +46,7 @@ namespace depcompare::test {
 [[nodiscard]] std::string textOf(const LoadedGraph& loaded);
 
 /// Returns: `textOf` the graph, or the message with which the file is refused.
-[[nodiscard]] std::string read(const std::string& file, const Limits& limits = {});
-
-/// Returns: `textOf` both graphs, one after the other, or the message with which they are refused.
-[[nodiscard]] std::string readPair(const std::string& left, const std::string& right,
-                                   const ReadOptions& options = {});
-
-/// What a file is refused with, or becomes.
-struct ReadCase {
-    const char* about;
-    std::string file;
-    std::string expected;
-};
-
-/// Expects of each file what `read` is to return.
-void expectRead(std::initializer_list<ReadCase> cases);
+[[nodiscard]] std::string read(const std::string& file, const ReadOptions& options = {});
 
 /// Compares two files, `old` and `new`.
 [[nodiscard]] Report compare(const std::string& left, const std::string& right,

@@ -87,9 +87,6 @@ TEST(Ledger, addsUpWithEveryOption) {
                       leftOutLine(side, LeftOutParts::others),
                   expected);
     }
-    const Selection nothing{.only = {"none"}};
-    EXPECT_EQ(test::readPair(graphOf("a"), graphOf("b"), {.selection = nothing}),
-              "old: --only and --exclude leave no node, here or in the other graph");
 }
 
 TEST(Ledger, ofABillOfMaterialsCountsWhatChangesWithEveryBuild) {

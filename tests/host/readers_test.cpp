@@ -1,9 +1,9 @@
-// What readers make of documents: those of the folder readings, and what only a program can write.
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+// What readers make of documents that only a program can write, large ones and odd bytes, and what
+// they are made of.
+#include <algorithm>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
@@ -16,30 +16,125 @@
 namespace depcompare {
 namespace {
 
-using test::readPair;
+using test::graphML;
 
-// A case is a line "=== ABOUT", the document, a line "---", and what is read or the refusal. A document
-// of one line may be in place of ABOUT.
-TEST(Readers, everyDocumentIsReadAsItSays) {
-    const auto withoutEnd = [](const std::string& text) {
-        return text.substr(0, text.find_last_not_of('\n') + 1);
+std::string repeated(const std::string& text, int count) {
+    std::string all;
+    for (int i = 0; i < count; ++i) {
+        all += text;
+    }
+    return all;
+}
+
+/// Returns: the text that many times, each with its number in place of `{}`.
+std::string numbered(const std::string& text, int count) {
+    std::string all;
+    for (int i = 0; i < count; ++i) {
+        all += std::string(text).replace(text.find("{}"), 2, std::to_string(i));
+    }
+    return all;
+}
+
+std::string jgf(const std::string& members) {
+    return R"({"graph": {)" + members + "}}";
+}
+
+TEST(Readers, whatCannotBeReadIsRefusedInOneLine) {
+    const std::string wide(100'000, 'x');
+    const std::string properties =
+        graphML("<node id='a'><data key='k'>1</data><data key='l'>2</data></node>");
+    const struct {
+        std::string file;
+        std::string expected;
+        Limits limits = {};
+    } cases[] = {
+        {"", "in: the file is empty or blank; did the command that wrote it fail?"},
+        {"\x89PNG\r\n",
+         "in: looks like a PNG picture, which is not read; give the DOT file that it was drawn "
+         "from"},
+        {"PK\x03\x04",
+         "in: looks like a ZIP archive, which is not read; unpack it, and give a file of it"},
+        {"{\"modules\": [\n{\"source\": \"\xFF\"}]}",
+         "in:2: not well-formed JSON: syntax error while parsing value - invalid string: "
+         "ill-formed UTF-8 byte"},
+        {jgf(R"("nodes": {"a\u0001": {}})"),
+         "in:1: node ID \"a\u0001\" contains the character U+0001"},
+        {jgf(R"("edges": [{"source": "a", "target": "\u0001"}])"),
+         "in:1: node ID \"\u0001\" contains the character U+0001"},
+        {"source,target\na,\xFF\n", "in:2: not UTF-8; convert the file, for example with iconv"},
+        {"digraph {\n\"\xE4\" }", "in:2: not UTF-8; convert the file, for example with iconv"},
+        {std::string("digraph {\n") + '\0' + "}", "in:2: zero byte in a text file"},
+        {"digraph {" + repeated("{", 20'000) + "a" + repeated("}", 20'001),
+         "in:1: graphs nested deeper than 256 (--max-nesting)"},
+        {"digraph { " + std::string(100'000, '1') + "a }",
+         "in:1: not well-formed DOT: syntax ambiguity - badly delimited number '" +
+             std::string(50, '1') + "..." + std::string(49, '1') + "a' splits into two tokens"},
+        {"digraph { a }", "a \"a\" [file]\n"},  // what was refused leaves nothing
+        {"digraph { \"a\\\r\nb\" }", "ab \"ab\" [file]\n"},
+        {"\xEF\xBB\xBF# x\r\n\r\nTO,\"From\"\r\n\"c,\r\nd\",a\r\n",
+         "a \"a\" [file]\nc,\r\nd \"c,\r\nd\" [file]\n0000000 a -> c,\r\nd [depends]\n"},
+        {properties, "in:2: more than 1 properties on one node", {.properties = 1}},
+        {properties, "a \"a\" [file] k=1 l=2\n", {.properties = 2}},
+        {"{\"modules\": [{\"unused\": \"" + wide,
+         "in:1: text longer than 7 bytes (--max-text-bytes)",
+         {.textBytes = 7}},
+        {"<graphml><!--" + wide + wide,
+         "in:1: text longer than 99999 bytes (--max-text-bytes)",
+         {.textBytes = 99'999}},
+        {"<graphml><key id='k' for='node'><default>" + wide + "</default></key><graph>" +
+             numbered("<node id='{}'/>", 1'000) + "</graph></graphml>",
+         "in: defaults of about 100065 bytes for each of 1000 nodes are out of proportion to the "
+         "file's size"},
+        {"<graphml><key id='k' attr.name='" + wide + "'/>\n<graph>" +
+             numbered("<node id='{}'><data key='k'/></node>", 1'000) + "</graph></graphml>",
+         "in:2: keys with names of more than 256 bytes are out of proportion to the file's size"},
+        {"digraph {\n{" + numbered("a{} ", 400) + "} -> {" + numbered("b{} ", 400) + "} }",
+         "in:2: more than 115204 edges, which is out of proportion to the file's size"},
+        {"digraph { " + wide + " [label=\"" + repeated("\\N", 1'000) + "\"] }",
+         "in: labels are out of proportion to the file's size"},
+        {"digraph { node [" + numbered("a{}=1 ", 2'000) + "]\n" + numbered("b{} ", 2'000) + "}",
+         "in:2: what is said of many nodes or edges at once is out of proportion to the file's "
+         "size"},
     };
-    int cases = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(READINGS)) {
-        std::ifstream file(entry.path());
-        const std::string all = '\n' + std::string(std::istreambuf_iterator<char>(file), {});
-        for (std::size_t begin = 0; begin != all.npos; ++cases) {
-            const std::size_t end = all.find("\n=== ", begin + 1);
-            const std::size_t document = all.find('\n', begin + 1) + 1;
-            const std::size_t result = all.find("\n---\n", document - 1);
-            const std::size_t first = result < document ? begin + 5 : document;
-            EXPECT_EQ(withoutEnd(test::read(all.substr(first, result - first))),
-                      withoutEnd(all.substr(result + 5, end - result - 5)))
-                << all.substr(begin, document - begin);
-            begin = end;
+    for (const auto& [file, expected, limits] : cases) {
+        EXPECT_EQ(test::read(file, {.limits = limits}), expected) << file.substr(0, 100);
+    }
+}
+
+TEST(Readers, whatGeneratorsWriteForEachNodeIsInProportion) {
+    std::string dot = "digraph { node [shape=box, style=filled, color=red] edge [color=blue]\n";
+    for (int i = 0; i < 20'000; ++i) {
+        dot += fmt::format("subgraph c {{ node [color=red, fontsize=10]; {} }}\n{}->0\n", i, i);
+    }
+    EXPECT_EQ(test::read(dot + "}").substr(0, 3), "0 \"");
+}
+
+TEST(Readers, aMessageRepeatsLittleOfTheInput) {
+    const std::string name(3000, 'x');
+    std::string members;
+    for (int i = 0; i < 30; ++i) {
+        members += fmt::format(", \"{}{}\": [{}]", i, name, i);
+    }
+    const std::string files[] = {
+        R"({"modules": [], "summary": 1)" + members + "}",
+        jgf(R"("nodes": {})" + members),
+        jgf(R"("vertices": {})" + members),
+        jgf(R"("nodes": {"a": {"metadata": {"type": ")" + name + R"("}}})"),
+        jgf(R"("directed": false, "edges": [{"source": "1)" + name + R"(", "target": "2)" + name +
+            R"("}])"),
+        R"({"modules": [{"source": ")" + name + R"(", "dependencies": [{}]}]})",
+        graphML("<node id='" + name + "'/><node id='" + name + "'/>"),
+        "a b {'" + name + "': 1}\nb c {'y" + name + "': 1}\nc d {'z" + name + "': 1}\n",
+    };
+    for (const std::string& file : files) {
+        const std::string result = test::read(file);
+        const std::vector<std::string> messages =
+            result.starts_with("in:") ? std::vector{result} : test::load(file).warnings;
+        EXPECT_FALSE(messages.empty()) << result.substr(0, 200);
+        for (const std::string& message : messages) {
+            EXPECT_LE(std::ranges::count(message, 'x'), 202) << message;
         }
     }
-    EXPECT_GT(cases, 90);
 }
 
 TEST(GraphMLReader, encodingsAreRecognizedByTheirByteOrderMarks) {
@@ -53,64 +148,6 @@ TEST(GraphMLReader, encodingsAreRecognizedByTheirByteOrderMarks) {
     for (const std::string& encoded : {"\xEF\xBB\xBF" + file, bigEndian, littleEndian}) {
         EXPECT_EQ(test::read(encoded), "a \"a\" [file]\n");
     }
-}
-
-TEST(DependencyCruiserReader, theLastTypeThatSaysHowIsThatOfTheDependency) {
-    const std::pair<std::string, std::string> typesOfDependencies[] = {
-        {R"(["local", "import"])", "import"},
-        {R"(["npm-dev", "aliased-tsconfig", "require"])", "require"},
-        {R"(["type-only", "local", "import"])", "import type-only"},
-        {R"(["core"])", "depends"},
-        {"[]", "depends"},
-    };
-    for (const auto& [types, expected] : typesOfDependencies) {
-        EXPECT_EQ(test::read(R"({"modules": [{"source": "a", "dependencies": [{"resolved": "a",
-                           "module": "./a", "dependencyTypes": )" +
-                             types + "}]}]}"),
-                  "a \"a\" [file]\n0000000 a/./a -> a [" + expected + "]\n");
-    }
-}
-
-std::string igraph(const std::string& nodes) {
-    return "<graphml>\n<!-- Created by igraph -->\n<key id='v_name' for='node' attr.name='name'/>"
-           "<key id='v_id' for='node' attr.name='id'/><key id='v_k' for='node' attr.name='k'/>"
-           "<graph edgedefault='directed'>" +
-           nodes + "</graph></graphml>";
-}
-
-TEST(GraphMLOfIgraph, nodesAreKnownByIDOrNameAndNotByTheirNumber) {
-    EXPECT_EQ(readPair(igraph("<node id='n0'><data key='v_name'>N</data><data key='v_id'>a</data>"
-                              "</node><node id='n1'><data key='v_name'>b</data>"
-                              "<data key='v_k'>None</data></node><node id='n2'>"
-                              "<data key='v_name'>None</data></node>"
-                              "<edge source='n0' target='n1'/>"),
-                       igraph("<node id='n0'><data key='v_name'>b</data></node>")),
-              "a \"N\" [file]\nb \"b\" [file]\nn2 \"n2\" [file]\n0000000 a -> b [depends]\n"
-              "b \"b\" [file]\n");
-}
-
-std::string yEd(const std::string& nodes) {
-    return "<graphml xmlns:y='y'><key id='d6' for='node' yfiles.type='nodegraphics'/>"
-           "<key id='d10' for='edge' yfiles.type='edgegraphics'/><graph edgedefault='directed'>" +
-           nodes + "</graph></graphml>";
-}
-
-std::string yEdNode(const std::string& id, const std::string& label) {
-    return "<node id='" + id + "'><data key='d6'>\n<y:ShapeNode><y:Fill/><y:NodeLabel>" + label +
-           "</y:NodeLabel><y:NodeLabel>other</y:NodeLabel></y:ShapeNode></data></node>";
-}
-
-TEST(GraphMLOfYEd, theLabelIsTheNameAndTheIDIfItIsUnique) {
-    EXPECT_EQ(readPair(yEd(yEdNode("n0", "\n a.c <y:LabelModel>m</y:LabelModel> ") +
-                           yEdNode("n1", "b.c") + yEdNode("n2", "twin") +
-                           "<edge source='n0' target='n1' sourceport='p'><data key='d10'>"
-                           "<y:PolyLineEdge><y:EdgeLabel>calls</y:EdgeLabel></y:PolyLineEdge>"
-                           "</data></edge><edge source='n0' target='n2'><data key='d10'>"
-                           "<y:PolyLineEdge/></data></edge>"),
-                       yEd(yEdNode("n0", "twin") + yEdNode("n1", "twin") + yEdNode("n2", ""))),
-              "a.c \"a.c\" [file]\nb.c \"b.c\" [file]\nn2 \"twin\" [file]\n"
-              "0000000 a.c/p -> b.c [calls]\n0000001 a.c -> n2 [depends]\n"
-              "n0 \"twin\" [file]\nn1 \"twin\" [file]\nother \"other\" [file]\n");
 }
 
 TEST(CycloneDXReader, aPackageIsItsURLWithoutVersionAndQualifiers) {
