@@ -235,7 +235,7 @@ OptionGroup reportOptions() {
               .description = "Write nothing if no difference is visible",
               .take = set(&Options::whenChanged, true)},
              {.names = "-q,--quiet",
-              .description = "Write nothing, no report either; answer by the exit status only",
+              .description = "Write nothing, no reports; answer by the exit status",
               .inShortHelp = true,
               .take = set(&Options::quiet, true)},
              {.names = "--locale",

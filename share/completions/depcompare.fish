@@ -5,7 +5,7 @@ complete -c depcompare -l report -r -a 'text= json= html= markdown= summary= csv
 complete -c depcompare -l max-bytes -x -d 'Truncate a Markdown report at N bytes'
 complete -c depcompare -l raw -d 'Write cells of a table even if they look like formulas'
 complete -c depcompare -l when-changed -d 'Write nothing if no difference is visible'
-complete -c depcompare -s q -l quiet -d 'Write nothing, no report either; answer by the exit status only'
+complete -c depcompare -s q -l quiet -d 'Write nothing, no reports; answer by the exit status'
 complete -c depcompare -l locale -x -d 'Language of labels, letter case and dates'
 complete -c depcompare -l color -x -a 'auto always never' -d 'Use colours'
 complete -c depcompare -l progress -x -a 'auto always never' -d 'Show progress on standard error'
