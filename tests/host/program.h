@@ -34,11 +34,12 @@ class Program : public testing::Test {
     }
     void TearDown() override { fs::remove_all(folder_); }
 
-    // `words` may redirect; $P is the program.
+    // `words` may redirect; $P is the program, $E the folder of examples, $D that of other samples.
     [[nodiscard]] Outcome shell(const std::string& words) const {
         const std::string command = "cd '" + folder_.string() +
-                                    "' && export LC_ALL=C P='" PROGRAM "' && { " + words +
-                                    "; } >out 2>err";
+                                    "' && export LC_ALL=C P='" PROGRAM "' E='" EXAMPLES
+                                    "' D='" TEST_DATA "' && PATH=${P%/*}:$PATH && { " +
+                                    words + "\n} >out 2>err";
         const int status = std::system(command.c_str());
         return {.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1,
                 .output = contentOf(folder_ / "out"),

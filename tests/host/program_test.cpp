@@ -10,6 +10,7 @@
 #include <nlohmann/json.hpp>
 
 #include "program.h"
+#include "text_cases.h"
 
 namespace depcompare::test {
 namespace {
@@ -82,290 +83,31 @@ TEST_F(SamplePairs, theTrueNumbersOfAllSamplePairsComeOut) {
     }
 }
 
-TEST_F(Program, theLineOfVersionsTakesNoneThatReachNeeds) {
-    const std::string text =
-        run("'" TEST_DATA "/npm/lock-1.0.json' '" TEST_DATA "/npm/lock-1.1.json'").output;
-    EXPECT_NE(text.find("+ notes -> ms@2.1.3: 1 file gains 1\n"), text.npos) << text;
-}
-
-TEST_F(Program, errorsAreOneLineAndStatusTwo) {
-    write("cut", "<graphml>\n<x>");
-    write("html", "<html/>");
-    write("empty", "");
-    const std::pair<std::string, const char*> cases[] = {
-        {"nowhere " + older, "nowhere: No such file or directory"},
-        {". " + older, ".: a folder, not the file of a graph"},
-        {"--locale '!' " + both, "'!' is not the name of a locale"},
-        {"", "two graphs are needed, the old and the new one; --help says more"},
-        {"cut html", "cut:2: not well-formed XML: no element found"},
-        {"html cut",
-         "html: looks like a web page, which is not read; the server may ask for a login, or the "
-         "address be that of a page about the file"},
-        {"- " + older + " <cut", "standard input:2: not well-formed XML: no element found"},
-        // A missing file is told before standard input is read.
-        {"- nowhere </dev/zero", "nowhere: No such file or directory"},
-        {"empty " + older,
-         "empty: the file is empty or blank; did the command that wrote it fail?"},
-        {"--git - empty </dev/null", "./-: No such file or directory"},
-        {"--convert jgf empty",
-         "empty: the file is empty or blank; did the command that wrote it fail?"},
-        {both + " >/dev/full", "standard output: No space left on device"},
-        {"--version >/dev/full", "standard output: No space left on device"},
-        {both + " >&-", "standard output: Bad file descriptor"},
-        {both + " -o nowhere/report", "nowhere/report: No such file or directory"},
-    };
-    for (const auto& [words, expected] : cases) {
-        const Outcome outcome = run(words);
-        EXPECT_EQ(outcome.status, 2) << words;
-        EXPECT_EQ(outcome.output, "") << words;
-        EXPECT_EQ(outcome.error, std::string("depcompare: ") + expected + "\n");
-    }
-    const Outcome standardError = shell("$P --report json=r " + both + " 2>>r; cat r");
-    EXPECT_EQ(standardError.output,
-              "depcompare: r is where standard error goes; each report needs its own file\n");
-    // A reader that has seen enough ends the process as the signal would.
-    EXPECT_EQ(shell("{ sleep 0.2; $P " + both + "; echo $? >status; } | true; sleep 1").error, "");
-    EXPECT_EQ(contentOf(folder_ / "status"), "141\n");
-}
-
-TEST_F(Program, optionsOfInsightsAreCheckedBeforeAnythingIsWritten) {
-    write("old", "a x\na y/x\n");
-    write("new", "a b\na y/x\n");
-    write("bad", "x\ta\n\nx a\n");
-    const std::pair<const char*, const char*> cases[] = {
-        {"--insights all", "--insights: \"all\" is none of off, short, full"},
-        {"--area-depth 0", "--area-depth: Value 0 not in range 1 to 1000"},
-        {"--area p --area-depth 2", "--area-depth excludes --area"},
-        {"--area p", "new: no node has the property \"p\", here or in the other graph (--area)"},
-        {"--area-separator ''", "--area-separator: the text is empty"},
-        {"--link-type '!'", "--link-type: \"!\" names no type"},
-        {"--fail-on cycles --insights off", "--fail-on cycles excludes --insights off"},
-        {"--report renames=r --renames off",
-         "a report of renames excludes --insights off and --renames off"},
-        {"--rename x", "--rename: x is not OLD=NEW; IDs with a = can be in a file for --renames"},
-        {"--rename x=b --renames off", "stated renames exclude --renames off"},
-        {"--rename z=b", "old: node \"z\" of a stated rename does not exist"},
-        {"--rename a=b", "new: node \"a\" of a stated rename was not removed"},
-        {"--rename x=a", "old: node \"a\" of a stated rename was not added"},
-        {"--rename x=b --rename x=b", "old: node \"x\" of a stated rename has two new IDs"},
-        {"--renames nowhere", "nowhere: No such file or directory"},
-        {"--renames bad", "bad:3: not OLD<TAB>NEW"},
-        {"--why a b -f json", "--why excludes --format, --report, --convert and --textconv"},
-        {"--why a", "two graphs are needed, the old and the new one; --help says more"},
-        {"--why a z", "--why: no node has an ID that ends in z"},
-        {"--why a /y", "--why: no node has an ID that ends in /y"},
-    };
-    for (const auto& [words, expected] : cases) {
-        const Outcome outcome = run(std::string("--input-format list ") + words + " old new");
-        EXPECT_EQ(outcome.status, 2) << words;
-        EXPECT_EQ(outcome.output, "") << words;
-        EXPECT_EQ(outcome.error, std::string("depcompare: ") + expected + "\n");
-    }
-    EXPECT_EQ(run("-q --input-format list --insights short --link-type no* old new").error,
-              "depcompare: warning: --link-type no*: no dependency has such a type\n");
-}
-
-TEST_F(Program, newCyclesAndPathsAreAskedFor) {
-    const auto modules = [&](const char* name, const char* edge) {
-        write(name,
-              std::string(R"({"modules": [{"source": "a", "dependencies": [{"resolved": "b"}]},
-            {"source": "b", "dependencies": [)") +
-                  edge + R"(]}], "summary": {}})");
-    };
-    modules("none", "");
-    modules("soft", R"({"resolved": "a", "dependencyTypes": ["type-only"], "circular": true})");
-    modules("hard", R"({"resolved": "a", "dependencyTypes": ["import"], "circular": true})");
-    const std::pair<const char*, int> cases[] = {{"none none", 0},
-                                                 {"none soft", 0},
-                                                 {"none hard", 1},
-                                                 {"soft hard", 1},
-                                                 {"hard hard", 0},
-                                                 {"hard none", 0},
-                                                 {"none hard --link-type circular", 0}};
-    for (const auto& [words, status] : cases) {
-        EXPECT_EQ(run(std::string("-q --fail-on cycles ") + words).status, status) << words;
-        EXPECT_EQ(run(std::string("-f summary --fail-on cycles ") + words).status, status) << words;
-    }
-    const json insights = json::parse(run("-f json none soft").output)["insights"];
-    EXPECT_EQ(insights["cycles"]["families"], json::parse(R"([{"edit": "added", "left": [],
-        "right": [["a", "b"]], "closing": [["b", "a"]], "opened": [], "cycle": ["a", "b"]}])"));
-    EXPECT_EQ(insights["hardCycles"]["right"], 0);
-
-    write("old", "m/a m/b\nm/b m/c\n");
-    write("new", "m/a m/b\nm/b m/c\nm/a m/c\n");
-    const std::tuple<const char*, const char*, int> questions[] = {
-        {"a c", "old: 2 links\n  m/a\n  -> m/b\n  -> m/c\nnew: 1 link\n  m/a\n+ -> m/c\n", 1},
-        {"m/a b", "old: 1 link\n  m/a\n  -> m/b\nnew: 1 link\n  m/a\n  -> m/b\n", 0},
-        {"c a", "old: no path\nnew: no path\n", 0}};
-    for (const auto& [ends, expected, status] : questions) {
-        const Outcome outcome = run(std::string("--input-format list --why ") + ends + " old new");
-        EXPECT_EQ(outcome.output, expected) << outcome.error;
-        EXPECT_EQ(outcome.status, status);
-    }
-}
-
-TEST_F(Program, appliedRenamesAreSeenInEveryReport) {
-    const auto graph = [&](const char* name, const std::string& id, const char* size) {
-        write(name, R"({"graph": {"nodes": {"m": {}, ")" + id + R"(": {"metadata": {"sum": "1",
-            "checksum": "77", "size": ")" +
-                        size + R"("}}}, "edges": [
-            {"source": "m", "target": ")" +
-                        id + R"("}]}})");
-    };
-    graph("old", "src/a.c", "1");
-    graph("new", "lib/b.c", "2");
-    EXPECT_EQ(run("-q old new").status, 1);
-    EXPECT_EQ(run("-q --renames apply old new").status, 0);
-    const std::pair<const char*, const char*> forms[] = {
-        {"text", "lib/b.c \u2190 src/a.c"},
-        {"markdown", "`lib/b.c` \u2190 `src/a.c`"},
-        {"html", "<bdi>lib/b.c</bdi> \u2190 <bdi>src/a.c</bdi>"},
-        {"json", R"("renamedFrom":"src/a.c")"}};
-    for (const auto& [form, expected] : forms) {
-        const auto words = std::string("--no-filter --renames apply old new -f ") + form;
-        EXPECT_NE(run(words).output.find(expected), std::string::npos) << form;
-    }
-    // The list of renames can be read again, and says the same.
-    const Outcome outcome = run("-f json --renames apply --report renames=list old new");
-    const json renames = json::parse(outcome.output)["insights"]["renames"];
-    EXPECT_EQ(renames[0]["applied"], true);
-    EXPECT_EQ(renames[0]["evidence"]["digest"], "checksum");
-    EXPECT_TRUE(contentOf(folder_ / "list").starts_with("src/a.c\tlib/b.c\tprobable "));
-    EXPECT_EQ(run("-q --renames list --renames apply old new").status, 0);
-    write("list", "!src/a.c\tlib/b.c\n");
-    EXPECT_EQ(run("-q --renames list --renames apply old new").status, 1);
-    const auto causes = [&](const std::string& options) {
-        return json::parse(run("-f json old new " + options).output)["insights"]["causes"]["added"];
-    };
-    EXPECT_EQ(causes("")["rename"], 1);
-    EXPECT_EQ(causes("--renames off")["target"], 1);
-}
-
-TEST_F(Program, aGraphComparedWithItselfHasNoInsightsButCounts) {
-    const json report = json::parse(run("-f json " + newer + ' ' + newer).output);
-    for (const char* place :
-         {"/cycles/families", "/reach/files", "/reach/links", "/areas/links", "/others/added",
-          "/others/removed", "/renames", "/causes/targets", "/causes/rewired"}) {
-        EXPECT_EQ(report["insights"][json::json_pointer(place)], json::array()) << place;
-    }
-    EXPECT_FALSE(json::parse(run("-f json --insights off " + both).output).contains("insights"));
-}
-
-TEST_F(Program, nothingToCompareIsNeverTakenForNoDifference) {
-    write("libs", R"({"graph": {"nodes": {"a": {"metadata": {"type": "lib"}}}}})");
-    const std::string problem =
-        "libs: no file nodes, so nothing to compare; use --file-type to choose the types that "
-        "count "
-        "as files (nodes by type: 1 \"lib\")";
-    for (const char* form : {"", "-q ", "-f json "}) {
-        const Outcome outcome = run(std::string(form) + "libs libs");
-        EXPECT_EQ(outcome.status, 2);
-        EXPECT_EQ(outcome.error,
-                  "depcompare: " + problem + ", or --allow-empty to compare nothing\n");
-    }
-    const std::string warning = "depcompare: warning: " + problem + "\n";
-    EXPECT_EQ(run("--allow-empty libs libs").error, warning + warning);
-    EXPECT_EQ(run("--git libs libs").status, 0);
-    EXPECT_EQ(run("--textconv libs").status, 0);
-    EXPECT_EQ(run("-q --file-type lib libs libs").error, "");
-
-    write("none", R"({"graph": {"nodes": {}}})");
-    std::string nodes = R"({"id": "a"})";
-    for (char id = 'b'; id <= 'j'; ++id) {
-        nodes += std::string(R"(, {"id": ")") + id + "\"}";
-    }
-    write("loose", R"({"graph": {"nodes": [)" + nodes + "]}}");
-    for (const char* form : {"-q ", "-f summary "}) {
-        const Outcome outcome = run(std::string(form) + "none loose");
-        EXPECT_EQ(outcome.status, 1);
-        EXPECT_EQ(outcome.error,
-                  "depcompare: warning: none: the graph has no nodes\n"
-                  "depcompare: warning: loose: the graph has 10 nodes and no dependency\n");
-    }
-}
-
-TEST_F(Program, theStatusIsThatOfDiffForWhatTheFiltersLeave) {
-    const auto file = [](const std::string& node, const std::string& edge = "") {
-        return "<graphml><graph><node id='a'/>" + node + "<node id='c'/>" + edge +
-               "<edge source='a' target='b'/></graph></graphml>";
-    };
-    write("one", file("<node id='b'/>"));
-    write("same", file("<node id='b'></node>"));
-    write("property", file("<node id='b'><data key='k'>1</data></node>"));
-    write("edge", file("<node id='b'/>", "<edge source='a' target='c'/>"));
-    write("other", file("<node id='other'/><node id='b'/>"));
-    write("named", file("<node id='b'><data key='name'>B</data></node>"));
-    write("empty", "");
-    const std::pair<const char*, int> cases[] = {
-        {"same", 0},
-        {"same --no-filter", 0},
-        {"property", 0},
-        {"property --no-filter", 1},
-        {"property --filter unchanged", 1},
-        {"property --filter unchanged --filter nonstructural", 0},
-        {"edge", 1},
-        {"edge --no-filter", 1},
-        {"edge --filter unchanged", 1},
-        {"edge --filter nonstructural", 1},
-        {"property --no-filter --fail-on structural", 0},
-        {"property --no-filter --fail-on none", 0},
-        {"property --no-filter --fail-on any", 1},
-        {"edge --no-filter --fail-on structural", 1},
-        {"edge --no-filter --fail-on none", 0},
-        {"other --no-filter --fail-on structural", 1},
-        {"same --no-filter --fail-on structural", 0},
-        {"named --no-filter --fail-on structural", 1},
-        {"nowhere --fail-on none", 2},
-        {"--help", 0},
-    };
-    for (const auto& [words, status] : cases) {
-        for (const char* form : {"", "-f json ", "-f summary "}) {
-            EXPECT_EQ(run(form + std::string("one ") + words).status, status) << form << words;
+// A command is a line "$ ...", with lines "> ..." if it goes on. What it prints comes below it, errors
+// last, and then its status in brackets unless that is 0.
+TEST_F(Program, sessionsGoAsWritten) {
+    const auto sessions = casesIn(SESSIONS);
+    EXPECT_GT(sessions.size(), 20U);
+    for (const TextCase& session : sessions) {
+        TearDown();
+        SetUp();
+        std::istringstream lines(session.parts[0]);
+        std::string result;
+        for (std::string line; std::getline(lines, line);) {
+            if (line.starts_with("$ ")) {
+                result += line + '\n';
+                std::string command = line.substr(2);
+                while (lines.peek() == '>' && std::getline(lines, line)) {
+                    result += line + '\n';
+                    command += line.replace(0, 2, "\n");
+                }
+                const auto [status, output, error] = shell(command);
+                result += output + error;
+                result += status == 0 ? "" : '[' + std::to_string(status) + "]\n";
+            }
         }
-        const Outcome quiet = run(std::string("-q one ") + words);
-        EXPECT_EQ(quiet.status, status) << words;
-        EXPECT_EQ(quiet.output.empty(), words != std::string("--help")) << words;
+        expectResult(session, result);
     }
-    // Only for git an empty file is a graph.
-    EXPECT_EQ(run("--git empty one").status, 0);
-    EXPECT_EQ(run("--fail-on any -q --git empty one").status, 1);
-    EXPECT_EQ(run("--textconv empty").status, 0);
-}
-
-TEST_F(Program, aPipedReportFitsEightyColumns) {
-    ASSERT_EQ(shell("cp " + older + " old; cp " + newer + " new").status, 0);
-    for (const char* filters : {"", "--no-filter ", "--filter unchanged "}) {
-        std::istringstream report(shell(std::string("$P old new ").append(filters)).output);
-        std::size_t lines = 0;
-        for (std::string line; std::getline(report, line); ++lines) {
-            // Arrows are one column and three bytes.
-            const auto arrows = std::count(line.begin(), line.end(), '\xE2');
-            EXPECT_LE(line.size() - 2 * static_cast<std::size_t>(arrows), 80U) << line;
-        }
-        EXPECT_GT(lines, 100U);
-    }
-}
-
-TEST_F(Program, warningsAreLinesOnStandardErrorAndInTheLedger) {
-    write("one", R"({"graph": {"nodes": {"n0": {"metadata": {"type": "lib"}}, "n1": {}},)"
-                 R"( "edges": [{"source": "n0", "target": "n2"}]}})");
-    const Outcome outcome = shell("$P -f json - one <one");
-    const std::string added = R"(node "n2" appears only in edges; added it)";
-    EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(outcome.error.find("depcompare: warning: standard input: " + added + "\n"), 0U)
-        << outcome.error;
-    EXPECT_EQ(std::count(outcome.error.begin(), outcome.error.end(), '\n'), 4);
-    const json report = json::parse(outcome.output);
-    EXPECT_EQ(report["ledger"]["right"]["warnings"][0], added);
-    EXPECT_EQ(report["left"]["source"], "-");
-    EXPECT_NE(run("one one").output.find("Warning: " + added), std::string::npos);
-    EXPECT_EQ(run("-q one one").error, "");
-}
-
-TEST_F(Program, aConvertedGraphIsNoDifferentFromItsOrigin) {
-    ASSERT_EQ(run("--convert jgf -o new.jgf " + newer).status, 0);
-    EXPECT_EQ(run("--no-filter " + newer + " new.jgf").status, 0);
-    EXPECT_TRUE(run("--convert jgf new.jgf").output == contentOf(folder_ / "new.jgf"));
 }
 
 TEST_F(Program, filesAppearAllAndWholeOrNotAtAll) {
@@ -428,16 +170,6 @@ TEST_F(Program, whicheverCallFailsAllFilesAreOldOrAllAreNew) {
         } while (fs::exists(folder_ / "failed"));
         EXPECT_GT(number, 3) << call;
     }
-}
-
-TEST_F(Program, theOutputFileKeepsItsLinkAndPermissions) {
-    const Outcome outcome = shell(
-        "echo old >real; chmod 4604 real; ln -s real link; ln -s made dangling; umask 027; "
-        "for file in link new dangling; do $P -f summary -o $file " +
-        both + "; done; cmp real new; cmp real made; stat -c '%n %A' link real new dangling made");
-    EXPECT_EQ(outcome.output,
-              "link lrwxrwxrwx\nreal -rw----r--\nnew -rw-r-----\n"
-              "dangling lrwxrwxrwx\nmade -rw-r-----\n");
 }
 
 TEST_F(Program, noReportTakesThePlaceOfAnother) {
@@ -505,42 +237,6 @@ TEST_F(Program, wantOfMemoryIsOneLine) {
         EXPECT_EQ(fs::remove(folder_ / "page"), outcome.status == 1) << megabytes;
     }
     EXPECT_GT(std::min(failed, succeeded), 3);
-}
-
-TEST_F(Program, idsThatWereChosenToCollideCostNoMoreThanOthers) {
-    // Under the standard library's hash, which has no seed, they are all one.
-    const std::string ids = "'" TEST_DATA "/hostile/colliding_ids.graphml.gz'";
-    const Outcome limited = shell("(ulimit -t 10; $P -q " + ids + ' ' + ids + ")");
-    EXPECT_EQ(limited.status, 0) << limited.error;
-}
-
-TEST_F(Program, theEnvironmentDecidesAboutColoursAndTheLocale) {
-    const std::tuple<const char*, const char*, const char*> cases[] = {
-        {"CLICOLOR_FORCE=1", "", "\x1b[32m+ "},
-        {"CLICOLOR_FORCE=1 NO_COLOR=", "", "\x1b[32m+ "},
-        {"NO_COLOR=1", "--color always", "\x1b[32m+ "},
-        {"TERM=xterm GIT_PAGER_IN_USE=true", "", "\x1b[32m+ "},
-        {"LC_ALL=C", "", ""},
-        {"CLICOLOR_FORCE=0", "", ""},
-        {"CLICOLOR_FORCE=1 NO_COLOR=1", "", ""},
-        {"CLICOLOR_FORCE=1", "--color never", ""},
-        {"TERM=dumb GIT_PAGER_IN_USE=true", "", ""},
-        {"LC_ALL=C", "-f json", "\"locale\":\"en\""},
-        {"LC_ALL= LC_MESSAGES=tr_TR.UTF-8 LANG=de_DE", "-f json", "\"locale\":\"tr_TR\""},
-        {"LC_ALL= LC_MESSAGES= LANG=de_DE.UTF-8", "-f json", "\"locale\":\"de_DE\""},
-        {"LC_ALL=12/!", "-f json", "\"locale\":\"en\""},
-        {"LC_ALL=C", "-f json --locale ja", "\"locale\":\"ja\""},
-    };
-    for (const auto& [environment, options, expected] : cases) {
-        const std::string about = std::string(environment) + ' ' + options;
-        const std::string output =
-            shell(std::string(environment) + " $P " + options + ' ' + both).output;
-        EXPECT_NE(output.find(expected), std::string::npos) << about;
-        EXPECT_EQ(output.find('\x1b') != std::string::npos, expected[0] == '\x1b') << about;
-    }
-    EXPECT_EQ(shell("cd /; env -i TZ=Asia/Tokyo HOME=/nowhere LC_NUMERIC=de_DE $P -f json " + both)
-                  .output,
-              run("-f json " + both).output);
 }
 
 TEST_F(Program, aPagerShowsTextOnATerminal) {
