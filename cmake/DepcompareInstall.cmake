@@ -23,7 +23,11 @@ if(TARGET depcompare)
   install(FILES "${completions}/depcompare.fish" COMPONENT program
     DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")
   # In the folders of the source tree, so that the links between the pages hold.
-  install(FILES "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
+  install(
+    FILES
+      "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
+      "${PROJECT_SOURCE_DIR}/CONTRIBUTING.md"
+      "${PROJECT_SOURCE_DIR}/README.md"
     DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT program)
   install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" "${PROJECT_SOURCE_DIR}/examples"
     DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT program
