@@ -279,7 +279,11 @@ TEST_F(Program, aPagerShowsTextOnATerminal) {
         EXPECT_EQ(outcome.output.find("Graph properties") != std::string::npos, direct) << about;
         EXPECT_EQ(outcome.output.find("depcompare: "), std::string::npos) << outcome.output;
     }
-    fs::remove(folder_ / "paged");
+    // Git has a pager of its own.
+    EXPECT_EQ(
+        onTerminal("PAGER='cat >paged'", "--git path " + older + " 1 2 " + newer + " 3 4").status,
+        0);
+    EXPECT_FALSE(fs::exists(folder_ / "paged"));
     EXPECT_EQ(shell("PAGER='cat >paged' $P " + both).output.substr(0, 9), "Comparing");
     EXPECT_FALSE(fs::exists(folder_ / "paged"));
 }
