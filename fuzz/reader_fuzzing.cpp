@@ -16,14 +16,6 @@ namespace depcompare::fuzz {
 
 namespace {
 
-// Small, so that a few bytes cannot make a run slow.
-constexpr Limits limits{.bytes = 1U << 20U,
-                        .nodes = 10'000,
-                        .edges = 10'000,
-                        .properties = 1'000,
-                        .textBytes = 1U << 16U,
-                        .nestingDepth = 64};
-
 GraphDraft draftOf(GraphDraft (*read)(Input& input), const std::string& text) {
     Input input = Input::fromText("fuzz", text, limits);
     return read(input);

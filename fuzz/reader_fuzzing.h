@@ -5,8 +5,17 @@
 
 #include "draft/graph_draft.h"
 #include "input/input.h"
+#include "input/limits.h"
 
 namespace depcompare::fuzz {
+
+/// Small, so that a few bytes cannot make a run slow.
+inline constexpr Limits limits{.bytes = 1U << 20U,
+                               .nodes = 10'000,
+                               .edges = 10'000,
+                               .properties = 1'000,
+                               .textBytes = 1U << 16U,
+                               .nestingDepth = 64};
 
 /// Registers what comparisons need; once.
 void prepare();
