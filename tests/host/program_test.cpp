@@ -4,7 +4,6 @@
 #include <iterator>
 #include <sstream>
 #include <string>
-#include <tuple>
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -110,39 +109,6 @@ TEST_F(Program, sessionsGoAsWritten) {
     }
 }
 
-TEST_F(Program, filesAppearAllAndWholeOrNotAtAll) {
-    write("report", "old");
-    write("broken", "<graphml>");
-    const std::string faulty[] = {
-        "-o report " + older + " nowhere",
-        "-o report " + older + " broken",
-        "-o report --report json=c --report html=nowhere/d " + both,
-        "--report json=report " + both + " >/dev/full",
-    };
-    const auto files = filesInFolder();
-    for (const std::string& words : faulty) {
-        EXPECT_EQ(run(words).status, 2) << words;
-        EXPECT_EQ(contentOf(folder_ / "report"), "old") << words;
-    }
-    const Outcome quiet = run("-q -o quiet.html " + both);
-    EXPECT_EQ(quiet.status, 1);
-    EXPECT_EQ(quiet.error, "depcompare: warning: --quiet writes nothing, quiet.html included\n");
-    EXPECT_EQ(run("-o report " + both).output, "");
-    EXPECT_EQ(run("-o a.html " + both).error,
-              "depcompare: warning: a.html gets text; --format html writes what its name says\n");
-    EXPECT_EQ(run("-f text -o a.html " + both).error, "");
-    EXPECT_EQ(filesInFolder(), files + 3);  // the output and the errors of the program
-    EXPECT_EQ(contentOf(folder_ / "report"), run(both).output);
-
-    const Outcome outcome = run("-f summary --report json=a --report markdown=b " + both);
-    EXPECT_EQ(outcome.status, 1) << outcome.error;
-    EXPECT_EQ(outcome.output, run("-f summary " + both).output);
-    EXPECT_EQ(outcome.output.find("The structure changed.\n                     added   "), 0U);
-    EXPECT_NE(run(both).output.find("\n\n" + outcome.output + '\n'), std::string::npos);
-    EXPECT_EQ(contentOf(folder_ / "a"), run("-f json " + both).output);
-    EXPECT_EQ(contentOf(folder_ / "b"), run("-f markdown " + both).output);
-}
-
 TEST_F(Program, whicheverCallFailsAllFilesAreOldOrAllAreNew) {
 #ifndef NDEBUG
     GTEST_SKIP() << "sanitizers are preloaded first";
@@ -170,47 +136,6 @@ TEST_F(Program, whicheverCallFailsAllFilesAreOldOrAllAreNew) {
         } while (fs::exists(folder_ / "failed"));
         EXPECT_GT(number, 3) << call;
     }
-}
-
-TEST_F(Program, noReportTakesThePlaceOfAnother) {
-    const std::string summary = run("-f summary " + both).output;
-    write("old", "old\n");
-    const std::tuple<std::string, const char*, const char*> cases[] = {
-        {"-o r --report summary=./r", "./r and r are the same file", ""},
-        {"-o r --report summary=link/r", "link/r and r are the same file", ""},
-        {"--report json=r >>r", "r is where standard output goes", ""},
-        {"-f summary -o /dev/stdout >>old", "", "old\n"},
-        {"-f summary -o /dev/fd/7 7>>old", "", "old\n"},
-        // What is meant for a closed descriptor goes nowhere else.
-        {"--report summary=r >&-", "standard output: Bad file descriptor", ""},
-        {"-f summary --progress always -o old 2>&-", "", ""},
-        {"- <&-", "standard input: Bad file descriptor", ""},
-    };
-    ASSERT_EQ(shell("ln -s . link").status, 0);
-    for (const auto& [words, problem, before] : cases) {
-        write("old", "old\n");
-        const bool succeeds = std::string(problem).empty();
-        const Outcome outcome =
-            run((words[0] == '-' && words[1] == ' ' ? newer : both) + ' ' + words);
-        EXPECT_EQ(outcome.status, succeeds ? 1 : 2) << words << outcome.error;
-        EXPECT_NE(outcome.error.find(problem), std::string::npos) << words << outcome.error;
-        EXPECT_EQ(contentOf(folder_ / "old"), succeeds ? before + summary : "old\n") << words;
-        EXPECT_EQ(contentOf(folder_ / "r"), "") << words;
-    }
-}
-
-TEST_F(Program, whateverEndsItLeavesNoUnfinishedFile) {
-    write("report", "old");
-    const auto files = filesInFolder();
-    const Outcome limited = shell("(ulimit -f 8; $P -f json -o report " + both + ")");
-    EXPECT_EQ(limited.error, "depcompare: report: File too large\n");
-    const Outcome ended = shell(
-        "for i in 1 2 3 4 5 6 7 8; do for signal in INT TERM HUP QUIT; do $P -f html -o report " +
-        both + " & sleep 0.0$i; kill -$signal $!; wait $!; done; done");
-    EXPECT_EQ(ended.output, "");
-    const std::string report = contentOf(folder_ / "report");
-    EXPECT_TRUE(report == "old" || report.ends_with("</html>\n")) << report.size();
-    EXPECT_EQ(filesInFolder(), files + 2);  // the output and the errors of the program
 }
 
 TEST_F(Program, wantOfMemoryIsOneLine) {
