@@ -68,7 +68,7 @@ void refuseUnknown(const std::vector<std::string>& words, const Options& options
     const auto option = std::ranges::find_if(
         words, [](std::string_view word) { return word.size() > 1 && word.starts_with('-'); });
     if (option != words.end()) {
-        throw UsageError(fmt::format("there is no option {}; --help lists all",
+        throw UsageError(fmt::format("there is no option {}; --help-all lists them",
                                      inQuotes(option->substr(0, option->find('=')))));
     }
     if (!words.empty()) {

@@ -118,7 +118,8 @@ void addReports(Options& options, const Arguments& arguments) {
         const std::size_t end = std::min(text.find('='), text.size());
         const auto format = furtherFormat(text.substr(0, end));
         if (!format || end + 1 >= text.size()) {
-            throw UsageError(fmt::format("--report: {} is not FORMAT=FILE", text));
+            throw UsageError(
+                fmt::format("--report: {} is not FORMAT=FILE, such as html=page.html", text));
         }
         options.reports.push_back({.format = *format, .path = std::string(text.substr(end + 1))});
     }
