@@ -466,7 +466,7 @@ class TopicMaker {
 
     void addCauses() {
         const insight::Causes& causes = insights_.causes;
-        Topic& topic = begin("Groups", 3, false);
+        Topic& topic = begin("Links", 3, false);
         const auto add = [&](char sign, std::size_t all, const std::string& what) {
             if (all != 0) {
                 topic.statements.push_back(
@@ -517,12 +517,16 @@ class TopicMaker {
 
 }  // namespace
 
-std::string_view verdictOf(const Report& report) {
-    if (const std::string_view verdict = report.verdict(); !verdict.empty()) {
-        return verdict;
+std::string verdictOf(const Report& report) {
+    std::string verdict(report.verdict());
+    if (verdict.empty()) {
+        return report.tree->showsStructuralDifference() ? "The structure changed."
+                                                        : "Only properties changed.";
     }
-    return report.tree->showsStructuralDifference() ? "The structure changed."
-                                                    : "Only properties changed.";
+    if (report.summary.showsDifference) {
+        verdict += " Use --no-filter to see the hidden ones.";
+    }
+    return verdict;
 }
 
 std::vector<Topic> atLarge(const Report& report) {

@@ -36,8 +36,8 @@ struct Topic {
     bool isNews = false;        ///< to be seen even if others are folded
 };
 
-/// Returns: in a sentence, whether and how the graphs differ.
-[[nodiscard]] std::string_view verdictOf(const Report& report);
+/// Returns: in a sentence or two, whether and how the graphs differ.
+[[nodiscard]] std::string verdictOf(const Report& report);
 
 /// Returns: the topics that have something to say, each with the statements that matter most first;
 ///          with all of them if the insights are full; without insights that of versions alone.

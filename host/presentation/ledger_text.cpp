@@ -22,7 +22,7 @@ std::string whatIsHidden(const HiddenByFilter& hidden) {
         parts.push_back(counted(entries.files, "file", "files"));
     }
     if (entries.groups != 0) {
-        parts.push_back(counted(entries.groups, "group", "groups"));
+        parts.push_back(counted(entries.groups, "link", "links"));
     }
     if (hidden.differingRows != 0) {
         parts.push_back(counted(hidden.differingRows, "row", "rows"));

@@ -39,7 +39,7 @@ EditCounts& EditCounts::operator+=(const EditCounts& other) {
 
 std::array<NamedCounts, 5> Summary::byKind() const {
     return {{{"files", "Files", files},
-             {"groups", "Groups", groups},
+             {"groups", "Links", groups},
              {"dependencies", "Dependencies", dependencies},
              {"fileProperties", "File properties", fileProperties},
              {"graphProperties", "Graph properties", graphProperties}}};

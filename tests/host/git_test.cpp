@@ -112,7 +112,7 @@ TEST_F(Git, textOfGraphsIsComparedLineByLine) {
     const std::string output = git("git diff HEAD~1 HEAD -- ./-q.graphml z.graphml").output;
     EXPECT_EQ(linesOf(output.substr(0, output.find("a/z.graphml")),
                       [](const std::string& line) { return line.find(" -> ") != line.npos; }),
-              "-app.cc -> log.h [include]\n"
+              "-app.cc -> log.hpp [include]\n"
               "+app.cc -> net.h [include] from=HAVE_SYNC\n"
               " app.cc -> store.h [include]\n"
               "+net.cc -> net.h [include]\n"

@@ -102,13 +102,13 @@ TEST(PageReport, thePlainPartHasTheCountsAndTheVisibleChanges) {
         "Warning: old: &lt;odd&gt;\n"
         "+ added\u2212 removed~ changed= unchanged\n"
         "Files0011\n"
-        "Groups0120\n"
+        "Links0120\n"
         "Dependencies2102\n"
         "File properties1021\n"
         "Graph properties0011\n"
         "\n\nOverview\nThe structure changed.\n"
         "\nCycles\n1 \u2192 0: 1 gone\n\u2212 1 node, opened by loss of a \u2192 a\n"
-        "Groups\n-1: 1 rewired\n~2: 1 in types, 1 in an end only\n\n\n"
+        "Links\n-1: 1 rewired\n~2: 1 in types, 1 in an end only\n\n\n"
         "Changes\n[\n"
         "~ graph[~ Analysis time: Jan 1, 2026, 12:00:00\u202fAM \u2192 "
         "Feb 1, 2026, 12:00:00\u202fAM= tool: 1]\n"
@@ -119,7 +119,7 @@ TEST(PageReport, thePlainPartHasTheCountsAndTheVisibleChanges) {
     const std::string filtered =
         plainPartOf(compare(older(), newer(), filtersNamed({"nonstructural"})));
     EXPECT_NE(
-        filtered.find("Hidden by the non-structural filter: the graph, 1 file, 1 group, 4 rows.\n"),
+        filtered.find("Hidden by the non-structural filter: the graph, 1 file, 1 link, 4 rows.\n"),
         std::string::npos);
     EXPECT_EQ(filtered.substr(filtered.find("Changes\n")),
               "Changes\n[\n"

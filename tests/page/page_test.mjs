@@ -65,7 +65,7 @@ async function close(page) {
   await page.close();
 }
 
-/** The lines of the tree in sight, as "- -> log.h": sign, then label. */
+/** The lines of the tree in sight, as "- -> log.hpp": sign, then label. */
 function lines(page) {
   return page.$$eval(".line", (all) => all.map((line) => [
     line.querySelector(".sign [aria-hidden]")?.textContent ?? "",
@@ -142,7 +142,7 @@ test("under every choice of filters the tree shows what the JSON report has", as
 test("the small pair opens with every line, and a table has both sides", async () => {
   const page = await open(join(folder, "notes.html"));
   assert.deepEqual(await lines(page), [
-    "Overview", "app.cc", "\u2212 -> log.h", "+ -> net.h", "\u2212 log.h", "+ net.cc",
+    "Overview", "app.cc", "\u2212 -> log.hpp", "+ -> net.h", "\u2212 log.hpp", "+ net.cc",
     "+ -> net.h", "+ net.h", "store.cc", "~ -> sqlite3.h"]);
   await page.click(".line >> text=sqlite3.h");
   assert.deepEqual(await texts(page, "#detail .rows tbody tr:nth-child(1) td"), ["\u2212removed ", "store.cc", "sqlite3.h", ""]);
@@ -256,11 +256,11 @@ test("a file's picture marks every edge, and shows what differs before what does
   const page = await open(join(folder, "notes.html"), "#file=app.cc&hide=");
   const lists = await page.$$eval(".list", (all) => all.map((list) => [...list.querySelectorAll("li")].map((item) =>
       item.querySelector(".sign").title.split(":")[0] + " " + item.querySelector(".path").textContent)));
-  assert.deepEqual(lists, [[], ["added net.h", "removed log.h", "unchanged store.h"]]);
+  assert.deepEqual(lists, [[], ["added net.h", "removed log.hpp", "unchanged store.h"]]);
   assert.deepEqual(await texts(page, ".picture .more"), ["nothing needs it"]);
   const edges = () => page.$$eval("#detail .picture .edge", (all) => all.map((edge) => edge.classList[1]).sort());
   assert.deepEqual(await edges(), ["added", "removed", "unchanged"]);
-  assert.deepEqual(await page.$$eval(".changed-links > li", (all) => all.map((item) => item.querySelector(".path").textContent)), ["net.h", "log.h"]);
+  assert.deepEqual(await page.$$eval(".changed-links > li", (all) => all.map((item) => item.querySelector(".path").textContent)), ["net.h", "log.hpp"]);
   assert.equal(new Set(await page.$$eval(".legend .curve", (all) => all.map((curve) => {
     const { strokeDasharray, strokeWidth } = getComputedStyle(curve);
     return `${strokeDasharray} ${strokeWidth}`;
@@ -360,8 +360,8 @@ test("in print, and without scripts, the changes are there as text", async () =>
   const shown = (page) => page.evaluate(() => document.querySelector("#plain").innerText.replace(/\s+/g, " "));
   const printed = await open(join(folder, "notes.html"), "#file=app.cc", { media: "print" });
   const text = await shown(printed);
-  assert.match(text, /Files 2 1 1 2 Groups 2 1 1 2 Dependencies 3 2 0 2/);
-  assert.match(text, /app\.cc .* \u2192 log\.h .* include .*\u2212 log\.h .* lines: 40 .*\+ net\.cc/);
+  assert.match(text, /Files 2 1 1 2 Links 2 1 1 2 Dependencies 3 2 0 2/);
+  assert.match(text, /app\.cc .* \u2192 log\.hpp .* include .*\u2212 log\.hpp .* lines: 40 .*\+ net\.cc/);
   assert.match(await printed.textContent("#overview"), /Links: 2 added, 1 removed, 1 changed/);
   assert.doesNotMatch(text, /Overview/);  // once is enough
   assert.deepEqual([await printed.isVisible("#overview"), await printed.isVisible("#tree")], [true, false]);

@@ -49,7 +49,7 @@ void describe(const EditCounts& counts, std::string_view one, std::string_view s
 }
 
 std::string foldedText(std::size_t count) {
-    return counted(count, "group", "groups") + " in which only components differ";
+    return counted(count, "link", "links") + " in which only components differ";
 }
 
 }  // namespace
@@ -64,7 +64,7 @@ ListedCounts& ListedCounts::operator+=(const ListedCounts& other) {
 std::string ListedCounts::description() const {
     std::vector<std::string> parts;
     describe(files, "file", "files", parts);
-    describe(groups, "group", "groups", parts);
+    describe(groups, "link", "links", parts);
     if (folded != 0) {
         parts.push_back(foldedText(folded));
     }

@@ -19,7 +19,7 @@ struct ListedCounts {
     std::size_t folded = 0;  ///< groups in which only components differ, if those are not listed
 
     ListedCounts& operator+=(const ListedCounts& other);
-    /// Returns: "2 added files, 1 changed group"; empty without any.
+    /// Returns: "2 added files, 1 changed link"; empty without any.
     [[nodiscard]] std::string description() const;
 };
 

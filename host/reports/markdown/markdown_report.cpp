@@ -252,7 +252,7 @@ class MarkdownReport {
             missing.push_back(counted(missingFiles_, "file", "files"));
         }
         if (missingGroups_ != 0) {
-            missing.push_back(counted(missingGroups_, "group", "groups"));
+            missing.push_back(counted(missingGroups_, "link", "links"));
         }
         if (!missing.empty()) {
             output_.print("**Cut for length.** Not shown: {}.\n", fmt::join(missing, ", "));
@@ -270,9 +270,9 @@ class MarkdownReport {
     const Report& report_;
     const PresentedTree& tree_;
     std::array<std::vector<std::u16string_view>, 2> nodes_;  // IDs, by side, ascending
-    std::array<Section, 3> sections_{{{"Added groups between nodes of both sides", {}},
-                                      {"Removed groups between nodes of both sides", {}},
-                                      {"Removed groups that led to removed nodes", {}}}};
+    std::array<Section, 3> sections_{{{"Added links between nodes of both sides", {}},
+                                      {"Removed links between nodes of both sides", {}},
+                                      {"Removed links that led to removed nodes", {}}}};
     FilesByFolder files_;
     std::size_t missingWarnings_ = 0;
     std::size_t missingStatements_ = 0;  // of what happened at large

@@ -121,6 +121,7 @@ std::vector<std::u16string> headingLinesOf(const TableRow& heading, const RowLay
         line += std::u16string(layout.separator) + value;
     }
     if (value.empty() || displayWidth(line) <= layout.columns) {
+        line.erase(line.find_last_not_of(u' ') + 1);
         return {line};
     }
     const std::u16string below = std::u16string(layout.separator.substr(1)) + value;

@@ -78,10 +78,6 @@ std::vector<std::u16string> signedLinesOf(const TableRow& row, const RowLayout& 
     return lines;
 }
 
-bool isEmpty(const TableRow& row) {
-    return row.name.empty() && row.value.empty();
-}
-
 std::size_t widestName(const EntryTable& table, std::size_t most) {
     std::size_t widest = 0;
     for (const TableRow& row : table.rows) {
@@ -96,6 +92,10 @@ std::size_t widestName(const EntryTable& table, std::size_t most) {
 
 TextLines::TextLines(const TextStyle& style, std::size_t leftColumns, Output& output)
     : style_(style), output_(output), leftColumns_(std::min(leftColumns, style_.width() / 2)) {}
+
+bool isWithoutCells(const TableRow& row) {
+    return row.name.empty() && row.value.empty();
+}
 
 std::size_t widthOf(const EntryLabel& label) {
     return depthOf(label) * 2 + signColumns + displayWidth(nameIn(label)) +
@@ -126,7 +126,8 @@ void TextLines::entry(const EntryLabel& label, bool isVisible) {
 }
 
 void TextLines::headingBeside(const TableRow& heading) {
-    if (heading == headingBeside_) {
+    const bool saysNoMore = heading.caption == headingBeside_.caption && isWithoutCells(heading);
+    if (saysNoMore || heading == headingBeside_) {
         return;
     }
     headingBeside_ = heading;
@@ -149,7 +150,7 @@ void TextLines::rowsBeside(const EntryTable& table) {
         TableRow row = next;
         if (previous != nullptr && previous->caption == row.caption) {
             // After a caption alone it would seem to be another row's.
-            if (!isEmpty(*previous) && joinsLine(row, layout)) {
+            if (!isWithoutCells(*previous) && joinsLine(row, layout)) {
                 continue;
             }
             row.caption.clear();

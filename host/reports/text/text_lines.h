@@ -19,7 +19,10 @@ struct RowLayout;
 /// Returns: how wide the entry is beside its rows.
 [[nodiscard]] std::size_t widthOf(const EntryLabel& label);
 
-/// Headings are written if they differ from the previous ones of their column.
+/// Returns: whether there is nothing but the caption.
+[[nodiscard]] bool isWithoutCells(const TableRow& row);
+
+/// Headings are written unless the previous ones of their column say as much.
 class TextLines {
   public:
     /// `leftColumns`: the width of the entries, which get no more than half of the whole.

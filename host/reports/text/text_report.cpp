@@ -46,7 +46,7 @@ class TreeText {
                 write(entry);
             }
         }
-        writeFolded();
+        writeBelowFile();
         lines_.finishLine();
         return unlisted_;
     }
@@ -65,31 +65,31 @@ class TreeText {
         return widest;
     }
 
+    struct Group {
+        EntryLabel label;
+        EntryTable table;
+    };
+
     void write(const Entry& entry) {
-        const EntryLabel label = labelOf(tree_, entry.match);
-        const bool isGroup = label.kind == EntryKind::group;
-        if (!isGroup) {
-            writeFolded();
+        EntryLabel label = labelOf(tree_, entry.match);
+        if (label.kind != EntryKind::group) {
+            writeBelowFile();
+            write(entry, label);
         } else if (isFolded(label, tree_.filters())) {
             ++folded_;
             lastFolded_ = label.downstream;
-            return;
+        } else {
+            groups_.push_back({.label = std::move(label), .table = tableOf(tree_, entry.match)});
         }
-        isBesideFile_ = !isGroup;
+    }
+
+    void write(const Entry& entry, const EntryLabel& label) {
+        isBesideFile_ = true;
         if (entry.visible == 0) {
             // Every entry is below the root, so a line for it would say nothing.
             if (entry.parent != PresentedTree::noParent) {
                 lines_.entry(label, false);
             }
-            return;
-        }
-        if (isGroup) {
-            const EntryTable table = tableOf(tree_, entry.match);
-            if (!table.rows.empty()) {
-                lines_.headingBeside(table.heading);
-            }
-            lines_.entry(label, true);
-            lines_.rowsBeside(table);
             return;
         }
         lines_.entry(label, true);
@@ -101,13 +101,29 @@ class TreeText {
     }
 
     /// Ends what is below a file.
-    void writeFolded() {
+    void writeBelowFile() {
+        const bool showsComponents = std::ranges::any_of(groups_, [](const Group& group) {
+            return !std::ranges::all_of(group.table.rows, isWithoutCells);
+        });
+        for (auto& [label, table] : groups_) {
+            if (!showsComponents) {
+                table.heading.name = {};
+                table.heading.value = {};
+            }
+            if (!table.rows.empty()) {
+                lines_.headingBeside(table.heading);
+            }
+            lines_.entry(label, true);
+            lines_.rowsBeside(table);
+            isBesideFile_ = false;
+        }
+        groups_.clear();
         if (folded_ == 0) {
             return;
         }
         const std::u16string what = folded_ == 1
                                         ? u"-> " + visible(lastFolded_)
-                                        : utf8_to_ustring(counted(folded_, "group", "groups"));
+                                        : utf8_to_ustring(counted(folded_, "link", "links"));
         lines_.remark(EditType::changed, what + u" (only components differ)", isBesideFile_);
         unlisted_.groups += std::exchange(folded_, 0);
     }
@@ -115,7 +131,8 @@ class TreeText {
     const PresentedTree& tree_;
     TextLines lines_;
     Unlisted unlisted_;
-    std::size_t folded_ = 0;  // groups of the last file
+    std::vector<Group> groups_;  // those of the last file that have lines of their own
+    std::size_t folded_ = 0;     // the others
     std::u16string lastFolded_;
     bool isBesideFile_ = false;  // the open line is that of the file
 };
@@ -149,7 +166,7 @@ class Ending {
                             " of added and removed files");
         }
         if (unlisted.groups != 0) {
-            parts.push_back(counted(unlisted.groups, "group", "groups") +
+            parts.push_back(counted(unlisted.groups, "link", "links") +
                             " in which only components differ");
         }
         return fmt::format("{}", fmt::join(parts, ", "));
