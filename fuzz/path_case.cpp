@@ -15,7 +15,7 @@ struct Span {
     std::size_t end = 0;
 };
 
-unsigned valueOf(char letter) {
+std::size_t valueOf(char letter) {
     return static_cast<unsigned char>(letter - firstLetter) % letterCount;
 }
 

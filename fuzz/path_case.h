@@ -16,7 +16,7 @@ namespace depcompare::fuzz {
 inline constexpr std::size_t settingLetters = 8;
 inline constexpr std::size_t editLetters = 5;
 inline constexpr char firstLetter = '!';
-inline constexpr unsigned letterCount = '~' - firstLetter + 1;
+inline constexpr std::size_t letterCount = '~' - firstLetter + 1;
 
 struct PathCase {
     std::string documents;  ///< LEFT, or LEFT \0 RIGHT
