@@ -123,7 +123,6 @@ std::string PathCase::left() const {
 std::string PathCase::right() const {
     const std::size_t zero = documents.find('\0');
     std::string right = zero == std::string::npos ? documents : documents.substr(zero + 1);
-    constexpr std::size_t mostEdits = 8;
     std::string_view rest(letters);
     rest.remove_prefix(std::min(settingLetters, rest.size()));
     for (std::size_t i = 0; i < mostEdits && rest.size() >= editLetters; ++i) {

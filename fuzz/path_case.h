@@ -15,6 +15,7 @@ namespace depcompare::fuzz {
 
 inline constexpr std::size_t settingLetters = 8;
 inline constexpr std::size_t editLetters = 5;
+inline constexpr std::size_t mostEdits = 8;  ///< of one case; others do not count
 inline constexpr char firstLetter = '!';
 inline constexpr std::size_t letterCount = '~' - firstLetter + 1;
 

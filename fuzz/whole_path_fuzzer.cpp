@@ -30,6 +30,9 @@ void mutateDocuments(PathCase& mutated, std::size_t most) {
     std::string& text = mutated.documents;
     const std::size_t size = text.size();
     text.resize(std::max(size, most - std::min(most, mutated.letters.size() + 1)));
+    if (text.empty()) {
+        return;
+    }
     auto* const bytes = reinterpret_cast<std::uint8_t*>(text.data());
     text.resize(LLVMFuzzerMutate(bytes, size, text.size()));
 }
@@ -47,7 +50,9 @@ void mutate(PathCase& mutated, std::size_t most, std::minstd_rand& random) {
             letters[random() % letters.size()] = someLetters(1, random).front();
             break;
         case 2:
-            letters += someLetters(editLetters, random);
+            if (letters.size() < settingLetters + mostEdits * editLetters) {
+                letters += someLetters(editLetters, random);
+            }
             break;
         case 3:
             letters.resize(settingLetters + (letters.size() - settingLetters) / 2);

@@ -46,16 +46,11 @@ TEST(WholePath, aReportThatSaysSomethingElseBreaksARule) {
     EXPECT_THROW(test::requireNoDifference(report), test::BrokenRule);
     EXPECT_NO_THROW(test::requireNoDifference(same));
     const std::pair<const char*, json> changes[] = {
-        {"/summary/files/added", 2},
-        {"/summary/groups/unchanged", 0},
-        {"/ledger/left/folded", 1},
-        {"/ledger/right/otherNodes/lib", 2},
-        {"/ledger/rows/visible", 3},
-        {"/insights/causes/added/file", 7},
-        {"/tree/children/0/edit", "added"},
-        {"/tree/children/0/visible", false},
-        {"/tree/children/0/metrics/2", 0},
-        {"/tree/children/0/detail/rows", json::array()},
+        {"/summary/files/added", 2},        {"/summary/groups/unchanged", 0},
+        {"/ledger/left/folded", 1},         {"/ledger/right/otherNodes/lib", 2},
+        {"/ledger/rows/visible", 3},        {"/insights/causes/added/file", 7},
+        {"/tree/children/0/edit", "added"}, {"/tree/children/0/visible", false},
+        {"/tree/children/0/metrics/2", 0},  {"/tree/children/0/detail/rows", json::array()},
         {"/tree/children/2/position/1", 0},
     };
     for (const auto& [place, value] : changes) {
