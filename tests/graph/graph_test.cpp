@@ -8,7 +8,7 @@
 
 #include <dependency/graph/graph_builder.h>
 
-#include "support/failing_allocations.h"
+#include "support/faults.h"
 #include "support/text_graph.h"
 
 namespace dependency::graph {
@@ -101,11 +101,11 @@ TEST_F(GraphBuilderTest, refusesARepeatedIdWhateverTheOrderOfIds) {
 TEST_F(GraphBuilderTest, keepsNoSecondCopyOfIdsThatAscend) {
     const auto spent = [this](bool ascending) {
         GraphBuilder fresh;
-        const auto before = testing_allocations::allocations();
+        const auto before = testing_faults::allocations();
         for (char16_t i = 0; i < 100; ++i) {
             fresh.addNode(std::u16string(1, ascending ? i : 100 - i), u"", file);
         }
-        return testing_allocations::allocations() - before;
+        return testing_faults::allocations() - before;
     };
     EXPECT_LE(spent(true) + 100, spent(false));
 }

@@ -14,7 +14,10 @@ std::map<std::string, ustring> texts;  // by locale, a blank, and full ID
 
 }  // namespace
 
+[[gnu::weak]] void beforeCall() {}
+
 Locale Locale::global() {
+    beforeCall();
     return Locale(globalName);
 }
 
@@ -23,6 +26,7 @@ void Locale::setGlobal(Locale locale) {
 }
 
 const ustring& MessageCatalog::get_message(const MessageID& id, const Locale& locale) {
+    beforeCall();
     for (const std::string& name : {locale.name(), std::string("en")}) {
         if (const auto found = texts.find(name + ' ' + id.full()); found != texts.end()) {
             return found->second;
@@ -45,6 +49,7 @@ void MessageCatalog::clear() {
 }
 
 std::string ustring_to_utf8(std::u16string_view text) {
+    beforeCall();
     return boost::locale::conv::utf_to_utf<char>(text.data(), text.data() + text.size());
 }
 
@@ -58,6 +63,7 @@ ustring utf8_to_ustring(std::string_view text) {
 
 // Latin-1 and the Turkish I.
 ustring to_lower(ustring text, const Locale& locale) {
+    beforeCall();
     const bool turkish = locale.name() == "tr";
     for (char16_t& c : text) {
         if (c == u'I' && turkish) {
@@ -70,6 +76,7 @@ ustring to_lower(ustring text, const Locale& locale) {
 }
 
 ustring date_time::to_ustring(const boost::posix_time::ptime& time, DateFormat /*format*/) {
+    beforeCall();
     return utf8_to_ustring(boost::posix_time::to_simple_string(time));
 }
 
@@ -79,5 +86,8 @@ void depcompare::messages::registerMessages() {
     fl::i18n::MessageCatalog::add("en", R"({
         "comparisons:commonweb": {"ParamName": "Name", "ParamValue": "Value"},
         "ORBITA:dependency:comparisons": {
-            "AnalysisTimestamp": "Analysis time", "checksum": "Checksum"}})");
+            "AnalysisDetails": "Analysis details", "AnalysisTimestamp": "Analysis time",
+            "DependencyType": "Dependency type", "FileProperty": "File property",
+            "ImpactedComponent": "Impacted component", "RequiredComponent": "Required component",
+            "checksum": "Checksum"}})");
 }

@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <atomic>
+#include <stdexcept>
 #include <tuple>
 
 #include <boost/iterator/iterator_facade.hpp>
@@ -8,9 +8,6 @@
 
 namespace dependency::graph {
 namespace {
-
-std::atomic<long> successesLeft = -1;
-std::atomic<bool> failed = false;
 
 template <class T>
 struct List {
@@ -53,23 +50,7 @@ Range madeOnDemand(const std::vector<std::shared_ptr<T>>& elements) {
 
 }  // namespace
 
-FailingQuery::FailingQuery(long successes) noexcept {
-    failed = false;
-    successesLeft = successes;
-}
-FailingQuery::~FailingQuery() {
-    successesLeft = -1;
-}
-bool FailingQuery::happened() noexcept {
-    return failed;
-}
-
-void mayFail() {
-    if (successesLeft >= 0 && successesLeft-- == 0) {
-        failed = true;
-        throw QueryFailed("the model fails");
-    }
-}
+[[gnu::weak]] void beforeQuery() {}
 
 std::vector<std::u16string> WithProperties::getPropertyKeys() const {
     std::vector<std::u16string> keys;

@@ -1,10 +1,6 @@
 // What the library may not rely on, since its graph interface does not promise it.
 #include <gtest/gtest.h>
 
-#include <dependency/comparisons/compare_graphs.h>
-#include <fl/i18n/message_catalog.h>
-
-#include "support/catalogs.h"
 #include "support/comparison_text.h"
 #include "support/text_graph.h"
 
@@ -41,33 +37,6 @@ TEST(OtherHost, equalityOfTheModelDecidesWhatIsChangedAndNamesWhatBelongsTogethe
         EXPECT_EQ(compared(left, right), tree) << left << "\n--\n" << right;
         EXPECT_EQ(rowsOf(left, right, group), rows) << left << "\n--\n" << right;
     }
-}
-
-TEST(OtherHost, failureOfAnyQueryLeavesTheComparisonAndNothingBehind) {
-    const Catalogs catalogs;
-    const auto left = graphOf(
-        "A -> B [from=x]\nA -> B [from=y]\nB -> lib\nlib [type=external]\n"
-        "A [checksum=1]\ngraph [timestamp=x]");
-    const auto right = graphOf("A -> B [from=x]\nC -> A\nA [checksum=2]\ngraph [license=x]");
-    const auto a = nodeOf(left, "A");
-    const auto uses = [&] {
-        return std::vector<long>{left.use_count(), right.use_count(), a.use_count()};
-    };
-    const auto before = uses();
-    long successes = 0;
-    for (bool failed = true; failed; ++successes) {
-        {
-            const graph::FailingQuery failing(successes);
-            try {
-                (void)comparisons::compareGraphs(left, right);
-                EXPECT_FALSE(graph::FailingQuery::happened()) << successes;
-            } catch (const graph::QueryFailed&) {
-            }
-            failed = graph::FailingQuery::happened();
-        }
-        ASSERT_EQ(uses(), before) << successes;
-    }
-    EXPECT_GT(successes, 100);
 }
 
 }  // namespace

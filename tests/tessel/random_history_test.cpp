@@ -10,13 +10,14 @@
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
-#include "../support/failing_allocations.h"
+#include "../support/faults.h"
 #include "library.h"
 
 namespace tessel::core::testing {
 namespace {
 
-using testing_allocations::FailingAllocation;
+using testing_faults::Failing;
+using testing_faults::Kind;
 
 class History {
   public:
@@ -89,7 +90,7 @@ class History {
         const std::string before = content();
         bool failed = false;
         {
-            const FailingAllocation failing(successes);
+            const Failing failing(Kind::allocation, successes);
             try {
                 chosen();
             } catch (const std::bad_alloc&) {

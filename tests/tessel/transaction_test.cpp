@@ -12,13 +12,13 @@
 #include <tessel/core/errors.h>
 #include <boost/functional/hash.hpp>
 
-#include "../support/failing_allocations.h"
+#include "../support/faults.h"
 #include "library.h"
 
 namespace tessel::core::testing {
 namespace {
 
-using testing_allocations::allocations;
+using testing_faults::allocations;
 
 static_assert(!std::is_copy_constructible_v<Transaction> &&
               std::is_nothrow_move_constructible_v<Transaction> &&

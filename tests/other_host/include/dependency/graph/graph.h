@@ -1,10 +1,9 @@
 #pragma once
 // Another graph model with the same names, as unlike the platform's as its promises allow: ranges are
-// made on demand and walked once, equality is coarse, IDs of dependencies may repeat, and any
-// query may fail.
+// made on demand and walked once, equality is coarse, IDs of dependencies may repeat, and a program
+// can let any query fail.
 #include <map>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,27 +13,11 @@
 
 namespace dependency::graph {
 
-/// What a query throws that was told to fail.
-struct QueryFailed : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
-
-/// Lets the query after the next `successes` of this process fail, until destroyed.
-class FailingQuery {
-  public:
-    explicit FailingQuery(long successes) noexcept;
-    ~FailingQuery();
-    FailingQuery(const FailingQuery&) = delete;
-    FailingQuery& operator=(const FailingQuery&) = delete;
-
-    [[nodiscard]] static bool happened() noexcept;
-};
-
-/// Every query passes here, with its answer.
-void mayFail();
+/// Every query passes here, with its answer. `beforeQuery` does nothing, unless a program defines it.
+void beforeQuery();
 template <class Answer>
 const Answer& query(const Answer& answer) {
-    mayFail();
+    beforeQuery();
     return answer;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
-// Another catalog with the same names. It has only what the library calls, and what the tests need
-// to fill it.
+// Another catalog with the same names. It has only what the library calls, each of which a program
+// can let fail, and what the tests need to fill it.
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -11,6 +11,9 @@
 namespace fl::i18n {
 
 using ustring = std::u16string;
+
+/// Does nothing, unless a program defines it.
+void beforeCall();
 
 class Locale {
   public:
