@@ -4,6 +4,7 @@
 #include <boost/exception/exception.hpp>
 
 #include <comparisons/combined_view_model.h>
+#include <comparisons/viewmodel/parameter_view_model.h>
 #include <dependency/comparisons/compare_graphs.h>
 #include <dependency/comparisons/dependency_subcomparator.h>
 #include <dependency/comparisons/graph_subcomparator.h>
@@ -173,6 +174,31 @@ TEST_F(FactoriesTest, dependenciesShowTheirComponentsOrElseTheirFilesOneTablePer
     viewModel->commit();
     EXPECT_EQ(test::entriesOf(*viewModel), "1 alpha=beta | -\n1 gone=y | -\n0 - | x=new\n");
     EXPECT_EQ(test::textOf(viewModel->metrics()), "2 1 0 0");
+}
+
+TEST_F(FactoriesTest, tableOutlivesItsViewModelTheComparisonAndTheGraphs) {
+    auto comparison =
+        compareGraphs(test::graphOf("A [checksum=1]"), test::graphOf("A [checksum=2 a=b]"));
+    const auto file = comparison->children(comparison->root())[0];
+    auto viewModel =
+        getTwoFilteredVMFactoryRegistry().create((*comparison)[file.vertex].detail.get());
+    viewModel->commit();
+    const auto table =
+        dynamic_cast<::comparisons::viewmodel::ParameterViewModel&>(*viewModel).table();
+    const auto entry = table->getEntries()[0];
+    test::applySteps(*viewModel, "N");
+    viewModel->commit();
+    const std::string shown = test::textOf(table);
+    viewModel.reset();
+    comparison.reset();
+    EXPECT_EQ(test::textOf(table), shown);
+    EXPECT_EQ(shown, "File property | \n0 - | a=b\n");
+    // What the last commit took out of the table, too.
+    EXPECT_EQ(entry->getParameters()[0]->getParameter()->getValue(), u"1");
+    auto transaction = table->getModel()->beginTransaction();
+    table->getEntriesMutable().clear();
+    transaction.commit();
+    EXPECT_EQ(test::textOf(table), "File property | \n");
 }
 
 }  // namespace
