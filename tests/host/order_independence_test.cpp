@@ -1,5 +1,7 @@
 // Reports of random graphs: the order of a file's parts does not matter, and every sum holds.
 #include <cstddef>
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -96,6 +98,37 @@ RC_GTEST_PROP(OrderIndependence, everyReportKeepsItsContractUnderEveryFilterAndL
         RC_ASSERT(written["locale"] == name);
     }
     fl::i18n::Locale::setGlobal(fl::i18n::Locale());
+}
+
+// Members and elements of all its parts are in the opposite order.
+nlohmann::ordered_json backwards(const nlohmann::ordered_json& value) {
+    if (!value.is_structured()) {
+        return value;
+    }
+    auto result =
+        value.is_object() ? nlohmann::ordered_json::object() : nlohmann::ordered_json::array();
+    for (auto part = value.rbegin(); part != value.rend(); ++part) {
+        if (value.is_object()) {
+            result[part.key()] = backwards(*part);
+        } else {
+            result.push_back(backwards(*part));
+        }
+    }
+    return result;
+}
+
+TEST(OrderIndependence, jsonOfAnyFormatIsReadInAnyOrder) {
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(FUZZ_CORPUS)) {
+        if (entry.path().extension() != ".json") {
+            continue;
+        }
+        std::ifstream file(entry.path());
+        const auto document = nlohmann::ordered_json::parse(file, nullptr, false);
+        if (!document.is_discarded()) {
+            EXPECT_EQ(test::read(backwards(document).dump()), test::read(document.dump()))
+                << entry.path();
+        }
+    }
 }
 
 }  // namespace
