@@ -255,7 +255,8 @@ Options parse(const std::vector<OptionGroup>& table, Words words, std::optional<
     }
     check(options);
     warnOfQuiet(options);
-    if (app.get_option("--format")->empty() && !options.quiet && !options.why && !options.conversion) {
+    if (app.get_option("--format")->empty() && !options.quiet && !options.why &&
+        !options.conversion) {
         warnOfName(options);
     }
     return options;
