@@ -206,9 +206,9 @@ void takeGitWords(Words words, Options& options) {
     }
 }
 
-/// Who names a file expects it to be written.
+/// Whoever names a file expects it to be written.
 void warnOfQuiet(Options& options) {
-    if (options.quiet && (options.outputFile || !options.reports.empty())) {
+    if (options.outputFile || !options.reports.empty()) {
         options.warnings.push_back(
             fmt::format("--quiet writes nothing, {} included",
                         options.outputFile ? *options.outputFile : options.reports.front().path));
@@ -254,9 +254,12 @@ Options parse(const std::vector<OptionGroup>& table, Words words, std::optional<
         takeGitWords(*gitWords, options);
     }
     check(options);
-    warnOfQuiet(options);
-    if (app.get_option("--format")->empty() && !options.quiet && !options.why &&
-        !options.conversion) {
+    if (options.conversion) {
+        return options;
+    }
+    if (options.quiet) {
+        warnOfQuiet(options);
+    } else if (app.get_option("--format")->empty() && !options.why) {
         warnOfName(options);
     }
     return options;
