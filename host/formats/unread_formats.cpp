@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <memory>
+#include <vector>
 
 #include <fmt/format.h>
 #include <re2/re2.h>
@@ -169,14 +171,27 @@ const UnreadFormat unreadFormats[] = {
      .advice = "iconv -f UTF-16 -t UTF-8 converts it"},
 };
 
-bool contentFits(const UnreadFormat& format, std::string_view content) {
-    if (format.pattern == nullptr) {
-        return false;
-    }
+/// In the order of the formats; null for one without a pattern.
+std::vector<std::unique_ptr<const re2::RE2>> compiledPatterns() {
     // Latin1: the bytes are not a text yet.
-    re2::RE2::Options options(re2::RE2::Latin1);
-    return re2::RE2::PartialMatch(re2::StringPiece(content.data(), content.size()),
-                                  re2::RE2(format.pattern, options));
+    const re2::RE2::Options options(re2::RE2::Latin1);
+    std::vector<std::unique_ptr<const re2::RE2>> patterns;
+    for (const UnreadFormat& format : unreadFormats) {
+        patterns.push_back(format.pattern == nullptr
+                               ? nullptr
+                               : std::make_unique<re2::RE2>(format.pattern, options));
+    }
+    return patterns;
+}
+
+/// The first format whose pattern fits, or the end.
+const UnreadFormat* formatOfContent(std::string_view content) {
+    static const std::vector<std::unique_ptr<const re2::RE2>> patterns = compiledPatterns();
+    const re2::StringPiece bytes(content.data(), content.size());
+    const auto found = std::ranges::find_if(patterns, [&](const auto& pattern) {
+        return pattern && re2::RE2::PartialMatch(bytes, *pattern);
+    });
+    return std::begin(unreadFormats) + (found - patterns.begin());
 }
 
 }  // namespace
@@ -191,8 +206,7 @@ std::string adviceForUnread(std::string_view firstBytes, std::string_view fileNa
         return std::ranges::any_of(
             format.endings, [&](std::string_view ending) { return fileName.ends_with(ending); });
     };
-    const auto* found = std::ranges::find_if(
-        unreadFormats, [&](const UnreadFormat& format) { return contentFits(format, firstBytes); });
+    const UnreadFormat* found = formatOfContent(firstBytes);
     if (found == std::end(unreadFormats)) {
         found = std::ranges::find_if(unreadFormats, nameFits);
     }
