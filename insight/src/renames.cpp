@@ -106,6 +106,7 @@ struct Candidate {
     Number right = 0;
     double odds = 0;
 
+    [[nodiscard]] Number on(Side side) const { return side == Side::left ? left : right; }
     friend bool operator==(const Candidate& a, const Candidate& b) {
         return a.left == b.left && a.right == b.right;
     }
@@ -884,33 +885,31 @@ class RenameFinder {
         return isAny;
     }
 
-    /// How free a file of either side is for each candidate: 1 / (1 + the sum, over the file's other
-    /// candidates, of odds times how free their other file is for them). Belief propagation: from
-    /// what files tell each other so, step by step, follows how probable each candidate is.
+    /// How free each candidate's file of either side is for it: 1 / (1 + the sum, over the file's
+    /// other candidates, of odds times how free their other file is for them). Belief propagation: files
+    /// tell each other step by step, until nothing changes.
     [[nodiscard]] BySide<std::vector<double>> freedomFor(const std::vector<Candidate>& candidates,
                                                          const std::vector<double>& odds) const {
         BySide<std::vector<double>> freedom{std::vector<double>(candidates.size(), 1),
                                             std::vector<double>(candidates.size(), 1)};
         double change = 1;
         for (int step = 0; step < mostSteps && change > leastChange; ++step) {
-            BySide<std::vector<double>> sums{std::vector<double>(files_.left.size()),
-                                             std::vector<double>(files_.right.size())};
-            for (std::size_t i = 0; i < candidates.size(); ++i) {
-                sums.left[candidates[i].left] += odds[i] * freedom.right[i];
-                sums.right[candidates[i].right] += odds[i] * freedom.left[i];
+            BySide<std::vector<double>> sums;
+            for (const Side side : sides) {
+                sums[side].resize(files_[side].size());
+                for (std::size_t i = 0; i < candidates.size(); ++i) {
+                    sums[side][candidates[i].on(side)] += odds[i] * freedom[otherSide(side)][i];
+                }
             }
             change = 0;
             for (std::size_t i = 0; i < candidates.size(); ++i) {
-                const double ofOthersOfLeft =
-                    sums.left[candidates[i].left] - odds[i] * freedom.right[i];
-                const double ofOthersOfRight =
-                    sums.right[candidates[i].right] - odds[i] * freedom.left[i];
-                const double left = 1 / (1 + std::max(ofOthersOfLeft, 0.0));
-                const double right = 1 / (1 + std::max(ofOthersOfRight, 0.0));
-                change = std::max(
-                    {change, std::abs(left - freedom.left[i]), std::abs(right - freedom.right[i])});
-                freedom.left[i] = left;
-                freedom.right[i] = right;
+                const BySide<double> before{freedom.left[i], freedom.right[i]};
+                for (const Side side : sides) {
+                    const double ofOthers =
+                        sums[side][candidates[i].on(side)] - odds[i] * before[otherSide(side)];
+                    freedom[side][i] = 1 / (1 + std::max(ofOthers, 0.0));
+                    change = std::max(change, std::abs(freedom[side][i] - before[side]));
+                }
             }
         }
         return freedom;

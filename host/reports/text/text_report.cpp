@@ -74,7 +74,7 @@ class TreeText {
         EntryLabel label = labelOf(tree_, entry.match);
         if (label.kind != EntryKind::group) {
             writeBelowFile();
-            write(entry, label);
+            writeFile(entry, label);
         } else if (isFolded(label, tree_.filters())) {
             ++folded_;
             lastFolded_ = label.downstream;
@@ -83,7 +83,7 @@ class TreeText {
         }
     }
 
-    void write(const Entry& entry, const EntryLabel& label) {
+    void writeFile(const Entry& entry, const EntryLabel& label) {
         isBesideFile_ = true;
         if (entry.visible == 0) {
             // Every entry is below the root, so a line for it would say nothing.
