@@ -3,12 +3,16 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
+#include <fstream>
 #include <functional>
 #include <initializer_list>
 #include <iostream>
+#include <limits>
 #include <memory>
 #include <new>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -19,6 +23,7 @@
 #include <boost/algorithm/string/replace.hpp>
 
 #include <comparisons/combined_view_model.h>
+#include <depcompare/messages/messages.h>
 #include <dependency/comparisons/compare_graphs.h>
 #include <dependency/comparisons/dependency_subcomparator.h>
 #include <dependency/comparisons/graph_subcomparator.h>
@@ -33,6 +38,9 @@
 #include <dependency/insight/paths.h>
 #include <dependency/insight/reach.h>
 #include <dependency/insight/renames.h>
+#include <fl/i18n/locale.h>
+#include <fl/i18n/message_catalog.h>
+#include <fl/i18n/message_id.h>
 #include <foundation/log/logger.h>
 
 #include "support/catalogs.h"
@@ -115,6 +123,55 @@ bool mayBeLeft(const std::vector<T>& now, const std::vector<T>& before,
         known = known && (now[i] == before[i] || now[i] == after[i]);
     }
     return known;
+}
+
+std::string everythingShown() {
+    const auto comparison =
+        compareGraphs(test::graphOf("A -> B\nA -> x [type=t]\nA [checksum=1]\n"),
+                      test::graphOf("A -> B\nA [checksum=2]\n"));
+    const auto registry = getTwoFilteredVMFactoryRegistry();
+    std::string text = entriesOf(*comparison);
+    for (const auto vertex : comparison->entries()) {
+        const auto viewModel = registry.create((*comparison)[vertex].detail.get());
+        for (const std::string& table : tablesOf(*viewModel)) {
+            text += table;
+        }
+    }
+    return text;
+}
+
+// In new processes, since one makes what is made once per process only once.
+TEST(FirstUse, thatFailsLeavesNothingHalfMade) {
+    const std::string path = testing::TempDir() + "first_use";
+    const auto inNewProcess = [&](std::size_t successes) {
+        EXPECT_EXIT(
+            {
+                bool failed = false;
+                depcompare::messages::registerMessages();
+                try {
+                    const Failing failing(Kind::allocation, successes);
+                    everythingShown();
+                    failed = failing.happened();
+                } catch (const std::bad_alloc&) {
+                    failed = true;
+                }
+                std::ofstream(path) << failed << everythingShown();
+                std::_Exit(0);
+            },
+            testing::ExitedWithCode(0), "");
+        std::ostringstream text;
+        text << std::ifstream(path).rdbuf();
+        return text.str();
+    };
+    const std::string undisturbed = inNewProcess(std::numeric_limits<std::size_t>::max());
+    ASSERT_GT(undisturbed.size(), 300U);
+    for (std::size_t successes = 0; !HasFailure(); ++successes) {
+        const std::string now = inNewProcess(successes);
+        EXPECT_EQ(now.substr(1), undisturbed.substr(1)) << successes;
+        if (now == undisturbed) {
+            break;
+        }
+    }
 }
 
 class FaultsTest : public testing::Test {
@@ -266,6 +323,38 @@ TEST_F(FaultsTest, ofAComparisonLeaveItAndNothingBehind) {
             [](const auto& children) { return children.size(); });
     }
     expectTried({Kind::allocation, Kind::graph, Kind::catalog});
+}
+
+// The reservation of room for all texts is the last call that can fail.
+TEST_F(FaultsTest, ofARegistrationLeaveTheTextsThereWere) {
+    if (QUERIES_MAY_FAIL != 0) {
+        GTEST_SKIP() << "the host has a catalog of its own";
+    }
+    using fl::i18n::MessageCatalog;
+    failEverywhere(
+        "add",
+        [] {
+            MessageCatalog::clear();
+            MessageCatalog::add("en", R"({"c": {"a": "1", "b": "1", "c": "1"}})");
+            return 0;
+        },
+        [](int) {
+            MessageCatalog::add("en", R"({"c": {"b": "2", "d": "2", "e": "2", "f": "2", "g": "2",
+                "h": "2", "i": "2", "j": "2", "k": "2", "l": "2", "m": "2", "n": "2"}})");
+        },
+        [](int) {
+            std::u16string texts;
+            for (const char* id : {"c:a", "c:b", "c:c", "c:n"}) {
+                try {
+                    texts +=
+                        MessageCatalog::get_message(fl::i18n::MessageID(id), fl::i18n::Locale());
+                } catch (const fl::i18n::MessageNotFound&) {
+                    texts += u'-';
+                }
+            }
+            return std::vector{texts};
+        });
+    expectTried({Kind::allocation});
 }
 
 TEST_F(FaultsTest, ofAViewModelLeaveTablesAsCommitted) {

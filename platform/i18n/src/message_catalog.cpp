@@ -1,8 +1,11 @@
 #include <fl/i18n/message_catalog.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <mutex>
 #include <shared_mutex>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 
@@ -34,10 +37,13 @@ struct Store {
     void merge(const std::string& localeName, Messages additions, Existing existing) {
         const std::unique_lock lock(mutex);
         Messages& messages = byLocale[localeName];
+        Messages& kept = existing == Existing::replaced ? additions : messages;
+        kept.reserve(messages.size() + additions.size());
+        // From here on nothing needs memory.
+        kept.merge(existing == Existing::replaced ? messages : additions);
         if (existing == Existing::replaced) {
             messages.swap(additions);
         }
-        messages.merge(additions);
     }
 
     std::shared_mutex mutex;
@@ -48,43 +54,80 @@ struct Store {
     throw MalformedCatalog(std::string(place).append(": ").append(problem));
 }
 
-nlohmann::json parseJson(std::string_view place, std::string_view utf8Json) {
-    try {
-        return nlohmann::json::parse(utf8Json);
-    } catch (const nlohmann::json::exception& error) {
+/// Takes messages while their text is parsed: the parser's own values need memory to be destroyed.
+class MessageEvents final : public nlohmann::json::json_sax_t {
+  public:
+    explicit MessageEvents(std::string_view place) : place_(place) {}
+
+    [[nodiscard]] Messages& messages() { return messages_; }
+
+    bool null() override { refuseValue(); }
+    bool boolean(bool /*is*/) override { refuseValue(); }
+    bool number_integer(std::int64_t /*number*/) override { refuseValue(); }
+    bool number_unsigned(std::uint64_t /*number*/) override { refuseValue(); }
+    bool number_float(double /*number*/, const std::string& /*text*/) override { refuseValue(); }
+    bool binary(nlohmann::json::binary_t& /*bytes*/) override { refuseValue(); }
+    bool start_array(std::size_t /*elements*/) override { refuseValue(); }
+    bool end_array() override { return true; }
+
+    bool start_object(std::size_t /*elements*/) override {
+        if (depth_ == 2) {
+            refuseValue();
+        }
+        ++depth_;
+        return true;
+    }
+    bool key(std::string& name) override {
+        (depth_ == 1 ? catalog_ : key_) = name;
+        return true;
+    }
+    bool string(std::string& text) override {
+        if (depth_ != 2) {
+            refuseValue();
+        }
+        if (catalog_.empty() || key_.empty()) {
+            refuse(place_, "'" + catalog_ + ":" + key_ + "' has an empty side");
+        }
+        messages_.insert_or_assign(MessageID(catalog_, key_), utf8_to_ustring(text));
+        return true;
+    }
+    bool end_object() override {
+        --depth_;
+        return true;
+    }
+
+    bool parse_error(std::size_t /*position*/, const std::string& /*token*/,
+                     const nlohmann::json::exception& error) override {
         // The parser's own tag in front, "[json.exception...] ", says nothing to a reader.
         const std::string_view what = error.what();
         const std::size_t tagEnd = what.find("] ");
-        refuse(place, tagEnd == std::string_view::npos ? what : what.substr(tagEnd + 2));
+        refuse(place_, tagEnd == std::string_view::npos ? what : what.substr(tagEnd + 2));
     }
-}
 
-Messages parse(std::string_view place, std::string_view utf8Json) {
-    Messages result;
-    const nlohmann::json root = parseJson(place, utf8Json);
-    if (!root.is_object()) {
-        refuse(place, "not an object of catalogs");
-    }
-    for (const auto& [catalog, keys] : root.items()) {
-        if (!keys.is_object()) {
-            refuse(place, "catalog '" + catalog + "' is not an object of keys and texts");
+  private:
+    [[noreturn]] void refuseValue() const {
+        if (depth_ == 0) {
+            refuse(place_, "not an object of catalogs");
         }
-        for (const auto& [key, text] : keys.items()) {
-            if (catalog.empty() || key.empty() || !text.is_string()) {
-                refuse(place, std::string("'").append(catalog).append(":").append(key) +
-                                  (text.is_string() ? "' has an empty side" : "' is not a text"));
-            }
-            result.insert_or_assign(MessageID(catalog, key),
-                                    utf8_to_ustring(text.get_ref<const std::string&>()));
+        if (depth_ == 1) {
+            refuse(place_, "catalog '" + catalog_ + "' is not an object of keys and texts");
         }
+        refuse(place_, "'" + catalog_ + ":" + key_ + "' is not a text");
     }
-    return result;
-}
+
+    std::string_view place_;
+    Messages messages_;
+    std::string catalog_;
+    std::string key_;
+    int depth_ = 0;
+};
 
 void addText(std::string_view localeName, std::string_view utf8Json, Existing existing) {
     const Locale locale(localeName);
     const std::string place = std::string("messages for '").append(localeName).append("'");
-    Store::instance().merge(locale.name(), parse(place, utf8Json), existing);
+    MessageEvents events(place);
+    nlohmann::json::sax_parse(utf8Json, &events);
+    Store::instance().merge(locale.name(), std::move(events.messages()), existing);
 }
 
 }  // namespace
