@@ -1,8 +1,12 @@
 // Reports of random graphs: the order of a file's parts does not matter, and every sum holds.
+#include <algorithm>
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
+#include <iomanip>
+#include <sstream>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -18,37 +22,49 @@
 namespace depcompare {
 namespace {
 
-using Parts = std::vector<std::string>;
+using Pairs = std::vector<std::pair<std::string, std::string>>;
+
+// A node, a dependency or what is said of the graph as a whole.
+struct Part {
+    std::string element;  // none for the whole
+    Pairs attributes;
+    Pairs data;
+};
+using Parts = std::vector<Part>;
 
 std::string idOf(int number) {
     return (number < 6 ? "" : "x/") + std::string(static_cast<std::size_t>(number % 3) + 1,
                                                   static_cast<char>('a' + number / 3));
 }
 
-std::string text(const char* key, const std::string& value) {
-    return fmt::format("<data key='{}'>{}</data>", key, value);
-}
-
 rc::Gen<std::string> word() {
     return rc::gen::element<std::string>("", "a", "A", "&#9;b", "ab");
 }
 
-std::string nodeWith(int number) {
-    return fmt::format("<node id='{}'>{}{}{}{}</node>\n", idOf(number),
-                       text("type", *rc::gen::element<std::string>("file", "file", "lib")),
-                       text("name", *word()), text("k\"\\", *word()), text("checksum", *word()));
+Part nodeWith(int number) {
+    return {"node",
+            {{"id", idOf(number)}},
+            {{"type", *rc::gen::element<std::string>("file", "file", "lib")},
+             {"name", *word()},
+             {"k\"\\", *word()},
+             {"checksum", *word()}}};
 }
 
-std::string edgeAmong(int nodes) {
-    return fmt::format("<edge source='{}' target='{}'>{}{}{}</edge>\n",
-                       idOf(*rc::gen::inRange(0, nodes)), idOf(*rc::gen::inRange(0, nodes)),
-                       text("type", *word()), text("upstream_component", *word()),
-                       text("downstream_component_type", *word()));
+Part edgeAmong(int nodes) {
+    return {"edge",
+            {{"source", idOf(*rc::gen::inRange(0, nodes))},
+             {"target", idOf(*rc::gen::inRange(0, nodes))}},
+            {{"type", *word()},
+             {"upstream_component", *word()},
+             {"downstream_component_type", *word()}}};
 }
 
 Parts someParts() {
     const int nodes = *rc::gen::inRange(1, 9);
-    Parts parts{text("timestamp", *rc::gen::element<std::string>("2026-01-02", "2026-01-03"))};
+    Parts parts{
+        {{},
+         {},
+         {{"timestamp", *rc::gen::element<std::string>("2026-01-02", "2026-01-03")}, {"z", "z"}}}};
     for (int i = 0; i < nodes; ++i) {
         parts.push_back(nodeWith(i));
     }
@@ -58,26 +74,75 @@ Parts someParts() {
     return parts;
 }
 
+template <class T>
+void shuffle(std::vector<T>& list) {
+    for (std::size_t i = list.size(); i > 1; --i) {
+        std::swap(list[i - 1], list[*rc::gen::inRange<std::size_t>(0, i)]);
+    }
+}
+
 Parts shuffled(Parts parts) {
-    for (std::size_t i = parts.size(); i > 1; --i) {
-        std::swap(parts[i - 1], parts[*rc::gen::inRange<std::size_t>(0, i)]);
+    shuffle(parts);
+    for (Part& part : parts) {
+        shuffle(part.attributes);
+        shuffle(part.data);
     }
     return parts;
 }
 
 std::string fileOf(const Parts& parts) {
-    return test::graphML(fmt::format("{}", fmt::join(parts, "")));
+    std::string text;
+    for (const Part& part : parts) {
+        std::string attributes;
+        for (const auto& [name, value] : part.attributes) {
+            attributes += fmt::format(" {}='{}'", name, value);
+        }
+        std::string data;
+        for (const auto& [key, value] : part.data) {
+            data += fmt::format("<data key='{}'>{}</data>", key, value);
+        }
+        text += part.element.empty()
+                    ? data
+                    : fmt::format("<{0}{1}>{2}</{0}>\n", part.element, attributes, data);
+    }
+    return test::graphML(text);
 }
 
-RC_GTEST_PROP(OrderIndependence, shufflingNodesAndEdgesChangesNothingInAnyReport, ()) {
+std::string dotOf(const Parts& parts) {
+    std::ostringstream text;
+    text << "digraph {";
+    for (const Part& part : parts) {
+        text << (part.element.empty() ? "graph" : "");
+        for (const char* const name : {"id", "source", "target"}) {
+            const auto found = std::ranges::find(part.attributes, name, &Pairs::value_type::first);
+            if (found != part.attributes.end()) {
+                text << (name == std::string_view("target") ? "->" : "")
+                     << std::quoted(found->second);
+            }
+        }
+        text << '[';
+        for (const auto& [key, value] : part.data) {
+            text << std::quoted(key) << '=' << std::quoted(value) << ',';
+        }
+        text << "]\n";
+    }
+    text << '}';
+    return text.str();
+}
+
+RC_GTEST_PROP(OrderIndependence, shufflingPartsAndWhatTheySayChangesNothingInAnyReport, ()) {
     const Parts left = someParts();
     const Parts right = someParts();
-    const Report report = test::compare(fileOf(left), fileOf(right));
-    const Report other = test::compare(fileOf(shuffled(left)), fileOf(shuffled(right)));
-    RC_ASSERT(report.insights != nullptr);
-    RC_ASSERT(test::jsonTextOf(other) == test::jsonTextOf(report));
-    RC_ASSERT(test::textOf(other) == test::textOf(report));
-    RC_ASSERT(!test::compare(fileOf(left), fileOf(shuffled(left))).summary.showsDifference);
+    const Parts otherLeft = shuffled(left);
+    const Parts otherRight = shuffled(right);
+    for (const auto& write : {fileOf, dotOf}) {
+        const Report report = test::compare(write(left), write(right));
+        const Report other = test::compare(write(otherLeft), write(otherRight));
+        RC_ASSERT(report.insights != nullptr);
+        RC_ASSERT(test::jsonTextOf(other) == test::jsonTextOf(report));
+        RC_ASSERT(test::textOf(other) == test::textOf(report));
+        RC_ASSERT(!test::compare(write(left), write(otherLeft)).summary.showsDifference);
+    }
 }
 
 // In German and Japanese the labels differ, and with them the names of some rows.
