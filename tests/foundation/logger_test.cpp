@@ -59,8 +59,11 @@ TEST_F(LoggerTest, withoutASinkARecordIsOneLineOfStandardErrorAndAFailedOneIsRep
     Logger::get("lines").write(Severity::warning, "one\ntwo\x1b[1m\n");
     EXPECT_FALSE(Logger::setSink([](const Record&) { throw std::runtime_error("disk full"); }));
     Logger::get("lines").write(Severity::error, "lost");
+    Logger::setSink([](const Record&) { throw 1; });
+    Logger::get("lines").write(Severity::error, "lost");
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "warning lines: one two [1m\nerror lines: a record was lost: disk full\n");
+              "warning lines: one two [1m\nerror lines: a record was lost: disk full\n"
+              "error lines: a record was lost\n");
     Logger::setSink(ours);
 }
 
