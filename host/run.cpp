@@ -278,15 +278,13 @@ void endIfOutOfMemory(int /*signal*/) noexcept {
 }
 
 /// Opens standard descriptors that are closed: else the next file that is opened becomes one, and gets
-/// what is meant for it. Reading and writing them fails, except that messages get lost.
+/// what is meant for it. Reading and writing them fails.
 void openStandardDescriptors() noexcept {
-    for (const auto& [number, mode] :
-         {std::pair(STDIN_FILENO, O_WRONLY), std::pair(STDOUT_FILENO, O_RDONLY),
-          std::pair(STDERR_FILENO, O_WRONLY)}) {
+    for (const int number : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         // NOLINTBEGIN(cppcoreguidelines-pro-type-vararg): the system's interface.
         if (::fcntl(number, F_GETFD) < 0) {
             // The lowest free number, which is this one.
-            static_cast<void>(::open("/dev/null", mode));
+            static_cast<void>(::open("/dev/null", O_PATH));
         }
         // NOLINTEND(cppcoreguidelines-pro-type-vararg)
     }

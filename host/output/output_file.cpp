@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <memory>
 #include <system_error>
+#include <vector>
 
 #include <fmt/format.h>
 
@@ -35,28 +36,42 @@ mode_t permissionsOfNewFiles() {
 /// What a path names after all symbolic links, the last one included.
 struct Destination {
     fs::path path;
-    std::optional<int> descriptor;  ///< the open file, if the path names one
+    bool isOpen = false;            ///< whether it names an open file
+    std::optional<int> descriptor;  ///< the number of that file if it is one of this process
 };
+
+/// Returns: the process whose open files the folder has: /proc/PROCESS/fd, /proc/PROCESS/task/THREAD/fd.
+std::optional<std::string> ownerOfOpenFiles(const fs::path& folder) {
+    const std::vector<fs::path> parts(folder.begin(), folder.end());
+    const bool isOfThread = parts.size() == 6 && parts[3] == "task";
+    if ((parts.size() != 4 && !isOfThread) || parts[1] != "proc" || parts.back() != "fd") {
+        return std::nullopt;
+    }
+    return parts[2].string();
+}
 
 /// Requires: nothing; the file need not exist.
 /// Throws:   `fs::filesystem_error`.
 Destination follow(fs::path path) {
     // More than any system follows.
     constexpr int mostLinks = 64;
-    const fs::path openFiles = fs::path("/proc") / fmt::format("{}", ::getpid()) / "fd";
     for (int links = 0; links < mostLinks; ++links) {
         const fs::path parent = path.parent_path();
         const fs::path folder = fs::canonical(parent.empty() ? "." : parent);
         const std::string name = path.filename().string();
-        if (folder == openFiles) {
-            int number = -1;
-            std::from_chars(name.data(), name.data() + name.size(), number);
-            return {.path = path, .descriptor = number};
+        if (const auto process = ownerOfOpenFiles(folder)) {
+            Destination opened{.path = path, .isOpen = true, .descriptor = std::nullopt};
+            if (*process == fmt::format("{}", ::getpid())) {
+                int number = -1;
+                std::from_chars(name.data(), name.data() + name.size(), number);
+                opened.descriptor = number;
+            }
+            return opened;
         }
         std::error_code isNoLink;
         const fs::path next = fs::read_symlink(folder / name, isNoLink);
         if (isNoLink) {
-            return {.path = folder / name, .descriptor = std::nullopt};
+            return {.path = folder / name, .isOpen = false, .descriptor = std::nullopt};
         }
         path = folder / next;
     }
@@ -122,6 +137,8 @@ OutputFile::OutputFile(std::string path) : path_(std::move(path)) {
     if (destination.descriptor) {
         // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the system's interface.
         content_ = Descriptor(::fcntl(*destination.descriptor, F_DUPFD_CLOEXEC, 0));
+    } else if (destination.isOpen) {
+        content_ = Descriptor(openFile(path_, O_WRONLY | O_APPEND));
     } else if (exists && !S_ISREG(status.st_mode)) {
         content_ = Descriptor(openFile(path_, O_WRONLY));
     } else {
@@ -143,8 +160,11 @@ bool OutputFile::isRegularFile() const {
     return ::fstat(*content_, &status) == 0 && S_ISREG(status.st_mode);
 }
 
-bool OutputFile::isSameAs(const OutputFile& other) const noexcept {
-    return !folder_.empty() && folderNumber_ == other.folderNumber_ && name_ == other.name_;
+bool OutputFile::isSameAs(const OutputFile& other) const {
+    const bool areOneName =
+        !folder_.empty() && folderNumber_ == other.folderNumber_ && name_ == other.name_;
+    const bool areOneFile = former_ && former_ == other.former_;
+    return areOneName || areOneFile || replaces(*other.content_) || other.replaces(*content_);
 }
 
 bool OutputFile::replaces(int descriptor) const {

@@ -36,15 +36,16 @@ class Descriptor {
 /// leaves nothing behind.
 ///
 /// Symbolic links are followed. An existing file keeps its permissions (not the set-ID bits) and its
-/// owner. An open file (/dev/stdout) and anything but a regular file are written directly.
+/// owner. An open file (/dev/stdout, or one of another process below /proc, to which is appended) and
+/// anything but a regular file are written directly.
 class OutputFile final : public Sink {
   public:
     explicit OutputFile(std::string path);
 
     [[nodiscard]] const std::string& path() const noexcept { return path_; }
     [[nodiscard]] bool isRegularFile() const;
-    /// Returns: whether both would end as one file.
-    [[nodiscard]] bool isSameAs(const OutputFile& other) const noexcept;
+    /// Returns: whether both would end as one file, or one would take the place of the other.
+    [[nodiscard]] bool isSameAs(const OutputFile& other) const;
     /// Returns: whether this would take the place of the file that is open as `descriptor`.
     [[nodiscard]] bool replaces(int descriptor) const;
 

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 #include <cstddef>
 #include <system_error>
 #include <utility>
@@ -30,8 +31,14 @@ Progress::Progress(When when)
       shown_(when == When::always || (when == When::automatic && onTerminal_)) {
     if (shown_ && onTerminal_) {
         const milliseconds patience = when == When::always ? milliseconds(0) : moment;
+        // Signals are for the main thread, which makes some of them wait.
+        sigset_t all;
+        sigset_t former;
+        ::sigfillset(&all);
+        ::pthread_sigmask(SIG_BLOCK, &all, &former);
         renewal_ =
             std::jthread([this, patience](const std::stop_token& stop) { renew(stop, patience); });
+        ::pthread_sigmask(SIG_SETMASK, &former, nullptr);
     }
 }
 

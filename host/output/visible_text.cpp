@@ -186,8 +186,11 @@ std::u16string shortened(std::u16string_view text, std::size_t most, Measure mea
 
 std::vector<std::u16string> broken(std::u16string_view text, std::size_t columns) {
     std::vector<std::u16string> lines;
-    while (displayWidth(text) > columns) {
+    for (;;) {
         std::size_t count = fitting(text.begin(), text.end(), columns, Measure::columns);
+        if (count == text.size()) {
+            break;
+        }
         const std::size_t space = text.substr(0, count).rfind(u' ');
         if (space != text.npos && space >= count / 2) {
             count = space + 1;

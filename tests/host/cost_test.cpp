@@ -243,7 +243,10 @@ TEST(Cost, ofReportsIsInProportionForGraphsOfAllShapes) {
         {"properties of one file", "graphml", End::reported, 2'000,
          "<graphml><graph><node id='n'>(<data key='$'>1</data>)</node></graph></graphml>"},
         {"folders in folders", "list", End::reported, 1'000, deep},
-        {"long IDs", "list", End::reported, 100'000, "%$ y%\n"},
+        {"long texts", "graphml", End::reported, 50'000,
+         "<graphml><graph><data key='k'>%$</data><node id='x%$'/><node id='y%'><data key='k'>%$"
+         "</data><data key='%'>$</data></node><edge source='y%' target='x%$'><data key='type'>%$"
+         "</data><data key='upstream_component'>%$</data></edge></graph></graphml>"},
     };
     for (const Case& tried : cases) {
         expectProportion(tried);

@@ -37,12 +37,16 @@ std::string screenOf(const std::string& sent) {
 
 class ProgressLine : public Program {
   protected:
-    // What the terminal gets. A progress line is drawn before the input comes.
+    // What the terminal gets. A progress line is drawn before the input comes; then the program's
+    // threads show in "masks" which signals they block.
     [[nodiscard]] std::string sentTo(bool progress, const std::string& input,
                                      const std::string& environment,
                                      const std::string& arguments) const {
         const std::string wait =
-            progress ? "timeout 20 sh -c 'until grep -q reading out; do sleep 0.02; done';" : "";
+            progress ? "timeout 20 sh -c 'until grep -q reading out; do sleep 0.02; done';"
+                       "for p in /proc/[0-9]*; do [ $p/exe -ef $P ] && [ $p/cwd -ef . ] &&"
+                       " grep -h SigBlk $p/task/*/status >masks; done;"
+                     : "";
         return onTerminal("{ " + wait + " cat '" + input + "'; } | " + environment,
                           (progress ? "--progress always " : "--progress never ") + arguments)
             .output;
@@ -97,6 +101,14 @@ TEST_F(ProgressLine, nothingOfItStaysOnATerminal) {
         EXPECT_EQ(screenOf(sent), screenOf(sentTo(false, input, pager, arguments)))
             << input << ' ' << pager << ' ' << arguments;
     }
+}
+
+// A signal that its thread took would not wait for files that are put in their places.
+TEST_F(ProgressLine, itsThreadTakesNoSignal) {
+    (void)sentTo(true, EXAMPLES "/notes-1.0.graphml",
+                 "PAGER=", " - '" EXAMPLES "/notes-1.1.graphml'");
+    EXPECT_EQ(shell("cut -c1-24 masks | sort | uniq").output,
+              "SigBlk:\t0000000000000000\nSigBlk:\tfffffffe7ffbfeff\n");
 }
 
 TEST_F(ProgressLine, itIsNeverWiderThanTheTerminal) {

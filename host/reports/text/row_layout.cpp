@@ -96,13 +96,20 @@ Lines bodyOf(const TableRow& row, const RowLayout& layout, std::size_t columns) 
 }  // namespace
 
 std::vector<std::u16string> linesOf(const TableRow& row, const RowLayout& layout) {
-    std::u16string caption = row.caption;
-    if (layout.captionColumns != 0) {
-        caption = padded(std::move(caption), layout.captionColumns + gap);
-    }
-    const Lines body = bodyOf(row, layout, remaining(layout.columns, displayWidth(caption)));
+    std::u16string lead = row.caption;
     Lines lines;
-    append(lines, caption, body);
+    if (displayWidth(lead) > layout.columns) {
+        // The caption takes lines of its own.
+        lines =
+            layout.shortens ? Lines{shortened(lead, layout.columns)} : broken(lead, layout.columns);
+        lead.clear();
+    }
+    if (layout.captionColumns != 0) {
+        lead = padded(std::move(lead), layout.captionColumns + gap);
+    }
+    if (lines.empty() || !row.name.empty() || !row.value.empty()) {
+        append(lines, lead, bodyOf(row, layout, remaining(layout.columns, displayWidth(lead))));
+    }
     for (std::u16string& line : lines) {
         line.erase(line.find_last_not_of(u' ') + 1);
     }

@@ -140,7 +140,9 @@ void TextLines::headingBeside(const TableRow& heading) {
 
 void TextLines::rowsBeside(const EntryTable& table) {
     for (const TableRow& row : table.rows) {
-        captionColumns_ = std::max(captionColumns_, displayWidth(row.caption));
+        const std::size_t columns = displayWidth(row.caption);
+        captionColumns_ =
+            columns > layoutBeside().columns ? captionColumns_ : std::max(captionColumns_, columns);
     }
     RowLayout layout = layoutBeside();
     layout.nameColumns = widestName(table, layout.columns / 2);
