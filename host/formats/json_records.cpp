@@ -5,11 +5,13 @@
 #include <iterator>
 #include <set>
 #include <span>
+#include <unordered_set>
 #include <utility>
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include "draft/seeded_hash.h"
 #include "input/input_error.h"
 
 namespace depcompare {
@@ -131,6 +133,11 @@ class JsonEvents final : public json::json_sax_t {
             noteOutermost(key);
         }
         path_.steps_.back().key = std::move(key);
+        if (open_.empty()) {
+            noteWanted();
+        } else if (!open_.empty() && open_.back()->contains(path_.last().key)) {
+            failForSecond();
+        }
         return true;
     }
     bool end_object() override { return end(); }
@@ -167,6 +174,22 @@ class JsonEvents final : public json::json_sax_t {
             std::ranges::find(unknownKeys_, key) == unknownKeys_.end()) {
             unknownKeys_.push_back(key);
         }
+    }
+
+    void noteWanted() {
+        const std::size_t depth = path_.depth();
+        const bool isWanted = std::ranges::any_of(
+            format_.records, [&](const JsonPlace& place) { return path_.leadsTo(place.path); });
+        if (isWanted) {
+            wanted_.resize(std::max(wanted_.size(), depth + 1));
+            if (!wanted_[depth].insert(path_.last().key).second) {
+                failForSecond();
+            }
+        }
+    }
+
+    [[noreturn]] void failForSecond() const {
+        bytes_.fail(fmt::format("{} occurs twice", inQuotes(path_.text())));
     }
 
     // Their contents would be merged.
@@ -252,6 +275,9 @@ class JsonEvents final : public json::json_sax_t {
 
     bool end() {
         bytes_.endToken();
+        if (open_.empty() && path_.depth() < wanted_.size()) {
+            wanted_[path_.depth()] = {};
+        }
         path_.steps_.pop_back();
         if (!open_.empty()) {
             open_.pop_back();
@@ -286,6 +312,8 @@ class JsonEvents final : public json::json_sax_t {
 
     const JsonFormat& format_;
     std::set<std::string_view> keys_;  // of the format, that the document has
+    // The members of the open objects, by depth.
+    std::vector<std::unordered_set<std::string, SeededHash>> wanted_;
     std::vector<std::string> unknownKeys_;
     JsonPath path_;
     json record_;
@@ -410,6 +438,16 @@ const json& elementsOf(const json& object, const char* key, const GraphSink& sin
 const json& membersOf(const json& object, const char* key, const GraphSink& sink) {
     static const json none = json::object();
     return memberOfKind(object, key, none, "an object", sink);
+}
+
+std::optional<bool> truthOf(const json& value, std::string_view name, const GraphSink& sink) {
+    if (value.is_null()) {
+        return std::nullopt;
+    }
+    if (!value.is_boolean()) {
+        sink.fail(fmt::format("\"{}\" is neither true nor false", name));
+    }
+    return value.get<bool>();
 }
 
 bool isTrue(const json& object, const char* key) {

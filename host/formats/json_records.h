@@ -2,6 +2,7 @@
 // Streams a JSON document and passes on the parts that a reader wants, each as a whole.
 #include <cstddef>
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -113,7 +114,8 @@ class JsonBytes {
 
 /// Returns: the outermost members that the format does not have, each once.
 /// Throws:  `InputError` for what is not JSON or not UTF-8, beyond the limits, not as the format
-///          expects, and for an outermost member that occurs twice; what `records` throws.
+///          expects, and for a member that occurs twice, unless it is left out; what `records`
+///          throws.
 std::vector<std::string> parseJson(JsonBytes& bytes, JsonRecords& records,
                                    const JsonFormat& format);
 
@@ -152,6 +154,11 @@ class JsonGraphReader : public JsonRecords {
 /// The same for an object.
 [[nodiscard]] const nlohmann::json& membersOf(const nlohmann::json& object, const char* key,
                                               const GraphSink& sink);
+
+/// Returns: the value, true or false; nothing if it is null.
+/// Throws:  `InputError` if it is anything else.
+[[nodiscard]] std::optional<bool> truthOf(const nlohmann::json& value, std::string_view name,
+                                          const GraphSink& sink);
 
 /// Returns: whether the member is there and true.
 [[nodiscard]] bool isTrue(const nlohmann::json& object, const char* key);

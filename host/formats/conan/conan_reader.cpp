@@ -39,6 +39,9 @@ class ConanReader final : public JsonGraphReader {
         const std::string& number = path.last().key;
         addPackage(sink_.addNode(number), value);
         for (const auto& [end, requirement] : membersOf(value, "dependencies", sink_).items()) {
+            if (!requirement.is_object()) {
+                bytes_.fail(fmt::format("dependency {} is not an object", inQuotes(end)));
+            }
             // What a package needs through another one is listed too.
             if (!says(requirement, "direct", "False")) {
                 addDependency(number, end, requirement);

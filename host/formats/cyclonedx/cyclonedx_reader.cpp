@@ -41,7 +41,7 @@ class CycloneDXGraph {
   private:
     void addNode(const json& component, bool isService);
     void addProperties(NodeNumber node, const json& component);
-    void addProperty(NodeNumber node, const std::string& key, const json& value);
+    void addList(NodeNumber node, const std::string& key, const json& values);
     void addNamedValues(NodeNumber node, const json& values, const char* nameKey,
                         const char* valueKey);
     void addEdges(const json& dependency);
@@ -123,21 +123,21 @@ void CycloneDXGraph::addNode(const json& component, bool isService) {
 
 void CycloneDXGraph::addProperties(NodeNumber node, const json& component) {
     for (const auto& [key, value] : component.items()) {
-        if (!isOneOf(key, {"bom-ref", "name", "group", "components", "services"})) {
-            addProperty(node, key, value);
+        if (isOneOf(key, {"licenses", "hashes", "properties"}) && !value.is_null()) {
+            addList(node, key, elementsOf(component, key.c_str(), sink_));
+        } else if (!isOneOf(key, {"bom-ref", "name", "group", "components", "services"})) {
+            sink_.setProperty(node, key, textOf(value));
         }
     }
 }
 
-void CycloneDXGraph::addProperty(NodeNumber node, const std::string& key, const json& value) {
-    if (key == "licenses" && value.is_array()) {
-        sink_.setProperty(node, key, licencesOf(value));
-    } else if (key == "hashes" && value.is_array()) {
-        addNamedValues(node, value, "alg", "content");
-    } else if (key == "properties" && value.is_array()) {
-        addNamedValues(node, value, "name", "value");
+void CycloneDXGraph::addList(NodeNumber node, const std::string& key, const json& values) {
+    if (key == "licenses") {
+        sink_.setProperty(node, key, licencesOf(values));
+    } else if (key == "hashes") {
+        addNamedValues(node, values, "alg", "content");
     } else {
-        sink_.setProperty(node, key, textOf(value));
+        addNamedValues(node, values, "name", "value");
     }
 }
 
@@ -178,6 +178,10 @@ void CycloneDXGraph::setGraphProperty(std::string_view key, const json& value) {
     sink_.setGraphProperty(key, text);
 }
 
+const std::vector<std::string_view> leftOut = {
+    "externalReferences", "compositions", "vulnerabilities", "annotations", "formulation",
+    "declarations",       "definitions",  "properties",      "signature"};
+
 class JsonReader final : public JsonGraphReader {
   public:
     explicit JsonReader(Input& input) : JsonGraphReader(input) {}
@@ -189,8 +193,7 @@ class JsonReader final : public JsonGraphReader {
                          valuesAt({"metadata", "{}"}), objectsAt({"components", "*"}),
                          objectsAt({"services", "*"}), objectsAt({"dependencies", "*"})},
              .required = {"bomFormat", "specVersion"},
-             .known = {"externalReferences", "compositions", "vulnerabilities", "annotations",
-                       "formulation", "declarations", "definitions", "properties", "signature"}});
+             .known = leftOut});
         return sink_.finish();
     }
 
@@ -212,6 +215,10 @@ class XmlReader final : public XmlEvents {
 
     GraphDraft read() {
         parser_.parse(input_, *this);
+        if (!unknown_.empty()) {
+            sink_.warn(fmt::format("ignored elements that this format does not have: {}",
+                                   listed({unknown_.begin(), unknown_.end()})));
+        }
         return sink_.finish();
     }
 
@@ -237,9 +244,13 @@ class XmlReader final : public XmlEvents {
         if (open_.empty()) {
             return;
         }
+        if (open_.size() == 1) {
+            noteOutermost(element.name);
+            return;
+        }
         json value = valueOf(element);
         Element& parent = open_.back();
-        if (isOfRecords()) {
+        if (open_.size() == 2 && isOfRecords(parent.name)) {
             graph_.take(parent.name, element.name, value);
         } else if (parent.isList) {
             parent.items.push_back(std::move(value));
@@ -288,6 +299,17 @@ class XmlReader final : public XmlEvents {
         }
     }
 
+    void noteOutermost(const std::string& name) {
+        if (isOfRecords(name)) {
+            if (!known_.insert(name).second) {
+                sink_.fail(fmt::format("the document has two elements {}", inQuotes(name)));
+            }
+        } else if (std::ranges::find(leftOut, name) == leftOut.end() &&
+                   unknown_.size() < mostUnknown) {
+            unknown_.insert(inQuotes(name));
+        }
+    }
+
     // An element that is repeated is an array.
     static void addMember(json& member, json value) {
         if (member.is_null()) {
@@ -300,10 +322,9 @@ class XmlReader final : public XmlEvents {
         member.push_back(std::move(value));
     }
 
-    /// Returns: whether the innermost open element is one of those whose children are taken.
-    [[nodiscard]] bool isOfRecords() const {
-        return open_.size() == 2 &&
-               isOneOf(open_.back().name, {"metadata", "components", "services", "dependencies"});
+    /// Returns: whether the children of this outermost element are taken.
+    static bool isOfRecords(std::string_view name) {
+        return isOneOf(name, {"metadata", "components", "services", "dependencies"});
     }
 
     static json valueOf(Element& element) {
@@ -332,6 +353,9 @@ class XmlReader final : public XmlEvents {
     GraphSink sink_;
     CycloneDXGraph graph_{sink_};
     std::vector<Element> open_;
+    static constexpr std::size_t mostUnknown = 20;  // more than anyone reads
+    std::set<std::string> known_;                   // outermost elements that are taken
+    std::set<std::string> unknown_;
 };
 
 }  // namespace

@@ -37,7 +37,12 @@ class GradleReader final : LineGraphReader {
     }
 
     GraphDraft read() {
-        return readLines([this](std::string_view line) { readLine(line); }, [] {});
+        return readLines([this](std::string_view line) { readLine(line); },
+                         [this] {
+                             if (project_.empty()) {
+                                 lines_.fail("no project, as gradle dependencies writes it");
+                             }
+                         });
     }
 
   private:

@@ -2,8 +2,12 @@
 // with all its content.
 #include "formats/graphml/graphml_reader.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
+#include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -20,6 +24,8 @@ namespace depcompare {
 namespace {
 
 enum class Element : std::uint8_t { document, graphml, key, defaultValue, graph, node, edge, data };
+
+constexpr std::string_view leftOut[] = {"data", "desc", "endpoint", "hyperedge", "locator", "port"};
 
 struct Open {
     Element element = Element::document;
@@ -38,8 +44,15 @@ class GraphMLReader final : public XmlEvents {
 
     GraphDraft read() {
         xml_.parse(input_, *this);
+        if (!hasGraph_) {
+            sink_.fail("no <graph> in the document");
+        }
         if (hyperedges_ != 0) {
             sink_.warn(ignoredHyperedges(hyperedges_));
+        }
+        if (!unknown_.empty()) {
+            sink_.warn(fmt::format("ignored elements that this format does not have: {}",
+                                   listed({unknown_.begin(), unknown_.end()})));
         }
         return sink_.finish();
     }
@@ -50,6 +63,7 @@ class GraphMLReader final : public XmlEvents {
     void comment(std::string_view text) override;
 
   private:
+    void noteIgnored(std::string_view element);
     bool startChild(std::string_view element, const XmlAttributes& attributes);
     bool startDocument(std::string_view element);
     bool startInGraphML(std::string_view element, const XmlAttributes& attributes);
@@ -76,16 +90,38 @@ class GraphMLReader final : public XmlEvents {
     bool hasGraph_ = false;
     std::size_t passedOver_ = 0;  // how many ignored elements are open
     std::size_t hyperedges_ = 0;
-    std::string prefix_;  // with its colon
+    static constexpr std::size_t mostUnknown = 20;  // more than anyone reads
+    std::set<std::string> unknown_;                 // elements
+    std::string prefix_;                            // with its colon
 };
 
 void GraphMLReader::start(std::string_view element, const XmlAttributes& attributes) {
-    if (passedOver_ == 0 && startChild(element, attributes)) {
-        return;
+    if (passedOver_ == 0) {
+        if (startChild(element, attributes)) {
+            return;
+        }
+        noteIgnored(element);
     }
     ++passedOver_;
     if (inValue()) {
         values_.startElement(element.substr(element.rfind(':') + 1));
+    }
+}
+
+/// Elements of other formats, and what is within a value, are no concern of this one.
+void GraphMLReader::noteIgnored(std::string_view element) {
+    if (inValue() || !element.starts_with(prefix_)) {
+        return;
+    }
+    const std::string_view name = element.substr(prefix_.size());
+    if (name.find(':') != name.npos || std::ranges::find(leftOut, name) != std::end(leftOut)) {
+        return;
+    }
+    if (name == "node" || name == "edge") {
+        sink_.fail(fmt::format("<{}> is not in a <graph>", name));
+    }
+    if (unknown_.size() < mostUnknown) {
+        unknown_.insert(inQuotes(name));
     }
 }
 

@@ -20,11 +20,6 @@ namespace {
 
 using nlohmann::json;
 
-bool isFalse(const json& object, const char* key) {
-    const auto member = object.find(key);
-    return member != object.end() && member->is_boolean() && !member->get<bool>();
-}
-
 class JGFReader final : public JsonGraphReader {
   public:
     explicit JGFReader(Input& input) : JsonGraphReader(input) {}
@@ -63,7 +58,7 @@ class JGFReader final : public JsonGraphReader {
         } else if (isMemberOf(path, "metadata")) {
             sink_.setGraphProperty(path.last().key, textOf(value));
         } else if (isInGraph(path, 1) && path.last().key == "directed") {
-            edgesAreDirected_ = value != false;
+            edgesAreDirected_ = truthOf(value, "directed", sink_).value_or(true);
         } else if (isInGraph(path, 1) && value.is_structured()) {
             foreignMembers_.push_back(inQuotes(path.last().key));
         } else if (isInGraph(path, 1) && path.last().key != "$schema") {
@@ -133,7 +128,7 @@ class JGFReader final : public JsonGraphReader {
         if (!value.contains("source") || !value.contains("target")) {
             bytes_.fail("edge without \"source\" or \"target\"");
         }
-        if (isFalse(value, "directed")) {
+        if (!truthOf(memberOf(value, "directed"), "directed", sink_).value_or(true)) {
             sink_.failForUndirected(source, target);
         }
         if (!firstUndecided_ && !value.contains("directed")) {

@@ -34,12 +34,15 @@ class NodeLinkReader final : public JsonGraphReader {
 
     void take(const JsonPath& path, const json& value) override {
         if (path.is({"directed"})) {
-            isDirected_ = value != false;
+            isDirected_ = truthOf(value, "directed", sink_).value_or(true);
         } else if (path.is({"nodes", "*"})) {
             addNode(value);
         } else if (path.is({"graph", "{}"})) {
             sink_.setGraphProperty(path.last().key, textOf(value));
         } else {
+            if (std::exchange(edges_, path[0].key) != path[0].key && firstEdge_) {
+                bytes_.fail("the document has both \"edges\" and \"links\"");
+            }
             addEdge(value);
         }
     }
@@ -92,6 +95,7 @@ class NodeLinkReader final : public JsonGraphReader {
 
     std::optional<std::pair<std::string, std::string>> firstEdge_;  // its ends, for a message
     NamedEdgeData data_{sink_};
+    std::string edges_;  // the member that has them
     bool isDirected_ = true;
     bool hasNodes_ = false;
     bool hasNumberID_ = false;
