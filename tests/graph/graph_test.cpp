@@ -165,6 +165,14 @@ TEST(Dependency, isEqualAndOrderedByEverythingButItsOwnId) {
     }
 }
 
+TEST_F(GraphBuilderTest, parallelDependenciesAreOrderedByTypesBeforeComponents) {
+    const auto before =
+        builder.addDependency(u"2", a, a, call, builder.component(u"z", file), whole);
+    const auto after = builder.addDependency(u"3", a, a, builder.type(u"calm", u""), whole, whole);
+    EXPECT_TRUE(*before < *after);
+    EXPECT_FALSE(*after < *before);
+}
+
 // So many that a search through all of them, for each, would take a minute.
 TEST(Graph, findsEachOfManyPropertiesWhateverTheirOrder) {
     for (const int count : {3, 50'000}) {
