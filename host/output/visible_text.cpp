@@ -49,20 +49,6 @@ bool has(char32_t character, UProperty property) {
     return u_hasBinaryProperty(static_cast<UChar32>(character), property) != 0;
 }
 
-/// Returns: whether the character cannot be seen, or changes how the text around it is shown.
-bool isUnsafe(char32_t character) {
-    constexpr char32_t blankBraille = 0x2800;
-    switch (u_charType(static_cast<UChar32>(character))) {
-        case U_CONTROL_CHAR:
-        case U_FORMAT_CHAR:
-        case U_LINE_SEPARATOR:
-        case U_PARAGRAPH_SEPARATOR:
-            return true;
-        default:
-            return character == blankBraille || has(character, UCHAR_DEFAULT_IGNORABLE_CODE_POINT);
-    }
-}
-
 /// Returns: whether the selector chooses a form of the character before it, as of emoji and Han
 ///          characters; anywhere else it cannot be seen.
 bool selectsForm(char32_t selector, char32_t before) {
@@ -120,6 +106,19 @@ std::size_t fitting(Iterator begin, Iterator end, std::size_t most, Measure meas
 }
 
 }  // namespace
+
+bool isUnsafe(char32_t character) {
+    constexpr char32_t blankBraille = 0x2800;
+    switch (u_charType(static_cast<UChar32>(character))) {
+        case U_CONTROL_CHAR:
+        case U_FORMAT_CHAR:
+        case U_LINE_SEPARATOR:
+        case U_PARAGRAPH_SEPARATOR:
+            return true;
+        default:
+            return character == blankBraille || has(character, UCHAR_DEFAULT_IGNORABLE_CODE_POINT);
+    }
+}
 
 std::u16string visible(std::u16string_view text) {
     std::u16string shown;

@@ -9,6 +9,9 @@
 
 namespace depcompare {
 
+/// Returns: whether the character cannot be seen, or changes how the text around it is shown.
+[[nodiscard]] bool isUnsafe(char32_t character);
+
 /// Returns: the text with unsafe characters written as escapes (\n, \x1b, \u202e, \u{e0041}): controls,
 ///          line separators, format characters and others that displays ignore, and variation
 ///          selectors after anything but emoji and Han characters; likewise the second # of ##[...] and
