@@ -45,7 +45,7 @@ class ProgressLine : public Program {
         const std::string wait =
             progress ? "timeout 20 sh -c 'until grep -q reading out; do sleep 0.02; done';"
                        "for p in /proc/[0-9]*; do [ $p/exe -ef $P ] && [ $p/cwd -ef . ] &&"
-                       " grep -h SigBlk $p/task/*/status >masks; done;"
+                       " grep -hs SigBlk $p/task/*/status >masks; done;"
                      : "";
         return onTerminal("{ " + wait + " cat '" + input + "'; } | " + environment,
                           (progress ? "--progress always " : "--progress never ") + arguments)
