@@ -135,7 +135,6 @@ void GraphSink::setDefaultProperty(std::string_view key, std::string_view value)
 }
 
 void GraphSink::setDefault(EdgeColumn column, std::string_view text) {
-    checkText(text);
     defaultColumns_[static_cast<std::size_t>(column)] = text;
 }
 
