@@ -178,7 +178,7 @@ void CycloneDXGraph::setGraphProperty(std::string_view key, const json& value) {
     sink_.setGraphProperty(key, text);
 }
 
-const std::vector<std::string_view> leftOut = {
+constexpr std::array<std::string_view, 9> leftOut = {
     "externalReferences", "compositions", "vulnerabilities", "annotations", "formulation",
     "declarations",       "definitions",  "properties",      "signature"};
 
@@ -193,7 +193,7 @@ class JsonReader final : public JsonGraphReader {
                          valuesAt({"metadata", "{}"}), objectsAt({"components", "*"}),
                          objectsAt({"services", "*"}), objectsAt({"dependencies", "*"})},
              .required = {"bomFormat", "specVersion"},
-             .known = leftOut});
+             .known = {leftOut.begin(), leftOut.end()}});
         return sink_.finish();
     }
 
