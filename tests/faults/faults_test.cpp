@@ -312,7 +312,9 @@ TEST_F(FaultsTest, ofAComparisonLeaveItAndNothingBehind) {
     DependencySubcomparator groups;
     const std::pair<const char*, ::comparisons::Subcomparator<ItemEdit>*> subcomparators[] = {
         {"graph", &graphs}, {"A", &nodes}, {"A -> B", &groups}};
-    for (const auto& [label, subcomparator] : subcomparators) {
+    for (const auto& tried : subcomparators) {
+        const char* const label = tried.first;
+        auto* const subcomparator = tried.second;
         const ItemEdit& edit = entry(label).edit;
         failEverywhere(
             label, [&] { return subcomparator->compare(edit).share(); },
