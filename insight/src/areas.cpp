@@ -7,7 +7,6 @@
 #include <string>
 #include <string_view>
 #include <tuple>
-#include <unordered_map>
 #include <utility>
 
 #include "id_components.h"
@@ -234,7 +233,8 @@ class AreaFinder {
     Number last_ = 0;
     BySide<std::vector<Number>> areaOf_;  // by node; `none` for a node in no area
     std::vector<CrossLink> crossLinks_;   // those of one side
-    std::unordered_map<std::uint64_t, std::size_t> unchanged_;  // by pair of areas
+    // By pair of areas. Not hashed: a file could choose pairs that collide.
+    std::map<std::uint64_t, std::size_t> unchanged_;
 };
 
 }  // namespace
