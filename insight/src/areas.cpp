@@ -64,7 +64,7 @@ class AreaFinder {
     };
 
     // Returns: nothing for a node without area.
-    std::optional<std::u16string> propertyArea(Number node, Side side) const {
+    [[nodiscard]] std::optional<std::u16string> propertyArea(Number node, Side side) const {
         const auto& content = *graph_.node(node, side);
         const auto keys = content.getPropertyKeys();
         if (std::ranges::find(keys, *options_.property) != keys.end()) {
