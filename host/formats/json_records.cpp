@@ -135,8 +135,6 @@ class JsonEvents final : public json::json_sax_t {
         path_.steps_.back().key = std::move(key);
         if (open_.empty()) {
             noteWanted();
-        } else if (!open_.empty() && open_.back()->contains(path_.last().key)) {
-            failForSecond();
         }
         return true;
     }
@@ -301,9 +299,12 @@ class JsonEvents final : public json::json_sax_t {
             parent.push_back(std::move(value));
             return &parent.back();
         }
-        json& member = parent[path_.last().key];
-        member = std::move(value);
-        return &member;
+        const auto [member, isNew] =
+            parent.get_ref<json::object_t&>().try_emplace(path_.last().key, std::move(value));
+        if (!isNew) {
+            failForSecond();
+        }
+        return &member->second;
     }
 
     JsonBytes& bytes_;

@@ -215,10 +215,7 @@ class XmlReader final : public XmlEvents {
 
     GraphDraft read() {
         parser_.parse(input_, *this);
-        if (!unknown_.empty()) {
-            sink_.warn(fmt::format("ignored elements that this format does not have: {}",
-                                   listed({unknown_.begin(), unknown_.end()})));
-        }
+        unknown_.warn(sink_);
         return sink_.finish();
     }
 
@@ -304,9 +301,8 @@ class XmlReader final : public XmlEvents {
             if (!known_.insert(name).second) {
                 sink_.fail(fmt::format("the document has two elements {}", inQuotes(name)));
             }
-        } else if (std::ranges::find(leftOut, name) == leftOut.end() &&
-                   unknown_.size() < mostUnknown) {
-            unknown_.insert(inQuotes(name));
+        } else if (std::ranges::find(leftOut, name) == leftOut.end()) {
+            unknown_.note(name);
         }
     }
 
@@ -353,9 +349,8 @@ class XmlReader final : public XmlEvents {
     GraphSink sink_;
     CycloneDXGraph graph_{sink_};
     std::vector<Element> open_;
-    static constexpr std::size_t mostUnknown = 20;  // more than anyone reads
-    std::set<std::string> known_;                   // outermost elements that are taken
-    std::set<std::string> unknown_;
+    std::set<std::string> known_;  // outermost elements that are taken
+    UnknownElements unknown_;
 };
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
-#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -50,10 +49,7 @@ class GraphMLReader final : public XmlEvents {
         if (hyperedges_ != 0) {
             sink_.warn(ignoredHyperedges(hyperedges_));
         }
-        if (!unknown_.empty()) {
-            sink_.warn(fmt::format("ignored elements that this format does not have: {}",
-                                   listed({unknown_.begin(), unknown_.end()})));
-        }
+        unknown_.warn(sink_);
         return sink_.finish();
     }
 
@@ -90,9 +86,8 @@ class GraphMLReader final : public XmlEvents {
     bool hasGraph_ = false;
     std::size_t passedOver_ = 0;  // how many ignored elements are open
     std::size_t hyperedges_ = 0;
-    static constexpr std::size_t mostUnknown = 20;  // more than anyone reads
-    std::set<std::string> unknown_;                 // elements
-    std::string prefix_;                            // with its colon
+    UnknownElements unknown_;
+    std::string prefix_;  // with its colon
 };
 
 void GraphMLReader::start(std::string_view element, const XmlAttributes& attributes) {
@@ -120,9 +115,7 @@ void GraphMLReader::noteIgnored(std::string_view element) {
     if (name == "node" || name == "edge") {
         sink_.fail(fmt::format("<{}> is not in a <graph>", name));
     }
-    if (unknown_.size() < mostUnknown) {
-        unknown_.insert(inQuotes(name));
-    }
+    unknown_.note(name);
 }
 
 bool GraphMLReader::startChild(std::string_view element, const XmlAttributes& attributes) {
