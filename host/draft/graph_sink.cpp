@@ -9,7 +9,6 @@
 
 #include "draft/marked_id.h"
 #include "draft/timestamp.h"
-#include "input/input_error.h"
 
 namespace depcompare {
 
@@ -73,6 +72,12 @@ NodeNumber GraphSink::addNodeOnce(std::string_view id) {
         failForNodes();
     }
     return node;
+}
+
+void GraphSink::warnOfUnknown(std::string_view what, const QuotedNames& names) {
+    if (!names.empty()) {
+        warn(fmt::format("ignored {} that this format does not have: {}", what, names.text()));
+    }
 }
 
 void GraphSink::setName(NodeNumber node, std::string_view name) {

@@ -13,6 +13,7 @@
 
 #include "draft/graph_draft.h"
 #include "draft/seeded_hash.h"
+#include "input/input_error.h"
 #include "input/limits.h"
 
 namespace depcompare {
@@ -68,6 +69,8 @@ class GraphSink {
     void foldEqualEdges() { foldsEqualEdges_ = true; }
 
     void warn(std::string warning) { draft_.warnings.push_back(std::move(warning)); }
+    /// Warns of names, if there are any, of parts that were passed over; `what` they are: "elements".
+    void warnOfUnknown(std::string_view what, const QuotedNames& names);
 
     /// Throws: `InputError` with the line of the first edge whose end was never added, unless such
     ///         ends become nodes.

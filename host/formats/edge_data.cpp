@@ -7,8 +7,6 @@
 
 #include <fmt/format.h>
 
-#include "input/input_error.h"
-
 namespace depcompare {
 
 namespace {
@@ -24,13 +22,12 @@ bool isNumber(std::string_view text) {
 
 void NamedEdgeData::set(std::size_t edge, std::string_view name, std::string_view value,
                         std::string_view shown) {
-    constexpr std::size_t mostNamed = 20;
     const auto* const known =
         std::ranges::find_if(edgeData, [&](const auto& data) { return data.first == name; });
     if (known != std::end(edgeData)) {
         sink_.set(edge, known->second, value);
-    } else if (ignored_.size() < mostNamed) {
-        ignored_.insert(inQuotes(shown));
+    } else {
+        ignored_.add(shown);
     }
 }
 
@@ -40,8 +37,8 @@ void NamedEdgeData::setUnnamed(std::size_t edge, std::string_view value) {
 
 void NamedEdgeData::warnOfIgnored(std::string_view what) const {
     if (!ignored_.empty()) {
-        sink_.warn(fmt::format("dependencies have no properties; ignored {}: {}", what,
-                               listed({ignored_.begin(), ignored_.end()})));
+        sink_.warn(
+            fmt::format("dependencies have no properties; ignored {}: {}", what, ignored_.text()));
     }
 }
 

@@ -1,13 +1,13 @@
 #pragma once
 // The names by which the data of edges go in formats that have no names of their own for them.
 #include <cstddef>
-#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "draft/graph_draft.h"
 #include "draft/graph_sink.h"
+#include "input/input_error.h"
 
 namespace depcompare {
 
@@ -40,7 +40,7 @@ class NamedEdgeData {
 
   private:
     GraphSink& sink_;
-    std::set<std::string> ignored_;
+    QuotedNames ignored_;
 };
 
 /// Returns: a warning about edges of more than two ends.

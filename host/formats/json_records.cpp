@@ -12,7 +12,6 @@
 #include <fmt/ranges.h>
 
 #include "draft/seeded_hash.h"
-#include "input/input_error.h"
 
 namespace depcompare {
 
@@ -100,7 +99,7 @@ class JsonEvents final : public json::json_sax_t {
                                     fmt::join(required, "\", \"")));
         }
     }
-    [[nodiscard]] std::vector<std::string>& unknownKeys() { return unknownKeys_; }
+    [[nodiscard]] QuotedNames& unknownKeys() { return unknownKeys_; }
 
     /// Returns: the beginning of a document that ends like the innermost open container. The events of
     ///          reading it are passed over.
@@ -129,10 +128,10 @@ class JsonEvents final : public json::json_sax_t {
             return true;
         }
         bytes_.endToken();
-        if (path_.depth() == 1) {
-            noteOutermost(key);
-        }
         path_.steps_.back().key = std::move(key);
+        if (path_.depth() == 1) {
+            noteOutermost(path_.last().key);
+        }
         if (open_.empty()) {
             noteWanted();
         }
@@ -158,19 +157,20 @@ class JsonEvents final : public json::json_sax_t {
         for (const JsonPlace& place : format_.records) {
             isAny |= !place.path.empty() && place.path[0] == "{}";
             if (!place.path.empty() && place.path[0] == key) {
-                noteOnce(place.path[0]);
+                keys_.insert(place.path[0]);
                 return;
             }
         }
         for (const auto* keys : {&format_.required, &format_.known}) {
             if (const auto found = std::ranges::find(*keys, key); found != keys->end()) {
-                noteOnce(*found);
+                if (!keys_.insert(*found).second) {
+                    failForSecond();
+                }
                 return;
             }
         }
-        if (!isAny && unknownKeys_.size() < mostUnknownKeys &&
-            std::ranges::find(unknownKeys_, key) == unknownKeys_.end()) {
-            unknownKeys_.push_back(key);
+        if (!isAny) {
+            unknownKeys_.add(key);
         }
     }
 
@@ -186,15 +186,9 @@ class JsonEvents final : public json::json_sax_t {
         }
     }
 
+    // Contents of the same name would be merged.
     [[noreturn]] void failForSecond() const {
         bytes_.fail(fmt::format("{} occurs twice", inQuotes(path_.text())));
-    }
-
-    // Their contents would be merged.
-    void noteOnce(std::string_view key) {
-        if (!keys_.insert(key).second) {
-            bytes_.fail(fmt::format("the document has two members \"{}\"", key));
-        }
     }
 
     /// Returns: whether the value that begins here is a record.
@@ -309,13 +303,11 @@ class JsonEvents final : public json::json_sax_t {
 
     JsonBytes& bytes_;
     JsonRecords& records_;
-    static constexpr std::size_t mostUnknownKeys = 20;  // more than anyone reads
-
     const JsonFormat& format_;
     std::set<std::string_view> keys_;  // of the format, that the document has
     // The members of the open objects, by depth.
     std::vector<std::unordered_set<std::string, SeededHash>> wanted_;
-    std::vector<std::string> unknownKeys_;
+    QuotedNames unknownKeys_;
     JsonPath path_;
     json record_;
     int eventsToSkip_ = 0;
@@ -383,8 +375,7 @@ void JsonBytes::fail(std::string_view problem) const {
     throw InputError(input_.name(), line_, problem);
 }
 
-std::vector<std::string> parseJson(JsonBytes& bytes, JsonRecords& records,
-                                   const JsonFormat& format) {
+QuotedNames parseJson(JsonBytes& bytes, JsonRecords& records, const JsonFormat& format) {
     JsonEvents events(bytes, records, format);
     bool isWhole = json::sax_parse(ByteIterator(bytes), ByteIterator(), &events);
     // The parser has given up at a number that is too large for it, and that counts as a text. Others
@@ -406,14 +397,7 @@ JsonGraphReader::JsonGraphReader(Input& input)
 }
 
 void JsonGraphReader::parse(const JsonFormat& format) {
-    std::vector<std::string> unknown = parseJson(bytes_, *this, format);
-    if (!unknown.empty()) {
-        for (std::string& key : unknown) {
-            key = inQuotes(key);
-        }
-        sink_.warn(
-            fmt::format("ignored members that this format does not have: {}", listed(unknown)));
-    }
+    sink_.warnOfUnknown("members", parseJson(bytes_, *this, format));
 }
 
 std::string textOf(const json& value) {

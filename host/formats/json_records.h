@@ -12,6 +12,7 @@
 
 #include "draft/graph_sink.h"
 #include "input/input.h"
+#include "input/input_error.h"
 
 namespace depcompare {
 
@@ -112,12 +113,11 @@ class JsonBytes {
     std::size_t longestToken_;
 };
 
-/// Returns: the outermost members that the format does not have, each once.
+/// Returns: the outermost members that the format does not have.
 /// Throws:  `InputError` for what is not JSON or not UTF-8, beyond the limits, not as the format
-///          expects, and for a member that occurs twice, unless it is left out; what `records`
+///          expects, and for a member that occurs twice, if the format has it; what `records`
 ///          throws.
-std::vector<std::string> parseJson(JsonBytes& bytes, JsonRecords& records,
-                                   const JsonFormat& format);
+QuotedNames parseJson(JsonBytes& bytes, JsonRecords& records, const JsonFormat& format);
 
 /// What readers of JSON have in common: records in, a graph out. Nodes that only edges name are
 /// added.

@@ -145,18 +145,4 @@ void XmlParser::fail(std::string_view problem) const {
     throw InputError(input_->name(), line(), problem);
 }
 
-void UnknownElements::note(std::string_view name) {
-    constexpr std::size_t mostNames = 20;  // more than anyone reads
-    if (names_.size() < mostNames) {
-        names_.insert(inQuotes(name));
-    }
-}
-
-void UnknownElements::warn(GraphSink& sink) const {
-    if (!names_.empty()) {
-        sink.warn(fmt::format("ignored elements that this format does not have: {}",
-                              listed({names_.begin(), names_.end()})));
-    }
-}
-
 }  // namespace depcompare

@@ -5,13 +5,10 @@
 #include <exception>
 #include <memory>
 #include <optional>
-#include <set>
-#include <string>
 #include <string_view>
 
 #include <expat.h>
 
-#include "draft/graph_sink.h"
 #include "input/input.h"
 
 namespace depcompare {
@@ -40,17 +37,6 @@ class XmlEvents {
     XmlEvents(const XmlEvents&) = default;
     XmlEvents& operator=(const XmlEvents&) = default;
     ~XmlEvents() = default;
-};
-
-/// The elements that a reader passes over since its format does not have them.
-class UnknownElements {
-  public:
-    void note(std::string_view name);
-    /// Names them in a warning, if there are any.
-    void warn(GraphSink& sink) const;
-
-  private:
-    std::set<std::string> names_;
 };
 
 /// Declarations of entities and attributes are refused, external ones are never followed, and depth is

@@ -1,5 +1,7 @@
 #include "input/input_error.h"
 
+#include <iterator>
+
 #include <fmt/format.h>
 
 namespace depcompare {
@@ -35,16 +37,24 @@ std::string inQuotes(std::string_view text, std::size_t most) {
     return fmt::format("\"{}...{}\"", text.substr(0, head), text.substr(tail));
 }
 
-std::string listed(const std::vector<std::string>& texts) {
-    std::string list;
-    for (const std::string& text : texts) {
-        const bool fits = list.size() + text.size() <= mostRepeatedBytes;
-        list.append(list.empty() ? "" : ", ").append(fits ? text : "...");
+void QuotedNames::add(std::string_view name) {
+    constexpr std::size_t most = 50;  // more than fit into a message
+    names_.insert(inQuotes(name));
+    if (names_.size() > most) {
+        names_.erase(std::prev(names_.end()));
+    }
+}
+
+std::string QuotedNames::text() const {
+    std::string text;
+    for (const std::string& name : names_) {
+        const bool fits = text.size() + name.size() <= mostRepeatedBytes;
+        text.append(text.empty() ? "" : ", ").append(fits ? name : "...");
         if (!fits) {
             break;
         }
     }
-    return list;
+    return text;
 }
 
 }  // namespace depcompare

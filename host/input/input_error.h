@@ -1,10 +1,10 @@
 #pragma once
 // What is wrong with an input: the file, the line if known, and the problem, in one line.
 #include <cstddef>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace depcompare {
 
@@ -21,7 +21,17 @@ inline constexpr std::size_t mostRepeatedBytes = 200;
 ///          texts fit into a message.
 [[nodiscard]] std::string inQuotes(std::string_view text, std::size_t most = mostRepeatedBytes / 2);
 
-/// Returns: the texts, separated by commas; those that do not fit into a message are three dots.
-[[nodiscard]] std::string listed(const std::vector<std::string>& texts);
+/// Names for a message, each once.
+class QuotedNames {
+  public:
+    void add(std::string_view name);
+    [[nodiscard]] bool empty() const { return names_.empty(); }
+    /// Returns: the names in quotation marks, sorted and separated by commas; those that do not fit into a
+    ///          message are three dots.
+    [[nodiscard]] std::string text() const;
+
+  private:
+    std::set<std::string> names_;
+};
 
 }  // namespace depcompare

@@ -215,7 +215,7 @@ class XmlReader final : public XmlEvents {
 
     GraphDraft read() {
         parser_.parse(input_, *this);
-        unknown_.warn(sink_);
+        sink_.warnOfUnknown("elements", unknown_);
         return sink_.finish();
     }
 
@@ -302,7 +302,7 @@ class XmlReader final : public XmlEvents {
                 sink_.fail(fmt::format("the document has two elements {}", inQuotes(name)));
             }
         } else if (std::ranges::find(leftOut, name) == leftOut.end()) {
-            unknown_.note(name);
+            unknown_.add(name);
         }
     }
 
@@ -350,7 +350,7 @@ class XmlReader final : public XmlEvents {
     CycloneDXGraph graph_{sink_};
     std::vector<Element> open_;
     std::set<std::string> known_;  // outermost elements that are taken
-    UnknownElements unknown_;
+    QuotedNames unknown_;
 };
 
 }  // namespace

@@ -49,7 +49,7 @@ class GraphMLReader final : public XmlEvents {
         if (hyperedges_ != 0) {
             sink_.warn(ignoredHyperedges(hyperedges_));
         }
-        unknown_.warn(sink_);
+        sink_.warnOfUnknown("elements", unknown_);
         return sink_.finish();
     }
 
@@ -86,7 +86,7 @@ class GraphMLReader final : public XmlEvents {
     bool hasGraph_ = false;
     std::size_t passedOver_ = 0;  // how many ignored elements are open
     std::size_t hyperedges_ = 0;
-    UnknownElements unknown_;
+    QuotedNames unknown_;
     std::string prefix_;  // with its colon
 };
 
@@ -115,7 +115,7 @@ void GraphMLReader::noteIgnored(std::string_view element) {
     if (name == "node" || name == "edge") {
         sink_.fail(fmt::format("<{}> is not in a <graph>", name));
     }
-    unknown_.note(name);
+    unknown_.add(name);
 }
 
 bool GraphMLReader::startChild(std::string_view element, const XmlAttributes& attributes) {

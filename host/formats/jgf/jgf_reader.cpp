@@ -60,7 +60,7 @@ class JGFReader final : public JsonGraphReader {
         } else if (isInGraph(path, 1) && path.last().key == "directed") {
             edgesAreDirected_ = truthOf(value, "directed", sink_).value_or(true);
         } else if (isInGraph(path, 1) && value.is_structured()) {
-            foreignMembers_.push_back(inQuotes(path.last().key));
+            foreignMembers_.add(path.last().key);
         } else if (isInGraph(path, 1) && path.last().key != "$schema") {
             labels_.emplace_back(path.last().key, textOf(value));
         }
@@ -82,13 +82,12 @@ class JGFReader final : public JsonGraphReader {
 
     // Other formats call their outermost member "graph" too.
     void settleForeignMembers() {
-        const std::string names = listed(foreignMembers_);
+        const std::string names = foreignMembers_.text();
         if (!foreignMembers_.empty() && !hasMembers_) {
             bytes_.fail(fmt::format("not JSON Graph Format: no nodes and no edges, but {}", names));
         }
         if (!foreignMembers_.empty()) {
-            sink_.warn(fmt::format(
-                "ignored members of the graph that this format does not have: {}", names));
+            sink_.warnOfUnknown("members of the graph", foreignMembers_);
         }
     }
 
@@ -157,7 +156,7 @@ class JGFReader final : public JsonGraphReader {
     std::vector<std::pair<std::string, std::string>> labels_;  // of the graph, beside its metadata
     // The ends of the first edge that leaves its direction to the graph.
     std::optional<std::pair<std::string, std::string>> firstUndecided_;
-    std::vector<std::string> foreignMembers_;  // of the graph
+    QuotedNames foreignMembers_;  // of the graph
     NamedEdgeData data_{sink_};
     bool hasMembers_ = false;
     bool edgesAreDirected_ = true;
