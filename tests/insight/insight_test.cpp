@@ -161,8 +161,10 @@ std::string surroundings() {
 std::string alike(const std::string& name) {
     std::string text;
     for (int i = 0; i < 6; ++i) {
-        const std::string file = "s/" + name + std::to_string(i) + ".c -> keep/";
-        text += file + "1.h\n" + file + "2.h\n" + file + std::to_string(10 + i) + ".h\n";
+        for (const int header : {1, 2, 10 + i}) {
+            text +=
+                "s/" + name + std::to_string(i) + ".c -> keep/" + std::to_string(header) + ".h\n";
+        }
     }
     return text;
 }
