@@ -149,7 +149,7 @@ class Contract {
             for (const auto& [what, edits] : summary.items()) {
                 for (const auto& [edit, number] : edits.items()) {
                     require(number == counts_[std::pair(what, edit)],
-                            "the summary counts " + edit + " " + what, summary);
+                            fmt::format("the summary counts {} {}", edit, what), summary);
                 }
             }
         }
