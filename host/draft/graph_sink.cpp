@@ -74,12 +74,6 @@ NodeNumber GraphSink::addNodeOnce(std::string_view id) {
     return node;
 }
 
-void GraphSink::warnOfUnknown(std::string_view what, const QuotedNames& names) {
-    if (!names.empty()) {
-        warn(fmt::format("ignored {} that this format does not have: {}", what, names.text()));
-    }
-}
-
 void GraphSink::setName(NodeNumber node, std::string_view name) {
     checkText(name);
     draft_.nodes[node].name = draft_.store.keep(name);
@@ -145,6 +139,12 @@ void GraphSink::setDefault(EdgeColumn column, std::string_view text) {
 
 void GraphSink::setDefaultGraphProperty(std::string_view key, std::string_view value) {
     addGraphProperty(key, value, true);
+}
+
+void GraphSink::warnOfUnknown(std::string_view what, const QuotedNames& names) {
+    if (!names.empty()) {
+        warn(fmt::format("ignored {} that this format does not have: {}", what, names.text()));
+    }
 }
 
 GraphDraft GraphSink::finish() {

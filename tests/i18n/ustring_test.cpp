@@ -8,11 +8,7 @@ namespace fl::i18n {
 namespace {
 
 TEST(Conversions, textComesBackAsItWas) {
-    const ustring texts[] = {u"",
-                             u"src/build.cc",
-                             u"Straße",
-                             u"a\u0080\u07ff\u0800\uffff",
-                             u"\U0001f600 and \U0010ffff",
+    const ustring texts[] = {u"", u"a\u0080\u07ff\u0800\uffff", u"\U0001f600 and \U0010ffff",
                              ustring(1, u'\0') + u"after nul"};
     for (const ustring& text : texts) {
         EXPECT_EQ(utf8_to_ustring(ustring_to_utf8(text)), text) << ustring_to_utf8(text);
@@ -24,9 +20,7 @@ TEST(Conversions, textComesBackAsItWas) {
 TEST(Conversions, malformedTextBecomesOneReplacementCharacterPerSequence) {
     constexpr char16_t high = 0xd83d;
     constexpr char16_t low = 0xde00;
-    EXPECT_EQ(ustring_to_utf8(ustring{u'a', high, u'b'}),
-              "a\xef\xbf\xbd"
-              "b");
+    EXPECT_EQ(ustring_to_utf8(ustring{u'a', high, u'-'}), "a\xef\xbf\xbd-");
     EXPECT_EQ(ustring_to_utf8(ustring{low, high}), "\xef\xbf\xbd\xef\xbf\xbd");
     EXPECT_EQ(ustring_to_utf8(ustring{high, low, low}), "\xf0\x9f\x98\x80\xef\xbf\xbd");
     const std::pair<std::string_view, std::u16string_view> cases[] = {

@@ -3,7 +3,6 @@
 
 #include <functional>
 #include <optional>
-#include <type_traits>
 #include <unordered_set>
 #include <utility>
 
@@ -19,10 +18,6 @@ namespace tessel::core::testing {
 namespace {
 
 using testing_faults::allocations;
-
-static_assert(!std::is_copy_constructible_v<Transaction> &&
-              std::is_nothrow_move_constructible_v<Transaction> &&
-              std::is_nothrow_move_assignable_v<Transaction>);
 
 constexpr const char* madeBook = "of Ada 36 by [Bob 40, Cid 50, Dan 60, ] marked [1, 2, ]";
 

@@ -82,13 +82,11 @@ class JGFReader final : public JsonGraphReader {
 
     // Other formats call their outermost member "graph" too.
     void settleForeignMembers() {
-        const std::string names = foreignMembers_.text();
         if (!foreignMembers_.empty() && !hasMembers_) {
-            bytes_.fail(fmt::format("not JSON Graph Format: no nodes and no edges, but {}", names));
+            bytes_.fail(fmt::format("not JSON Graph Format: no nodes and no edges, but {}",
+                                    foreignMembers_.text()));
         }
-        if (!foreignMembers_.empty()) {
-            sink_.warnOfUnknown("members of the graph", foreignMembers_);
-        }
+        sink_.warnOfUnknown("members of the graph", foreignMembers_);
     }
 
     void addNode(const JsonStep& step, const json& value) {
